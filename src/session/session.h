@@ -1,7 +1,7 @@
 // The record: the one substance in use, the selected models, and the scratch values of the engine.
 //
-// One Session is one user's work: functions take it as first argument, two Sessions on two threads never meet.
-// Units throughout: T [K], p [kPa], v [m^3/kmol], rho [kg/m^3], h, u, g, a [kJ/kmol], s, cp, cV
+// One Session is one user's work: functions take it as first argument, two Sessions on two threads never
+// meet. Units throughout: T [K], p [kPa], v [m^3/kmol], rho [kg/m^3], h, u, g, a [kJ/kmol], s, cp, cV
 // [kJ/(kmol K)], M [kg/kmol], w [m/s]. A quantity that is not known is 0.
 #pragma once
 #include <array>
@@ -11,21 +11,22 @@
 
 #include "base/constants.h"
 #include "base/messages.h"
-#include "session/substance_constants.h"
+#include "session/calc_state.h"
 #include "session/database_file.h"
+#include "session/substance_constants.h"
 
 namespace quom {
 
 // Selected models. Written by the model selection, the project file, and start-up.
 struct ModelSelection {
-    int EOSKode = -1;             // equation of state 0 to 16, -1 none; also CalcBatch mode 11, put back
-    int EVPKode = 0;              // vapor pressure equation 0 (none) to 8
-    std::string EVPTag;           // its tag: ALP AHP FRO WAG AUG KFW KFR THO; any other text means none
-    int HLVKode = 0;              // delta(LV)h model 0 (none) to 7; also the database editor
-    int cpKode = 0;               // cp(idG): 0 none, 1 polynomial, 2 sinh/cosh
-    float nWat = 0.38f;           // Watson exponent
-    bool VPhaseOnly = false;      // the EOS is the ideal gas or a virial form: V-phase alone
-    bool Konzept = true;          // true GLOBAL, false PARTIAL
+    int EOSKode = -1;         // equation of state 0 to 16, -1 none; also CalcBatch mode 11, put back
+    int EVPKode = 0;          // vapor pressure equation 0 (none) to 8
+    std::string EVPTag;       // its tag: ALP AHP FRO WAG AUG KFW KFR THO; any other text means none
+    int HLVKode = 0;          // delta(LV)h model 0 (none) to 7; also the database editor
+    int cpKode = 0;           // cp(idG): 0 none, 1 polynomial, 2 sinh/cosh
+    float nWat = 0.38f;       // Watson exponent
+    bool VPhaseOnly = false;  // the EOS is the ideal gas or a virial form: V-phase alone
+    bool Konzept = true;      // true GLOBAL, false PARTIAL
     bool operator==(const ModelSelection&) const = default;
 };
 
@@ -43,8 +44,8 @@ struct EosBlock {
     bool operator==(const EosBlock&) const = default;
 };
 
-// Ideal gas reference point and environment. Written by the reference state dialog, RefConst, ResetSession and
-// the project file.
+// Ideal gas reference point and environment. Written by the reference state dialog, RefConst, ResetSession
+// and the project file.
 struct ReferenceState {
     int RefKode = 1;                     // 1 free, 2 formation with S0abs, 10 formation with dfH0, dfG0
     float TRef0 = 298.15f;               // reference temperature of the ideal gas [K]
@@ -54,18 +55,19 @@ struct ReferenceState {
     bool operator==(const ReferenceState&) const = default;
 };
 
-// Reference point of Benson's method [K], [kPa], [kg/m^3]. Written by frmCalcIn, ReferencePoint and the input of
-// the reference point.
+// Reference point of Benson's method [K], [kPa], [kg/m^3]. Written by frmCalcIn, ReferencePoint and the input
+// of the reference point.
 struct BensonReference {
     float TRefL = 0, pLVRef = 0, rhoLRef = 0, rhoVRef = 0;
 };
 
 // Values of the last evaluation, valid until the next engine call. Written by the engine only.
 struct Scratch {
-    double aT = 0, bT = 0, cT = 0, dT = 0;  // a(T) .. d(T); with VPhaseOnly bT holds B (EOSParT, VirialB, pTv)
-    std::array<double, 3> VRoot{};          // volume roots ascending [m^3/kmol] (CubicV, pLV_EOS, TLV_EOS)
-    double Bvirial = 0;                     // B(T) of the last V-phase-only evaluation (VolumeTp)
-    std::int16_t PhaseRegion = 0;           // region 0 to 4 (VolumeTp)
+    double aT = 0, bT = 0, cT = 0,
+           dT = 0;                  // a(T) .. d(T); with VPhaseOnly bT holds B (EOSParT, VirialB, pTv)
+    std::array<double, 3> VRoot{};  // volume roots ascending [m^3/kmol] (CubicV, pLV_EOS, TLV_EOS)
+    double Bvirial = 0;             // B(T) of the last V-phase-only evaluation (VolumeTp)
+    std::int16_t PhaseRegion = 0;   // region 0 to 4 (VolumeTp)
 };
 
 // One residual and ideal gas state of one phase of the environment, for the exergies.
@@ -81,8 +83,8 @@ struct EnvironmentCache {
     EosBlock eos;
     ReferenceState reference;
     double Tcr = 0, pcr = 0, omega = 0;
-    std::array<float, 10> cp{};          // the two cp(idG) sets
-    std::array<float, 5> formation{};    // MolMass, dfH0, dfG0, S0abs, unused
+    std::array<float, 10> cp{};        // the two cp(idG) sets
+    std::array<float, 5> formation{};  // MolMass, dfH0, dfG0, S0abs, unused
     EnvironmentPhase L, V;
     bool hasL = false, hasV = false;
     std::int16_t err = 0;
@@ -90,10 +92,10 @@ struct EnvironmentCache {
 
 // Units of outputs. Written by the options and the project file.
 struct Units {
-    int EnergyMode = 0;   // 0 kJ/kmol, 1 K (per R), 2 per (R T), 3 kJ/kg
-    int VolumeMode = 0;   // 0 m^3/kmol, 1 m^3/kg, 2 reduced
-    double uFactor = 1;   // from molar energies to displayed ones
-    double vFactor = 1;   // from molar volumes to displayed ones
+    int EnergyMode = 0;  // 0 kJ/kmol, 1 K (per R), 2 per (R T), 3 kJ/kg
+    int VolumeMode = 0;  // 0 m^3/kmol, 1 m^3/kg, 2 reduced
+    double uFactor = 1;  // from molar energies to displayed ones
+    double vFactor = 1;  // from molar volumes to displayed ones
     double TFactor = 1, pFactor = 1;
     double TcrStart = 0, pcrStart = 0, vcrStart = 0;  // start values of diagrams and of reduced units
 };
@@ -115,12 +117,12 @@ struct Options {
 
 // One point of experimental data; entry 0 of the list is the direct input. 0 means "no value".
 struct TpRhoPoint {
-    std::int16_t Aus = 0;    // -1 inactive
-    double T = 0;            // [K]
-    double p = 0;            // [kPa]
+    std::int16_t Aus = 0;      // -1 inactive
+    double T = 0;              // [K]
+    double p = 0;              // [kPa]
     float rhoV = 0, rhoL = 0;  // [kg/m^3]
-    float HLV = 0;           // delta(LV)h [kJ/kmol]
-    float cp = 0;            // [kJ/(kmol K)]
+    float HLV = 0;             // delta(LV)h [kJ/kmol]
+    float cp = 0;              // [kJ/(kmol K)]
 };
 
 // Experimental data. Written by the data editor, the readers of data files and the direct input (entry 0).
@@ -131,10 +133,10 @@ struct ExperimentalData {
 
 // The database in force and the chosen substance. Written by LoadDatabase and SelectSubstance.
 struct DatabaseState {
-    DatabaseFile file;         // open handle, kind, path and the tables of the substances
-    int StoffIndex = 0;        // row marked in the list (1-based, 0 none)
-    int StoffIndexAktiv = 0;   // substance in force
-    std::string ProgramPath;   // folder of every file named without a folder
+    DatabaseFile file;        // open handle, kind, path and the tables of the substances
+    int StoffIndex = 0;       // row marked in the list (1-based, 0 none)
+    int StoffIndexAktiv = 0;  // substance in force
+    std::string ProgramPath;  // folder of every file named without a folder
 };
 
 struct Session {
@@ -149,6 +151,7 @@ struct Session {
     Units units;
     Options options;
     ExperimentalData exp;
+    CalcState calc;
     Messages* messages = nullptr;  // where the core speaks to the user; none: the default answer is taken
 
     // Asks the user, or takes the default answer when nobody listens.
