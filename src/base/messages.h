@@ -20,7 +20,7 @@ struct Message {
 // Shows a message and returns the answer. The desktop shows a box, the console writes to standard error
 // and takes the default (or what --answer says), tests queue answers and read what was asked.
 class Messages {
-   public:
+ public:
     virtual ~Messages() = default;
     virtual Answer ask(const Message& message) = 0;
 };

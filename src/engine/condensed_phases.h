@@ -21,8 +21,8 @@ DensityResult rhoS_Fu(Session& s, float T, bool warn = false);
 float cpL_Fu(const Session& s, double T);
 float cpS_Fu(const Session& s, double T);
 
-// rho(L) [kg/m^3] at T [K] by the law of rectilinear diameters (Cailletet and Mathias 1886) through the reference
-// point of the record and the critical point; 0 when the reference point or rho(cr) is missing.
+// rho(L) [kg/m^3] at T [K] by the law of rectilinear diameters (Cailletet and Mathias 1886) through the
+// reference point of the record and the critical point; 0 when the reference point or rho(cr) is missing.
 double rhoLBenson(const Session& s, double T, double rhoV);
 // Benson's rho(L) [kg/m^3] at the normal boiling point; pcr [kPa], rhocrDB [kg/m^3]. pRef is not used.
 float rhoLRefBenson(double pRef, double pcr, double rhocrDB);

@@ -32,9 +32,9 @@ void ClearEOSPar(Session& s);
 
 // Fills the block, vcrEOS [m^3/kmol] and rhocrEOS [kg/m^3] for an EOS code from Tcr, pcr, omega.
 // Needs VPhaseOnly to be right for the code. Codes 7 and 8 take JiZc, JiP3 .. JiP5, JiB1 as given.
-// Returns err: 0 good (also without T(cr), p(cr): nothing changes then); 1 when codes 7, 8 have no parameters,
-// after a message.
-// van der Waals (1873), Berthelot (1899), Redlich and Kwong (1949), Soave (1972), Peng and Robinson (1976).
+// Returns err: 0 good (also without T(cr), p(cr): nothing changes then); 1 when codes 7, 8 have no
+// parameters, after a message. van der Waals (1873), Berthelot (1899), Redlich and Kwong (1949), Soave
+// (1972), Peng and Robinson (1976).
 std::int16_t InitEOSPar(Session& s, int code);
 
 // v(cr) = Zc R Tcr/pcr [m^3/kmol].

@@ -6,6 +6,10 @@
 
 namespace quom {
 
+// sinh, cosh of x; err is 0, or -1 with the value 0 where exp overflows (|x| above 709).
+double sinh(double x, std::int16_t& err);
+double cosh(double x, std::int16_t& err);
+
 struct CpResult {
     float cp = 0;  // [kJ/(kmol K)]
     std::int16_t err = 0;
@@ -17,8 +21,8 @@ struct ReferenceConstants {
     double h0 = 0;  // [kJ/kmol]
     double s0 = 0;  // [kJ/(kmol K)], with -R ln(p/pRef0) when p > 0
 };
-// Zero points of h and s at p [kPa] for the reference selection. Writes TRef0, pRef0 of the record for RefKode 2 and
-// 10, and pRef0 101.325 in place of 0.
+// Zero points of h and s at p [kPa] for the reference selection. Writes TRef0, pRef0 of the record for
+// RefKode 2 and 10, and pRef0 101.325 in place of 0.
 ReferenceConstants RefConst(Session& s, double p);
 
 struct IdealGas {

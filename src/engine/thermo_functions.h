@@ -44,8 +44,8 @@ struct VirialDerivatives {
     double B1 = 0, B2 = 0;  // dB/dT [m^3/(kmol K)], d2B/dT2
 };
 // Fills DerivA and Deriv2A of the phase at T [K], p [kPa], v [m^3/kmol]; leaves them where v is at b or B.
-VirialDerivatives ThermoReal(Session& s, int phase, double T, double p, double v, const CubicDerivatives& terms,
-                             PhaseArrays& out);
+VirialDerivatives ThermoReal(Session& s, int phase, double T, double p, double v,
+                             const CubicDerivatives& terms, PhaseArrays& out);
 
 // Fills DerivA, Deriv2A and FuncA of the phase; entries 7 to 10 of FuncA stay without a cp(idG).
 // Leaves aT .. dT (and Bvirial) of T.
@@ -57,18 +57,18 @@ void ExpansionKoeff(int phase, double p, double v, PhaseArrays& out);
 // Absolute functions of one phase: [kJ/kmol], [kJ/(kmol K)], w [m/s], v [m^3/kmol].
 struct StateFunctions {
     double v = 0, h = 0, u = 0, s = 0, g = 0, a = 0;
-    double eH = 0, eU = 0;      // exergies of h and u
+    double eH = 0, eU = 0;  // exergies of h and u
     double cp = 0, cV = 0, cpId = 0, w = 0;
-    std::int16_t err = 0;       // -1: no ideal gas function here, or no environment state
+    std::int16_t err = 0;             // -1: no ideal gas function here, or no environment state
     bool environment_failed = false;  // h to w are set, only eH, eU are missing
 };
 
-// Absolute functions of one phase without exergies and without touching the roots of the scratch; the arrays of the
-// phase are filled.
+// Absolute functions of one phase without exergies and without touching the roots of the scratch; the arrays
+// of the phase are filled.
 StateFunctions phase_functions(Session& s, int phase, double T, double p, double v, PhaseArrays& arrays);
 
-// Absolute functions with exergies of one phase at T [K], p [kPa], v [m^3/kmol]. Leaves the scratch valid for T:
-// a(T) .. d(T), and the saturation roots below Tcr.
+// Absolute functions with exergies of one phase at T [K], p [kPa], v [m^3/kmol]. Leaves the scratch valid for
+// T: a(T) .. d(T), and the saturation roots below Tcr.
 StateFunctions ThermoState(Session& s, double T, double p, double v, int phase);
 
 // Both saturated phases at T [K] under the GLOBAL concept. w is 0.

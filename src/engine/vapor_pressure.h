@@ -19,7 +19,8 @@ enum EvpCode : int {
     evp_thompson = 8,
 };
 
-// Three-letter tag of a code, "000" for 0 and codes above 8; and back, 0 for a text that is none of the eight.
+// Three-letter tag of a code, "000" for 0 and codes above 8; and back, 0 for a text that is none of the
+// eight.
 std::string_view evp_tag(int code);
 int evp_code(std::string_view tag);
 
@@ -45,8 +46,8 @@ EvpSlope dpLVdT_EVP(Session& s, double T, int code);
 // err -1: p above pcr or below 1e-35, code 0 or above 8, or no solution.
 EvpResult TLV_EVP(Session& s, double p, int code, bool warn = false);
 
-// Fills the set of code 6, 7 or 8 in the substance constants from Tcr [K], pcr [kPa], Tnb [K]. Nothing changes for
-// other codes, or where one of the three is missing.
+// Fills the set of code 6, 7 or 8 in the substance constants from Tcr [K], pcr [kPa], Tnb [K]. Nothing
+// changes for other codes, or where one of the three is missing.
 void KorreliereEVP(Session& s, int code, float Tcr, float pcr, float Tnb);
 
 }  // namespace quom

@@ -19,19 +19,19 @@ enum HlvCode : int {
 };
 
 struct HlvResult {
-    std::int32_t value = 0;    // delta(LV)h, a whole number of kJ/kmol
-    double ZV = 0, ZL = 0;     // compressibility factors of models 5 and 6
-    std::int16_t dT = 0;       // how far T lies outside the validity of model 1 [K], below it positive
+    std::int32_t value = 0;  // delta(LV)h, a whole number of kJ/kmol
+    double ZV = 0, ZL = 0;   // compressibility factors of models 5 and 6
+    std::int16_t dT = 0;     // how far T lies outside the validity of model 1 [K], below it positive
     double fd = 0, g1 = 0, g2 = 0;
-    std::string method;        // how it was calculated
-    std::string source;        // where p or T comes from, or why there is no value
+    std::string method;  // how it was calculated
+    std::string source;  // where p or T comes from, or why there is no value
     std::int16_t err = 0;
 };
 
-// delta(LV)h by model 1 to 7 at T [K] or p [kPa]; of the two the missing one (below 1e-6) is completed along the
-// vapor pressure curve in place. warn allows the box on the validity.
-// err -1, value 0: T above Tcr, no p or T to be had, a missing quantity; source tells, except at entry.
-// Chen (1965), Carruth and Kobayashi (1972), Watson (1943).
+// delta(LV)h by model 1 to 7 at T [K] or p [kPa]; of the two the missing one (below 1e-6) is completed along
+// the vapor pressure curve in place. warn allows the box on the validity. err -1, value 0: T above Tcr, no p
+// or T to be had, a missing quantity; source tells, except at entry. Chen (1965), Carruth and Kobayashi
+// (1972), Watson (1943).
 HlvResult hLV(Session& s, int model, double& T, double& p, int EVP, bool warn = false);
 
 struct HlvEquation {

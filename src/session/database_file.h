@@ -10,20 +10,20 @@ namespace quom {
 
 // One row of the list of substances.
 struct SubstanceRow {
-    std::int16_t SubstanceNo = 0;   // system number
-    std::string SubstanceFormula;   // 12 characters at most
-    std::string SubstanceName;      // name of the language in force with its synonyms
+    std::int16_t SubstanceNo = 0;  // system number
+    std::string SubstanceFormula;  // 12 characters at most
+    std::string SubstanceName;     // name of the language in force with its synonyms
     std::string SubstanceCAS;
 };
 
 // The file stays open so that any record can be read at any moment. Kind 0: none loaded.
 struct DatabaseFile {
     RandomFile handle;
-    int DatabaseKind = 0;             // 6 or 7
-    std::string path;                 // path in force
-    std::string PathQ06, PathQ07;     // last paths by kind
-    std::vector<SubstanceRow> rows;   // [i - 1] is substance i
-    std::string record;               // buffer: bytes of the record that was read last
+    int DatabaseKind = 0;            // 6 or 7
+    std::string path;                // path in force
+    std::string PathQ06, PathQ07;    // last paths by kind
+    std::vector<SubstanceRow> rows;  // [i - 1] is substance i
+    std::string record;              // buffer: bytes of the record that was read last
     int StoffAnzahl() const { return static_cast<int>(rows.size()); }
 };
 

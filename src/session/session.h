@@ -79,12 +79,12 @@ struct EnvironmentPhase {
 // evaluated once per selection and not per state.
 struct EnvironmentCache {
     bool valid = false;
-    ModelSelection models;
+    int EOSKode = -1, cpKode = 0;
+    bool VPhaseOnly = false;
     EosBlock eos;
     ReferenceState reference;
     double Tcr = 0, pcr = 0, omega = 0;
-    std::array<float, 10> cp{};        // the two cp(idG) sets
-    std::array<float, 5> formation{};  // MolMass, dfH0, dfG0, S0abs, unused
+    std::array<float, 14> substance{};  // the two cp(idG) sets, MolMass, dfH0, dfG0, S0abs
     EnvironmentPhase L, V;
     bool hasL = false, hasV = false;
     std::int16_t err = 0;
