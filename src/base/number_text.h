@@ -4,6 +4,7 @@
 // give "(Error)" in every form.
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,8 +17,12 @@ std::int16_t to_i16(double x);
 // Half-to-even rounding to 32 bits; 0 for a value outside the range or not finite.
 std::int32_t to_i32(double x);
 
-// The longest leading number of a text ("E" or "D" exponent, blanks skipped); 0 when there is none.
+// The longest leading number of a text ("E" or "D" exponent, blanks skipped); 0 when there is none or
+// when it is too large for a double.
 double Val(std::string_view text);
+
+// The same number when the whole text is one, blanks around it aside; none otherwise.
+std::optional<double> read_number(std::string_view text);
 
 // The short form: "-" or one leading blank, digits, no zero before the point: " .5", "-5", " 1E+07".
 std::string strNum(double x);
