@@ -1,0 +1,22 @@
+// How far a temperature lies outside the validity of an equation.
+#pragma once
+#include <algorithm>
+#include <cstdint>
+
+#include "base/number_text.h"
+
+namespace quom {
+
+// A difference of temperatures as a whole number of K (half to even).
+inline std::int16_t whole_kelvin(double difference) {
+    return static_cast<std::int16_t>(std::clamp(round_half_even(difference), -32768.0, 32767.0));
+}
+
+// T - TLo below the range, T - THi above it [K], 0 inside.
+inline std::int16_t outside_by(double T, int TLo, int THi) {
+    if (T < TLo) return whole_kelvin(T - TLo);
+    if (T > THi) return whole_kelvin(T - THi);
+    return 0;
+}
+
+}  // namespace quom
