@@ -1,0 +1,48 @@
+#include "calc/calc_titles.h"
+
+#include <array>
+
+#include "calc/mode_table.h"
+#include "session/calc_state.h"
+
+namespace quom {
+
+namespace {
+
+constexpr std::array<std::string_view, ExtendedRows> labels = {
+    " (dp/dV) at T", " (dp/dT) at v",  " (dV/dp) at T",  " (dV/dT) at p",  " (dT/dV) at p",   " (dT/dp) at v",
+    " alpha/(1/K)  ", "   chi/(1/kPa)", "  beta/(1/K)  ", "       d2p/dV²", "",                "",
+    "       d2V/dT²", "       d2T/dV²", "     ln (phi*)", "    dln phi/dT", "  d2ln phi/dT²", "   (s-s_idG)/R",
+    "   (h-h_idG)/R", "   (g-g_idG)/R", " (cp-cp_idG)/R", " (dT/dp) at H",  " cv/kJ/kmol/K ",  " cp/kJ/kmol/K "};
+
+std::string_view concept_text(bool global) { return global ? " (GLOBAL calculation)" : " (PARTIAL calculation)"; }
+
+}  // namespace
+
+std::string CalcTitle(const Session& s, int mode) {
+    const ModeEntry* entry = mode_entry(mode);
+    if (!entry) return {};
+    std::string title(entry->list_title);
+    if (mode == 4 || mode == 5) title += concept_text(s.calc.GlobalCalc);
+    if (mode == 8) title += concept_text(true);
+    return title;
+}
+
+std::string CalcCaption(const Session& s, int mode) {
+    if (mode != 9 && mode != 10) return "Result of the Calculation: " + CalcTitle(s, mode);
+    std::string caption(mode_entry(mode)->list_title);
+    if (mode == 9) return caption += concept_text(true);
+    caption += " (PARTIAL calculation, rho(L)) ";
+    return caption += s.calc.BensonRhoL ? " (acc. BENSON's method)" : " from database)";
+}
+
+std::string_view extended_label(std::size_t row) { return row < labels.size() ? labels[row] : std::string_view(); }
+
+std::string extended_label_plain(std::size_t row) {
+    constexpr std::string_view square = "²";
+    std::string label(extended_label(row));
+    if (const auto at = label.find(square); at != std::string::npos) label.replace(at, square.size(), "2");
+    return label;
+}
+
+}  // namespace quom
