@@ -26,8 +26,9 @@ struct CalcRun {
     double rhoL = 0, rhoV = 0;      // their densities [kg/m^3]
     double y = 0;                   // vapor fraction of a two-phase state
     bool have_y = false;
+    double vV_eos = 0;              // V-like root at T, p, stable or not
     bool L_from_eos = true;         // vL is a root of the EOS in force, so that functions exist there
-    std::string_view rhoL_method;   // line above the density rows
+    std::string_view rhoL_method{};   // line above the density rows
 
     int mode() const { return request.Mode; }
     double M() const { return static_cast<double>(s.substance.MolMass); }
@@ -61,7 +62,7 @@ void show_rho(CalcRun& run, ViewText& where);
 // ---- Faults ----
 // Reports a fault of a step: the list turns red and ends in the message; reason is for callers without a window.
 void CalcMessage(CalcRun& run, std::string_view message, std::string_view reason);
-// A red text in place of a value; the point gets no result.
+// A red text in place of a shown value; the point gets no result.
 void refuse(CalcRun& run, ViewText& where, std::string_view content);
 std::string error_code(int err);  // " (E-1)"
 

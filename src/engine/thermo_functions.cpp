@@ -340,8 +340,7 @@ const EnvironmentCache& environment_state(Session& s) {
     return s.environment;
 }
 
-StateFunctions ThermoState(Session& s, double T, double p, double v, int phase) {
-    PhaseArrays arrays;
+StateFunctions state_functions(Session& s, int phase, double T, double p, double v, PhaseArrays& arrays) {
     StateFunctions f = phase_functions(s, phase, T, p, v, arrays);
     if (f.err) return f;
     const EnvironmentCache& env = environment_state(s);
@@ -351,6 +350,13 @@ StateFunctions ThermoState(Session& s, double T, double p, double v, int phase) 
     } else {
         add_exergies(s, env.hasV ? env.V : env.L, f);
     }
+    return f;
+}
+
+StateFunctions ThermoState(Session& s, double T, double p, double v, int phase) {
+    PhaseArrays arrays;
+    const StateFunctions f = state_functions(s, phase, T, p, v, arrays);
+    if (f.err && !f.environment_failed) return f;
     EOSParT(s, T);
     pLV_EOS(s, T);
     return f;

@@ -67,6 +67,9 @@ struct StateFunctions {
 // of the phase are filled.
 StateFunctions phase_functions(Session& s, int phase, double T, double p, double v, PhaseArrays& arrays);
 
+// The same with exergies.
+StateFunctions state_functions(Session& s, int phase, double T, double p, double v, PhaseArrays& arrays);
+
 // Absolute functions with exergies of one phase at T [K], p [kPa], v [m^3/kmol]. Leaves the scratch valid for
 // T: a(T) .. d(T), and the saturation roots below Tcr.
 StateFunctions ThermoState(Session& s, double T, double p, double v, int phase);
