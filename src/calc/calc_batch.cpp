@@ -24,8 +24,9 @@ struct RegionTexts {
 constexpr RegionTexts region_critical = {
     4, "critical point (T = T(cr), p = p(cr))   > > > > > > > > >", "", "", "identic", ""};
 constexpr RegionTexts region_supercritical = {
-    2, "supercritical phase (L) = (V) (T > T(cr), p > p(cr))   > > > > >", "", "", "identic",
-    " no 2-phase state! "};
+    2,         "supercritical phase (L) = (V) (T > T(cr), p > p(cr))   > > > > >",
+    "",        "",
+    "identic", " no 2-phase state! "};
 constexpr RegionTexts region_liquid = {
     1, "supercritical L-phase (T < T(cr), p > p(cr))   > > > > > > >", "L-Phase", "", "(identical)", ""};
 constexpr RegionTexts region_pressure = {

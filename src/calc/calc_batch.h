@@ -70,7 +70,7 @@ struct CalcBatchResult {
     TankContents tank;     // modes 9, 10
     std::int16_t err = 0;  // -1: the point has no result
     std::string fault;     // why, in the words shown; empty when good
-    std::string warning;  // what the user was or would be warned of; not without want_text
+    std::string warning;   // what the user was or would be warned of; not without want_text
 };
 
 // Runs one calculation by request.Mode on the specified values of data point request.Point.

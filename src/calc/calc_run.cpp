@@ -24,7 +24,8 @@ bool fetch_failed(CalcRun& run, ViewText& where, std::string_view content) {
 // rho of a column, with its volume.
 bool take_rho(CalcRun& run, float rho, ViewText& where) {
     run.rho = static_cast<double>(rho);
-    if (!(run.rho >= TinyT) || !std::isfinite(run.rho)) return fetch_failed(run, where, "no rho in this data set");
+    if (!(run.rho >= TinyT) || !std::isfinite(run.rho))
+        return fetch_failed(run, where, "no rho in this data set");
     run.v = run.M() / run.rho;
     return true;
 }
@@ -54,7 +55,8 @@ void take_T(CalcRun& run, double T) {
 
 bool FetchT(CalcRun& run) {
     const double T = run.point().T;
-    if (!(T >= TinyT) || !std::isfinite(T)) return fetch_failed(run, run.out.view.par1, "no T in this data set");
+    if (!(T >= TinyT) || !std::isfinite(T))
+        return fetch_failed(run, run.out.view.par1, "no T in this data set");
     take_T(run, T);
     run.out.Result[slot_T] = T;
     warn_triple(run);
@@ -63,7 +65,8 @@ bool FetchT(CalcRun& run) {
 
 bool Fetchp(CalcRun& run) {
     const double p = run.point().p;
-    if (!(p >= TinyT) || !std::isfinite(p)) return fetch_failed(run, run.out.view.par1, "no p in this data set");
+    if (!(p >= TinyT) || !std::isfinite(p))
+        return fetch_failed(run, run.out.view.par1, "no p in this data set");
     run.p = p;
     run.out.Result[slot_p] = p;
     return true;
@@ -163,12 +166,13 @@ void partial_liquid(CalcRun& run) {
     const bool benson = run.s.calc.BensonRhoL;
     run.L_from_eos = false;
     run.rhoL = run.vL = 0.0;
-    const double rhoL = benson ? rhoLBenson(run.s, run.T, run.rhoV)
-                               : rhoL_Fu(run.s, single(run.T), !run.request.Quiet).rho;
+    const double rhoL =
+        benson ? rhoLBenson(run.s, run.T, run.rhoV) : rhoL_Fu(run.s, single(run.T), !run.request.Quiet).rho;
     if (benson) {
         run.rhoL_method = "BENSON's method:";
     } else {
-        run.rhoL_method = run.mode() == 5 ? "using database equation rho(T)" : "using database equation rho(T):";
+        run.rhoL_method =
+            run.mode() == 5 ? "using database equation rho(T)" : "using database equation rho(T):";
     }
     if (rhoL > TinyT && rhoL < NotAvailable) run.rhoL = rhoL, run.vL = run.M() / rhoL;
 }

@@ -9,13 +9,34 @@ namespace quom {
 
 namespace {
 
-constexpr std::array<std::string_view, ExtendedRows> labels = {
-    " (dp/dV) at T", " (dp/dT) at v",  " (dV/dp) at T",  " (dV/dT) at p",  " (dT/dV) at p",   " (dT/dp) at v",
-    " alpha/(1/K)  ", "   chi/(1/kPa)", "  beta/(1/K)  ", "       d2p/dV²", "",                "",
-    "       d2V/dT²", "       d2T/dV²", "     ln (phi*)", "    dln phi/dT", "  d2ln phi/dT²", "   (s-s_idG)/R",
-    "   (h-h_idG)/R", "   (g-g_idG)/R", " (cp-cp_idG)/R", " (dT/dp) at H",  " cv/kJ/kmol/K ",  " cp/kJ/kmol/K "};
+constexpr std::array<std::string_view, ExtendedRows> labels = {" (dp/dV) at T",
+                                                               " (dp/dT) at v",
+                                                               " (dV/dp) at T",
+                                                               " (dV/dT) at p",
+                                                               " (dT/dV) at p",
+                                                               " (dT/dp) at v",
+                                                               " alpha/(1/K)  ",
+                                                               "   chi/(1/kPa)",
+                                                               "  beta/(1/K)  ",
+                                                               "       d2p/dV²",
+                                                               "",
+                                                               "",
+                                                               "       d2V/dT²",
+                                                               "       d2T/dV²",
+                                                               "     ln (phi*)",
+                                                               "    dln phi/dT",
+                                                               "  d2ln phi/dT²",
+                                                               "   (s-s_idG)/R",
+                                                               "   (h-h_idG)/R",
+                                                               "   (g-g_idG)/R",
+                                                               " (cp-cp_idG)/R",
+                                                               " (dT/dp) at H",
+                                                               " cv/kJ/kmol/K ",
+                                                               " cp/kJ/kmol/K "};
 
-std::string_view concept_text(bool global) { return global ? " (GLOBAL calculation)" : " (PARTIAL calculation)"; }
+std::string_view concept_text(bool global) {
+    return global ? " (GLOBAL calculation)" : " (PARTIAL calculation)";
+}
 
 }  // namespace
 
@@ -36,7 +57,9 @@ std::string CalcCaption(const Session& s, int mode) {
     return caption += s.calc.BensonRhoL ? " (acc. BENSON's method)" : " from database)";
 }
 
-std::string_view extended_label(std::size_t row) { return row < labels.size() ? labels[row] : std::string_view(); }
+std::string_view extended_label(std::size_t row) {
+    return row < labels.size() ? labels[row] : std::string_view();
+}
 
 std::string extended_label_plain(std::size_t row) {
     constexpr std::string_view square = "²";

@@ -1,4 +1,5 @@
-// Extended output: derivatives, fugacity and residual functions, mechanical coefficients, points of inflection.
+// Extended output: derivatives, fugacity and residual functions, mechanical coefficients, points of
+// inflection.
 #include "base/code_page.h"
 #include "base/number_text.h"
 #include "calc/calc_run.h"
@@ -25,10 +26,18 @@ double row_value(const PhaseArrays& a, int phase, std::size_t row) {
 // Exponent of the volume unit in a derivative row.
 int volume_power(std::size_t row) {
     switch (row) {
-        case 0: case 4: return -1;        // (dp/dV), (dT/dV)
-        case 2: case 3: case 12: return 1;  // (dV/dp), (dV/dT), d2V/dT2
-        case 9: case 13: return -2;       // d2p/dV2, d2T/dV2
-        default: return 0;
+        case 0:
+        case 4:
+            return -1;  // (dp/dV), (dT/dV)
+        case 2:
+        case 3:
+        case 12:
+            return 1;  // (dV/dp), (dV/dT), d2V/dT2
+        case 9:
+        case 13:
+            return -2;  // d2p/dV2, d2T/dV2
+        default:
+            return 0;
     }
 }
 
@@ -42,10 +51,14 @@ struct Extended {
     double value(std::size_t row, int phase) const {
         const double x = row_value(arrays, phase, row);
         switch (volume_power(row)) {
-            case 1: return x * vFactor;
-            case -1: return x / vFactor;
-            case -2: return x / (vFactor * vFactor);
-            default: return x;
+            case 1:
+                return x * vFactor;
+            case -1:
+                return x / vFactor;
+            case -2:
+                return x / (vFactor * vFactor);
+            default:
+                return x;
         }
     }
     void print_values(std::string row, std::size_t number, std::string_view mask) {
@@ -106,9 +119,9 @@ void inflection_lines(Extended& x) {
     for (std::size_t k = 0; k < 2 && !points.err; ++k) {
         if (!(points.v[k] > 0.0)) continue;
         found = true;
-        run.line(std::string(k == 0 ? "1st" : "2nd") + " point of inflection p-v isoth.: v = " +
-                 formatMask(points.v[k] * x.vFactor, "#0.0000#") + (specific ? " m^3/kg" : " m^3/kmol") +
-                 ", p = " + formatMask(points.pv[k], "#####0") +
+        run.line(std::string(k == 0 ? "1st" : "2nd") +
+                 " point of inflection p-v isoth.: v = " + formatMask(points.v[k] * x.vFactor, "#0.0000#") +
+                 (specific ? " m^3/kg" : " m^3/kmol") + ", p = " + formatMask(points.pv[k], "#####0") +
                  " kPa (cf. 2nd deriv.= " + formatMask(points.d2[k], "0.0E+00") + ")");
     }
     if (!found) run.line("inflection point of p-v isoth.: No solution found");

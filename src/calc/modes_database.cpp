@@ -28,17 +28,15 @@ constexpr Units capacity_unit = {" kJ/(kmol/)", " ", " 1/K", " kJ/(kg K)"};
 struct DatabaseFunction {
     std::string_view label;
     Units units;
-    int slot;          // -1 none
-    bool molar;        // times uFactor
+    int slot;    // -1 none
+    bool molar;  // times uFactor
     Evaluate evaluate;
-    Limits limits;     // as stored; TLo 0: none
+    Limits limits;  // as stored; TLo 0: none
 };
 
-// Limits of an equation without its own: 10 K around a reference temperature, or around triple (else boiling) point
-// and critical point.
-TLimits around(double low, double high) {
-    return {.TLo = to_i16(low - 10.0), .THi = to_i16(high + 10.0)};
-}
+// Limits of an equation without its own: 10 K around a reference temperature, or around triple (else boiling)
+// point and critical point.
+TLimits around(double low, double high) { return {.TLo = to_i16(low - 10.0), .THi = to_i16(high + 10.0)}; }
 
 TLimits stored_or_default(const Session& s, TLimits stored, float reference = 0.0f) {
     if (stored.TLo != 0) return stored;
@@ -88,10 +86,12 @@ TLimits limits_of(const Session& s) {
     return stored_or_default(s, {.TLo = s.substance.*Lo, .THi = s.substance.*Hi});
 }
 TLimits limits_rhoL(const Session& s) {
-    return stored_or_default(s, {.TLo = s.substance.RhoLTLo, .THi = s.substance.RhoLTHi}, s.substance.RhoL[2]);
+    return stored_or_default(s, {.TLo = s.substance.RhoLTLo, .THi = s.substance.RhoLTHi},
+                             s.substance.RhoL[2]);
 }
 TLimits limits_rhoS(const Session& s) {
-    return stored_or_default(s, {.TLo = s.substance.RhoSTLo, .THi = s.substance.RhoSTHi}, s.substance.RhoS[2]);
+    return stored_or_default(s, {.TLo = s.substance.RhoSTLo, .THi = s.substance.RhoSTHi},
+                             s.substance.RhoS[2]);
 }
 TLimits limits_cpIdG(const Session& s) {
     const C& k = s.substance;
@@ -122,10 +122,11 @@ constexpr std::array<DatabaseFunction, 11> functions = {{
 void warn_outside(CalcRun& run, TLimits limits) {
     const double T = run.T;
     if (T >= limits.TLo - outside_allowed && T <= limits.THi + outside_allowed) return;
-    const Message message{.title = "WARNING",
-                          .text = "T more than 10 K outside the T limits of the equation\n(T/K = " + genNum(T) +
-                                  "; " + genNum(int{limits.TLo}) + " ... " + genNum(int{limits.THi}) + ")",
-                          .kind = MessageKind::warning};
+    const Message message{
+        .title = "WARNING",
+        .text = "T more than 10 K outside the T limits of the equation\n(T/K = " + genNum(T) + "; " +
+                genNum(int{limits.TLo}) + " ... " + genNum(int{limits.THi}) + ")",
+        .kind = MessageKind::warning};
     if (run.text) run.out.warning = message.text;
     if (!run.request.Quiet) run.s.tell(message);
 }

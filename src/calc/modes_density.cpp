@@ -71,7 +71,8 @@ void vapor_fraction_lines(CalcRun& run) {
 void critical_lines(CalcRun& run) {
     const SubstanceConstants& k = run.s.substance;
     if (!run.text) return;
-    if (!(std::fabs(run.T - k.Tcr) < critical_window_T && std::fabs(run.p - k.pcr) < critical_window_p)) return;
+    if (!(std::fabs(run.T - k.Tcr) < critical_window_T && std::fabs(run.p - k.pcr) < critical_window_p))
+        return;
     run.line("Critical point!");
     run.line(" T(cr) = " + formatMask(k.Tcr, "####0.00") + " K");
     run.line(" p(cr) = " + formatMask(k.pcr, "#####.00") + " kPa");
@@ -209,8 +210,8 @@ AfterBranch mode_p_rho(CalcRun& run) {
     run.out.Result[slot_T] = T;
     if (run.text) run.out.view.txtco2.text = " T = " + formatMask(T, "###0.000") + " K";
     if (!volumes_at_Tp(run)) return AfterBranch::result_block;
-    // T on the saturation curve is only as good as the search for it: a volume clearly between the two outer roots
-    // is a two-phase state even when the areas call one of them stable.
+    // T on the saturation curve is only as good as the search for it: a volume clearly between the two outer
+    // roots is a two-phase state even when the areas call one of them stable.
     const auto& root = s.scratch.VRoot;
     const bool three = run.out.PhaseCode == 3 && !s.models.VPhaseOnly;
     if (three && run.v > root[0] * 1.0001 && run.v < root[2] * 0.9999) {
@@ -234,7 +235,8 @@ void density_rows(CalcRun& run) {
     if (has_L) out.Result[slot_vL] = run.vL * vFactor;
     if (!run.text) return;
     table_row(run, "Density", label_text(run.s, Quantity::rho), has_L, run.rhoL, has_V, run.rhoV);
-    table_row(run, "Volume", label_text(run.s, Quantity::v), has_L, run.vL * vFactor, has_V, run.vV * vFactor);
+    table_row(run, "Volume", label_text(run.s, Quantity::v), has_L, run.vL * vFactor, has_V,
+              run.vV * vFactor);
 }
 
 void density_and_vaporization(CalcRun& run) {

@@ -13,15 +13,15 @@ namespace {
 
 // What differs between T => p(LV) and p => T(LV).
 struct Side {
-    std::string_view limit;         // behind the specified value
-    std::string_view evp_head;      // + name of the equation
-    std::string_view evp_colon;     // behind the name
-    std::string_view without_evp;   // head when the data set has to help out
+    std::string_view limit;        // behind the specified value
+    std::string_view evp_head;     // + name of the equation
+    std::string_view evp_colon;    // behind the name
+    std::string_view without_evp;  // head when the data set has to help out
     std::string_view no_data;
     std::string_view from_data;
     std::string_view data_mask;
     std::string_view value_mask;
-    std::string_view eos_head;      // head of the GLOBAL calculation
+    std::string_view eos_head;  // head of the GLOBAL calculation
     bool eos_name_in_head;
     std::string_view eos_value;
     std::string_view unit;
@@ -83,8 +83,8 @@ double by_vapor_pressure_equation(CalcRun& run) {
     Session& s = run.s;
     if (s.models.EVPKode == evp_none) return 0.0;
     const bool warn = !run.request.Quiet;
-    const EvpResult r = given_T(run) ? pLV_EVP(s, run.T, s.models.EVPKode, warn)
-                                     : TLV_EVP(s, run.p, s.models.EVPKode, warn);
+    const EvpResult r =
+        given_T(run) ? pLV_EVP(s, run.T, s.models.EVPKode, warn) : TLV_EVP(s, run.p, s.models.EVPKode, warn);
     return r.err == 0 && std::isfinite(r.value) && r.value >= TinyT && r.value < NotAvailable ? r.value : 0.0;
 }
 

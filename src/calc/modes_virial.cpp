@@ -14,13 +14,13 @@ namespace {
 
 // The EOS in force, put back at the end of the scope whatever was tried in between.
 class KeepEos {
-   public:
+ public:
     explicit KeepEos(Session& s) : s_(s), models_(s.models), eos_(s.eos) {}
     ~KeepEos() { s_.models = std::move(models_), s_.eos = eos_; }
     KeepEos(const KeepEos&) = delete;
     KeepEos& operator=(const KeepEos&) = delete;
 
-   private:
+ private:
     Session& s_;
     ModelSelection models_;
     EosBlock eos_;

@@ -20,30 +20,102 @@ constexpr std::array<QuantityInfo, 22> quantities = {{
     {p, K::pressure, "p", "kPa", "Pressure", "Pressure", "", {"p/ kPa"}},
     {rho, K::density, "rho", "kg/m^3", "Density", "Density", "Density rho       = ", {"rho/ (kg/m^3) "}},
     {v, K::volume, "v", "", "Volume", "Volume", "Volume  v         = ", {}},
-    {h, K::energy, "h", "", "Enthalpy    ", "Enthalpy       ", "Enthalpy  h       = ",
+    {h,
+     K::energy,
+     "h",
+     "",
+     "Enthalpy    ",
+     "Enthalpy       ",
+     "Enthalpy  h       = ",
      {"h/ (kJ/kmol) ", "h/ K", "h/ (R T)", "h/ (kJ/kg) "}},
-    {Quantity::s, K::entropy, "s", "", "Entropy     ", "Entropy         ", "Entropy  s        = ",
+    {Quantity::s,
+     K::entropy,
+     "s",
+     "",
+     "Entropy     ",
+     "Entropy         ",
+     "Entropy  s        = ",
      {"s/ (kJ/kmol/K) ", "s/ R ", "s / (1/K) ", "s / (kJ/(kg K)) "}},
-    {g, K::energy, "g", "", "Gibbs Enthalpy ", "Gibbs Function ", "Gibbs Fu. g       = ",
+    {g,
+     K::energy,
+     "g",
+     "",
+     "Gibbs Enthalpy ",
+     "Gibbs Function ",
+     "Gibbs Fu. g       = ",
      {"g/ (kJ/kmol) ", "g/ K", "g/ (R T)", "g/ (kJ/kg) "}},
-    {u, K::energy, "u", "", "Internal Energy     ", "Internal Energy ", "Intern. Energy u  = ",
+    {u,
+     K::energy,
+     "u",
+     "",
+     "Internal Energy     ",
+     "Internal Energy ",
+     "Intern. Energy u  = ",
      {"u/ (kJ/kmol) ", "u/ K", "u/ (R T)", "u/ (kJ/kg) "}},
-    {a, K::energy, "a", "", "Helmholtz Funct.", "Helmholtz Funct.", "Helmholtz Fu. a   = ",
+    {a,
+     K::energy,
+     "a",
+     "",
+     "Helmholtz Funct.",
+     "Helmholtz Funct.",
+     "Helmholtz Fu. a   = ",
      {"a/ (kJ/kmol) ", "a/ K", "a/ (R T)", "a/ (kJ/kg) "}},
-    {eH, K::energy, "eH", "", "Exergy of H     ", "Exergy of H  ", "Exergy of H   eH  = ",
+    {eH,
+     K::energy,
+     "eH",
+     "",
+     "Exergy of H     ",
+     "Exergy of H  ",
+     "Exergy of H   eH  = ",
      {"e/ (kJ/kmol) ", "e/ K", "e/ (R T)", "e/ (kJ/kg) "}},
-    {eU, K::energy, "eU", "", "Exergy of U", "Exergy of U", "Exergy of U   eU  = ",
+    {eU,
+     K::energy,
+     "eU",
+     "",
+     "Exergy of U",
+     "Exergy of U",
+     "Exergy of U   eU  = ",
      {"e/ (kJ/kmol) ", "e/ K", "e/ (R T)", "e/ (kJ/kg) "}},
-    {cp, K::entropy, "cp", "", "Heat capacity  ", "Heat capacity  ", "Heat capacity cp  = ",
+    {cp,
+     K::entropy,
+     "cp",
+     "",
+     "Heat capacity  ",
+     "Heat capacity  ",
+     "Heat capacity cp  = ",
      {"cp/(kJ/kmol/K)", "cp/ R ", "cp/ (1/K) ", "cp/(kJ/(kg K))"}},
-    {cV, K::entropy, "cV", "", "Heat capacity  ", "Heat capacity  ", "Heat capacity cV  = ",
+    {cV,
+     K::entropy,
+     "cV",
+     "",
+     "Heat capacity  ",
+     "Heat capacity  ",
+     "Heat capacity cV  = ",
      {"cV/(kJ/kmol/K)", "cV/ R ", "cV/ (1/K) ", "cV/(kJ/(kg K))"}},
     {w, K::speed, "w", "m/s", "Speed of Sound", "Speed of Sound", "", {"as/ (m/s)"}},
-    {hLV, K::energy, "delta(LV)h", "", "", "", "",
+    {hLV,
+     K::energy,
+     "delta(LV)h",
+     "",
+     "",
+     "",
+     "",
      {"delta(LV)h/(kJ/kmol)", "delta(LV)h/K", "delta(LV)h/(R T)", "delta(LV)h/(kJ/kg)"}},
-    {sLV, K::entropy, "delta(LV)s", "", "", "", "",
+    {sLV,
+     K::entropy,
+     "delta(LV)s",
+     "",
+     "",
+     "",
+     "",
      {"delta(LV)s/(kJ/(kmol K))", "delta(LV)s/R", "delta(LV)s/(1/K))", "delta(LV)s/(kJ/(kg K))"}},
-    {cpId, K::entropy, "cp(idG)", "", "", "", "",
+    {cpId,
+     K::entropy,
+     "cp(idG)",
+     "",
+     "",
+     "",
+     "",
      {"cp(idG)/(kJ/kmol/K)", "cp(idG)/R", "cp(idG)/(1/K)", "cp(idG)/(kJ/(kg K))"}},
     {alpha, K::fixed, "alpha", "1/K", "", "", "", {" alpha/(1/K)  "}},
     {chi, K::fixed, "chi", "1/kPa", "", "", "", {"   chi/(1/kPa)"}},
@@ -57,13 +129,48 @@ struct SlotInfo {
     Quantity quantity;
 };
 constexpr std::array<SlotInfo, slot_count> slots = {{
-    {"T", T}, {"p", p}, {"rho(global)", rho}, {"v(global)", v}, {"rho(L)", rho}, {"cp(S)", cp}, {"x", T},
-    {"cp(idG)", cpId}, {"x", T}, {"v(V)", v}, {"h(V)", h}, {"s(V)", Quantity::s}, {"g(V)", g}, {"u(V)", u},
-    {"a(V)", a}, {"eH(V)", eH}, {" eU(V)", eU}, {"cp(V)", cp}, {"cV(V)", cV}, {"v(L)", v}, {"h(L)", h},
-    {"s(L)", Quantity::s}, {"g(L)", g}, {"u(L)", u}, {"a(L)", a}, {"eH(L)", eH}, {"eU(L)", eU}, {"cp(L)", cp},
-    {"cV(L)", cV}, {"delta(LV)h", hLV}, {"delta(LV)s", sLV}, {"alpha(V)", alpha}, {"chi(V)", chi},
-    {"beta(V)", beta}, {"delta(V)", delta}, {"alpha(L)", alpha}, {"chi(L)", chi}, {"beta(L)", beta},
-    {"delta(L)", delta}, {"sound speed(L)", w}, {"sound speed(V)", w}, {"B", B},
+    {"T", T},
+    {"p", p},
+    {"rho(global)", rho},
+    {"v(global)", v},
+    {"rho(L)", rho},
+    {"cp(S)", cp},
+    {"x", T},
+    {"cp(idG)", cpId},
+    {"x", T},
+    {"v(V)", v},
+    {"h(V)", h},
+    {"s(V)", Quantity::s},
+    {"g(V)", g},
+    {"u(V)", u},
+    {"a(V)", a},
+    {"eH(V)", eH},
+    {" eU(V)", eU},
+    {"cp(V)", cp},
+    {"cV(V)", cV},
+    {"v(L)", v},
+    {"h(L)", h},
+    {"s(L)", Quantity::s},
+    {"g(L)", g},
+    {"u(L)", u},
+    {"a(L)", a},
+    {"eH(L)", eH},
+    {"eU(L)", eU},
+    {"cp(L)", cp},
+    {"cV(L)", cV},
+    {"delta(LV)h", hLV},
+    {"delta(LV)s", sLV},
+    {"alpha(V)", alpha},
+    {"chi(V)", chi},
+    {"beta(V)", beta},
+    {"delta(V)", delta},
+    {"alpha(L)", alpha},
+    {"chi(L)", chi},
+    {"beta(L)", beta},
+    {"delta(L)", delta},
+    {"sound speed(L)", w},
+    {"sound speed(V)", w},
+    {"B", B},
 }};
 
 std::size_t mode_index(int mode, std::size_t n) {
@@ -77,10 +184,14 @@ const QuantityInfo& quantity_info(Quantity q) { return quantities[static_cast<st
 std::string_view unit_text(const Session& s, Quantity q) {
     const QuantityInfo& info = quantity_info(q);
     switch (info.kind) {
-        case UnitKind::energy: return energy_units[mode_index(s.units.EnergyMode, 4)];
-        case UnitKind::entropy: return entropy_units[mode_index(s.units.EnergyMode, 4)];
-        case UnitKind::volume: return VolumeName(s);
-        default: return info.unit;
+        case UnitKind::energy:
+            return energy_units[mode_index(s.units.EnergyMode, 4)];
+        case UnitKind::entropy:
+            return entropy_units[mode_index(s.units.EnergyMode, 4)];
+        case UnitKind::volume:
+            return VolumeName(s);
+        default:
+            return info.unit;
     }
 }
 
@@ -94,9 +205,12 @@ std::string label_text(const Session& s, Quantity q) {
 double display_factor(const Session& s, Quantity q) {
     switch (quantity_info(q).kind) {
         case UnitKind::energy:
-        case UnitKind::entropy: return s.units.uFactor;
-        case UnitKind::volume: return s.units.vFactor;
-        default: return 1.0;
+        case UnitKind::entropy:
+            return s.units.uFactor;
+        case UnitKind::volume:
+            return s.units.vFactor;
+        default:
+            return 1.0;
     }
 }
 
@@ -104,10 +218,14 @@ double unitFactor(const Session& s, double T) {
     const double M = static_cast<double>(s.substance.MolMass);
     if (T < TinyT) T = s.units.TcrStart;
     switch (s.units.EnergyMode) {
-        case 1: return 1.0 / RGas;
-        case 2: return T < TinyT ? 1.0 : 1.0 / (RGas * T);
-        case 3: return M < TinyT ? 1.0 : 1.0 / M;
-        default: return 1.0;
+        case 1:
+            return 1.0 / RGas;
+        case 2:
+            return T < TinyT ? 1.0 : 1.0 / (RGas * T);
+        case 3:
+            return M < TinyT ? 1.0 : 1.0 / M;
+        default:
+            return 1.0;
     }
 }
 
