@@ -103,7 +103,7 @@ void CalcMessage(CalcRun& run, std::string_view message, std::string_view reason
     out.fault.assign(reason).append(message);
     out.view.Liste.colour = colour_red;
     if (!run.text) return;
-    out.list.insert(0, "\n");
+    out.list.insert(0, 1, '\n');
     out.list.append("Message from Sub CalcBatch").append(25, ' ').append(message).push_back('\n');
 }
 

@@ -63,9 +63,12 @@ std::string_view extended_label(std::size_t row) {
 
 std::string extended_label_plain(std::size_t row) {
     constexpr std::string_view square = "²";
-    std::string label(extended_label(row));
-    if (const auto at = label.find(square); at != std::string::npos) label.replace(at, square.size(), "2");
-    return label;
+    const std::string_view label = extended_label(row);
+    const std::size_t at = label.find(square);
+    if (at == std::string_view::npos) return std::string(label);
+    std::string plain(label.substr(0, at));
+    plain.push_back('2');
+    return plain.append(label.substr(at + square.size()));
 }
 
 }  // namespace quom
