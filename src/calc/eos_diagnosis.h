@@ -1,0 +1,36 @@
+// What the cubic equation of state says about the state of the last calculation: its volume roots and their
+// meaning.
+#pragma once
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/session.h"
+
+namespace quom {
+
+inline constexpr std::string_view diagnosis_caption = " Cubic Equation of State";
+
+enum class RootMeaning { stable_L, stable_V, metastable, unstable };
+std::string_view root_remark(RootMeaning meaning);  // "(stable, L-phase)"
+
+struct RootLine {
+    std::string_view label;  // "v(1) ="
+    double v = 0;            // displayed unit
+    std::string value;       // as shown, without unit
+    RootMeaning meaning{};
+};
+
+struct EosDiagnosis {
+    bool available = false;       // false: no state, or an EOS that is not cubic
+    std::string heading;          // name of the EOS
+    std::string_view unit;        // of the volumes
+    float T = 0;                  // [K]
+    double p = 0;                 // [kPa]
+    bool below_critical = true;   // T < T(cr): the picture is the isotherm with three roots, the loop in it
+    std::vector<RootLine> lines;  // ascending: one, or three
+};
+// Reads s.calc.state; changes nothing.
+EosDiagnosis diagnose_eos(const Session& s);
+
+}  // namespace quom
