@@ -276,12 +276,13 @@ double TpV_plain(Session& s, double p, double v, double T) {
     return 0.0;
 }
 
-// Whether the equation has v at T and p, or v lies between the saturated volumes at T.
+// Whether the equation has v at T and p, or v lies between the saturated volumes at T. The stop of the search
+// for T(LV) at small p leaves up to 2 % in p.
 bool fits(Session& s, double T, double p, double v) {
     const Saturation sat = pLV_EOS(s, T);
     const bool dome = sat.err == 0;
     const double vL = s.scratch.VRoot[0], vV = s.scratch.VRoot[2];
-    if (dome && v > vL && v < vV) return std::fabs(sat.value - p) < 1e-3 * p;
+    if (dome && v > vL && v < vV) return std::fabs(sat.value - p) < 0.03 * p;
     const VolumeResult r = VolumeTp(s, T, p);
     if (r.err) return false;
     const auto near = [&](double x) { return std::fabs(x - v) <= 1e-3 * v; };
