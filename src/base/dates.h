@@ -1,0 +1,12 @@
+// Dates as the workbench writes them: year-month-day, ten characters, the same on every system.
+#pragma once
+#include <string>
+
+namespace quom {
+
+// Today's date in local time, "2026-11-21".
+std::string today_text();
+// Date on which a file was last written; empty when there is no such file.
+std::string file_date_text(const std::string& path);
+
+}  // namespace quom

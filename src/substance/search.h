@@ -1,0 +1,46 @@
+// Finding a substance by what a user types: name, synonym, CAS number, system number.
+#pragma once
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/session.h"
+
+namespace quom {
+
+struct SubstanceHit {
+    int index = 0;  // 1-based; the row marked in the list when nothing was found
+    bool found = false;
+};
+// Looks a text up: main names in the language in force and CAS numbers of the tables first, then the file of
+// synonyms. Tells the user when nothing is found, or when the database does not hold the substance.
+SubstanceHit FindSubstance(const Session& s, std::string_view text);
+
+// What typing into the box of the system number does.
+struct SystemNoEntry {
+    int index = 0;  // row to be marked; the one marked before when the number is not there
+    bool found = false;
+    bool clear = false;  // beep and empty the box
+};
+// Only texts of 1 to 4 characters act.
+SystemNoEntry enter_system_no(const Session& s, std::string_view text);
+
+// The main name of a row: up to its first ";".
+std::string main_name(std::string_view SubstanceName);
+
+// The list of substances: its header, and the line of row index (1-based).
+inline constexpr const char* SubstanceListHeader = " ser. #     Formula                  Name of substance";
+std::string substance_list_line(int index, const SubstanceRow& row);
+
+// The names looked up last, at most eight, oldest first; a name that is there already is not added again.
+class NameMemory {
+ public:
+    static constexpr std::size_t Capacity = 8;
+    void add(std::string name);
+    const std::vector<std::string>& names() const { return names_; }
+
+ private:
+    std::vector<std::string> names_;
+};
+
+}  // namespace quom
