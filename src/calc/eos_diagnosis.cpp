@@ -12,7 +12,11 @@ namespace {
 constexpr std::string_view labels[3] = {"v(1) =", "v(2) =", "v(3) ="};
 
 RootMeaning meaning_of(const CEOSState& state, std::size_t root, bool three) {
-    if (!three) return state.IsV ? RootMeaning::stable_V : RootMeaning::stable_L;
+    if (!three) {
+        // Above the critical point both flags are set; below T(cr) the fluid is the compressed liquid.
+        const bool liquid = state.IsL && (!state.IsV || state.PhaseRegion == 1);
+        return liquid ? RootMeaning::stable_L : RootMeaning::stable_V;
+    }
     if (root == 1) return RootMeaning::unstable;
     if (root == 0) return state.IsL ? RootMeaning::stable_L : RootMeaning::metastable;
     return state.IsV ? RootMeaning::stable_V : RootMeaning::metastable;

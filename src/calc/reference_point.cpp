@@ -29,9 +29,10 @@ struct VaporDensity {
 VaporDensity vapor_density(Session& s, double T, double p) {
     if (!(p > 0.0)) return {};
     const double M = static_cast<double>(s.substance.MolMass);
-    const VolumeResult state = VolumeTp(s, T, p);
-    if (state.err == 0 && state.rhoV > TinyT) {
-        return {state.rhoV, " (from " + std::string(trim(eos_name(s.models.EOSKode))) + ")"};
+    if (s.models.EOSKode != eos_none) {
+        const VolumeResult state = VolumeTp(s, T, p);
+        if (state.err == 0 && state.rhoV > TinyT)
+            return {state.rhoV, " (from " + std::string(trim(eos_name(s.models.EOSKode))) + ")"};
     }
     if (s.substance.omega != 0.0) {
         const double rho = M / (RGas * T / p + VirialB(s, eos_pitzer_curl, T));
