@@ -51,7 +51,6 @@ void region_block(CalcRun& run) {
     OutputView& view = run.out.view;
     if (run.text) view.lblLphase.text = "L-phase", view.lblVphase.text = "V-phase";
     view.lblLphase.visible = run.out.IsL, view.lblVphase.visible = run.out.IsV;
-    view.lblGleich.visible = view.Bezeichnung2.visible = false;
     if (run.s.models.VPhaseOnly || !has_region(run.mode())) return;
     const RegionTexts* region = region_of(run);
     run.s.scratch.PhaseRegion = region ? region->code : std::int16_t{0};
@@ -178,6 +177,10 @@ CalcBatchResult CalcBatch(Session& s, const CalcRequest& request) {
     s.units.uFactor = unitFactor(s, static_cast<double>(s.calc.state.T));
     s.calc.state = {};
     s.scratch.VRoot = {};
+    for (ViewText* label :
+         {&out.view.lblVphase, &out.view.lblLphase, &out.view.lblGleich, &out.view.Bezeichnung2}) {
+        label->visible = false;
+    }
     CalcRun run{.s = s, .request = request, .out = out, .text = request.want_text};
     if (entry->branch(run) == AfterBranch::result_block) result_block(run);
     return out;

@@ -157,7 +157,10 @@ AfterBranch mode_T_rho(CalcRun& run) {
     } else if (cubic_state_T_v(run) && run.p > 0.0) {
         // The roots at T and p for the diagnosis; the phases stay as the volume decided.
         const VolumeResult r = VolumeTp(s, run.T, run.p);
-        if (!r.err) keep_state(run, r.fd, r.g1, r.g2);
+        if (!r.err) {
+            keep_state(run, r.fd, r.g1, r.g2);
+            s.calc.state.PhaseCode = r.nRoots == 3 ? 3 : 1;
+        }
         if (run.text) run.out.view.co1.text = r.msg;
     }
     if (!run.FetchFailed) {

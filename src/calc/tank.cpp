@@ -159,12 +159,12 @@ void TankPartial(CalcRun& run) {
                     "no p(LV) of the vapor pressure equation");
         return;
     }
-    if (!have_reference(run)) return;
-    // An EOS of the V-phase only: below p(LV) the whole tank is vapor at its own pressure.
+    // An EOS of the V-phase only: up to p(LV) the whole tank is vapor at its own pressure.
     if (s.models.VPhaseOnly && run.p > 0.0 && run.p <= pLV) {
         TankResult(run);
         return;
     }
+    if (!have_reference(run)) return;
     const double vV = partial_vapor_volume(run, run.T, pLV);
     run.vV = vV, run.rhoV = vV > 0.0 ? run.M() / vV : 0.0;
     if (run.rhoV > 0.0) partial_liquid(run);
