@@ -1,0 +1,68 @@
+// A session on the starter database with one substance and one set of models, and a user who listens.
+#pragma once
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "calc/calc_batch.h"
+#include "engine/eos_parameters.h"
+#include "engine/model_catalogue.h"
+#include "engine/vapor_pressure.h"
+#include "engine/vaporization_enthalpy.h"
+#include "session/session.h"
+#include "substance/database.h"
+
+namespace quom::test {
+
+// Takes the default answer and remembers what was asked.
+struct Listener : Messages {
+    std::vector<Message> asked;
+    Answer ask(const Message& message) override {
+        asked.push_back(message);
+        return message.default_button;
+    }
+};
+
+inline constexpr const char* propane = "74-98-6";
+inline constexpr const char* water = "7732-18-5";
+inline constexpr const char* helium = "7440-59-7";
+
+struct Bench {
+    Session s;
+    Listener listener;
+
+    explicit Bench(const char* cas = propane, int eos = eos_peng_robinson) {
+        s.messages = &listener;
+        EXPECT_EQ(LoadDatabase(s, 7, QUOM_STARTER_DATA "/quom.q07").err, 0);
+        EXPECT_EQ(SelectSubstance(s, FindCAS(s, cas)), 0) << cas;
+        s.models.EVPKode = evp_wagner;
+        s.models.HLVKode = hlv_eos;
+        s.models.cpKode = s.substance.haveSinh ? 2 : 1;
+        set_eos(eos);
+    }
+    void set_eos(int code) {
+        s.models.EOSKode = code;
+        s.models.VPhaseOnly = !is_cubic(code);
+        s.models.Konzept = s.calc.GlobalCalc = is_cubic(code);
+        ClearEOSPar(s);
+        EXPECT_EQ(InitEOSPar(s, code), 0);
+    }
+    void specific_units() {
+        s.units.EnergyMode = 3, s.units.VolumeMode = 1;
+        s.units.vFactor = 1.0 / static_cast<double>(s.substance.MolMass);
+    }
+    TpRhoPoint& point() { return s.exp.points.front(); }
+    // One calculation on the direct input; rho goes into both columns.
+    CalcBatchResult run(int mode, double T, double p, double rho = 0.0, bool text = true) {
+        point() = {.T = T, .p = p, .rhoV = static_cast<float>(rho), .rhoL = static_cast<float>(rho)};
+        return CalcBatch(s, {.Mode = mode, .Quiet = !text, .want_text = text});
+    }
+    CalcBatchResult tank(int mode, double m, double V, double T) {
+        s.calc.tank = {.m = static_cast<float>(m), .V = static_cast<float>(V), .T = static_cast<float>(T)};
+        return CalcBatch(s, {.Mode = mode});
+    }
+    const BatchResult& record() const { return s.calc.BatchResults.front(); }
+};
+
+}  // namespace quom::test
