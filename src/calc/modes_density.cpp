@@ -110,7 +110,7 @@ bool cubic_state_T_v(CalcRun& run) {
         sat = pLV_EOS(s, run.T);
         run.out.PhaseCode = 3;
         if (sat.err || !(sat.value >= TinyT)) {
-            CalcMessage(run, error_code(sat.err), "no p(LV) of the equation of state at T");
+            CalcMessage(run, error_code(sat.err ? sat.err : -1), "no p(LV) of the equation of state at T");
             return false;
         }
         const double root_L = s.scratch.VRoot[0], root_V = s.scratch.VRoot[2];
@@ -236,14 +236,16 @@ void density_rows(CalcRun& run) {
     const bool has_L = run.vL > 0.0, has_V = run.vV > 0.0;
     if (has_V) out.Result[slot_vV] = run.vV * vFactor;
     if (has_L) out.Result[slot_vL] = run.vL * vFactor;
-    if (!run.text) return;
+    if (!run.text || !(has_L || has_V)) return;
     table_row(run, "Density", label_text(run.s, Quantity::rho), has_L, run.rhoL, has_V, run.rhoV);
     table_row(run, "Volume", label_text(run.s, Quantity::v), has_L, run.vL * vFactor, has_V,
               run.vV * vFactor);
 }
 
 void density_and_vaporization(CalcRun& run) {
-    if (!run.rhoL_method.empty()) run.line(run.rhoL_method);
+    if (run.text && !run.rhoL_method.empty()) {
+        run.line(std::string(run.rhoL_method) + (run.vL > 0.0 ? "" : " (Error)"));
+    }
     density_rows(run);
     const bool specified = run.mode() == 4 || run.mode() == 5;
     const bool equilibrium = specified || (run.two_phase() && run.below_critical() && run.vL != run.vV);

@@ -35,7 +35,7 @@ constexpr std::array<QuantityInfo, 22> quantities = {{
      "Entropy     ",
      "Entropy         ",
      "Entropy  s        = ",
-     {"s/ (kJ/kmol/K) ", "s/ R ", "s / (1/K) ", "s / (kJ/(kg K)) "}},
+     {"s/ (kJ/kmol/K) ", "s/ R ", "s / (1/K) ", "s /(kJ/(kg K))"}},
     {g,
      K::energy,
      "g",

@@ -270,7 +270,8 @@ double TpV_plain(Session& s, double p, double v, double T) {
         if (!std::isfinite(dT)) return 0.0;
         const double next = T + dT;
         T = next > TinyT ? next : 0.5 * T;  // a step beyond T = 0 is halved
-        if (std::fabs(dT) <= 1e-5 * T) return T;
+        // Below b the equation has no state, although F may have a zero there.
+        if (std::fabs(dT) <= 1e-5 * T) return v > s.scratch.bT ? T : 0.0;
         if (T < TinyT) return 0.0;
     }
     return 0.0;

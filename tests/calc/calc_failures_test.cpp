@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"p above p(cr)", 5, 0, 9000, 0, PR, "p = 9000.000 kPa > p(cr) !!!", &OutputView::par1},
         Fault{"T above T(cr) in 6", 6, 400, 0, 0, PR, "T = 400.000 K >= T(cr) !!!", &OutputView::par1},
         Fault{"p above p(cr) in 7", 7, 0, 9000, 0, PR, "p = 9000.000 kPa >= p(cr) !!!", &OutputView::par1},
-        Fault{"no T at p, rho", 13, 0, 1e-5, 700, PR, " Error", &OutputView::txtco2}),
+        Fault{"no T at p, rho", 13, 0, 500, 3000, PR, " Error", &OutputView::txtco2}),
     [](const auto& test) {
         std::string name = std::to_string(test.index) + "_" + test.param.name;
         std::erase_if(name, [](char c) { return !std::isalnum(static_cast<unsigned char>(c)) && c != '_'; });
