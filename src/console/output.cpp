@@ -1,0 +1,250 @@
+#include "console/output.h"
+
+#include <algorithm>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "base/code_page.h"
+#include "base/number_text.h"
+
+namespace quom::console {
+namespace {
+
+constexpr int ShownDigits = 7;
+constexpr std::string_view Indent = "  ";
+constexpr std::string_view Absent = "-";
+
+template <class... F>
+struct Overload : F... {
+    using F::operator()...;
+};
+
+std::string text_of(const Value& value) {
+    return std::visit(Overload{[](std::monostate) { return std::string(Absent); },
+                               [](bool x) { return std::string(x ? "yes" : "no"); },
+                               [](std::int64_t x) { return std::to_string(x); },
+                               [](double x) { return shown(x); }, [](const std::string& x) { return x; }},
+                      value.form());
+}
+
+bool is_number(const Value& value) {
+    return std::holds_alternative<double>(value.form()) || std::holds_alternative<std::int64_t>(value.form());
+}
+
+std::string right(std::string_view text, std::size_t width) {
+    const std::size_t length = text_length(text);
+    return std::string(width > length ? width - length : 0, ' ') + std::string(text);
+}
+
+// Appends a line without blanks at its end.
+void append_line(std::string& out, std::string_view line) {
+    out += trim_right(line);
+    out += '\n';
+}
+
+// Cells of one section, aligned column by column.
+class Lines {
+ public:
+    enum class Side { left, right };
+    explicit Lines(std::vector<Side> sides) : sides_(std::move(sides)), widths_(sides_.size(), 0) {}
+
+    void add(std::vector<std::string> cells) {
+        for (std::size_t k = 0; k < cells.size(); ++k)
+            widths_[k] = std::max(widths_[k], text_length(cells[k]));
+        rows_.push_back(std::move(cells));
+    }
+    void append_to(std::string& out) const {
+        for (const auto& cells : rows_) {
+            std::string line(Indent);
+            for (std::size_t k = 0; k < cells.size(); ++k) {
+                if (widths_[k] == 0) continue;
+                if (line.size() > Indent.size()) line += Indent;
+                line +=
+                    sides_[k] == Side::left ? text_padded(cells[k], widths_[k]) : right(cells[k], widths_[k]);
+            }
+            append_line(out, line);
+        }
+    }
+
+ private:
+    std::vector<Side> sides_;
+    std::vector<std::size_t> widths_;
+    std::vector<std::vector<std::string>> rows_;
+};
+using Side = Lines::Side;
+
+void render(const Block& block, std::string& out) {
+    // Texts stand at the left of the column of values, numbers at its right; a long text would push them
+    // apart.
+    std::size_t width = 0;
+    for (const Field& field : block.fields)
+        if (!std::holds_alternative<std::string>(field.value.form()))
+            width = std::max(width, text_length(text_of(field.value)));
+    Lines lines({Side::left, Side::left});
+    for (const Field& field : block.fields) {
+        std::string value = text_of(field.value);
+        if (is_number(field.value)) value = right(value, width);
+        for (const std::string* tail : {&field.unit, &field.note}) {
+            if (tail->empty() || (tail == &field.unit && field.value.absent())) continue;
+            value += tail == &field.unit ? " " : "  ";
+            value += *tail;
+        }
+        lines.add({field.label, std::move(value)});
+    }
+    lines.append_to(out);
+}
+
+void render(const Table& table, std::string& out) {
+    std::vector<Side> sides;
+    std::vector<std::string> labels, units;
+    bool any_unit = false;
+    for (std::size_t k = 0; k < table.columns.size(); ++k) {
+        const bool numbers = std::any_of(table.rows.begin(), table.rows.end(),
+                                         [k](const auto& row) { return is_number(row[k]); });
+        sides.push_back(numbers ? Side::right : Side::left);
+        labels.push_back(table.columns[k].label);
+        units.push_back(table.columns[k].unit);
+        any_unit = any_unit || !units.back().empty();
+    }
+    Lines lines(std::move(sides));
+    lines.add(std::move(labels));
+    if (any_unit) lines.add(std::move(units));
+    for (const auto& row : table.rows) {
+        std::vector<std::string> cells;
+        std::transform(row.begin(), row.end(), std::back_inserter(cells), text_of);
+        lines.add(std::move(cells));
+    }
+    lines.append_to(out);
+}
+
+void render(const Grid& grid, std::string& out) {
+    std::vector<Side> sides{Side::left};
+    sides.insert(sides.end(), grid.columns.size(), Side::right);
+    sides.push_back(Side::left);
+    Lines lines(std::move(sides));
+    std::vector<std::string> head{""};
+    head.insert(head.end(), grid.columns.begin(), grid.columns.end());
+    head.emplace_back();
+    lines.add(std::move(head));
+    for (const GridRow& row : grid.rows) {
+        std::vector<std::string> cells{row.label};
+        std::transform(row.values.begin(), row.values.end(), std::back_inserter(cells), text_of);
+        cells.push_back(row.unit);
+        lines.add(std::move(cells));
+    }
+    lines.append_to(out);
+}
+
+using Json = nlohmann::ordered_json;
+
+Json json_of(const Value& value) {
+    return std::visit(Overload{[](std::monostate) { return Json(); }, [](const auto& x) { return Json(x); }},
+                      value.form());
+}
+
+void note_unit(Json& units, const std::string& key, const std::string& unit) {
+    if (!unit.empty()) units[key] = unit;
+}
+
+Json json_of(const Block& block, Json& units) {
+    Json object = Json::object();
+    for (const Field& field : block.fields) {
+        object[field.key] = json_of(field.value);
+        note_unit(units, field.key, field.unit);
+    }
+    return object;
+}
+
+Json json_of(const Table& table, Json& units) {
+    for (const Column& column : table.columns) note_unit(units, column.key, column.unit);
+    Json rows = Json::array();
+    for (const auto& row : table.rows) {
+        Json object = Json::object();
+        for (std::size_t k = 0; k < table.columns.size(); ++k) object[table.columns[k].key] = json_of(row[k]);
+        rows.push_back(std::move(object));
+    }
+    return rows;
+}
+
+Json json_of(const Grid& grid, Json& units) {
+    Json object = Json::object();
+    for (const GridRow& row : grid.rows) {
+        Json& values = object[row.key] = Json::object();
+        for (std::size_t k = 0; k < grid.columns.size(); ++k)
+            values[grid.columns[k]] = json_of(row.values[k]);
+        note_unit(units, row.key, row.unit);
+    }
+    return object;
+}
+
+}  // namespace
+
+Value::Value(double x) {
+    if (std::isfinite(x)) form_ = x;
+}
+
+Value if_known(double x) { return x != 0.0 ? Value(x) : Value(); }
+
+Report refusal(std::string command, Fault fault) {
+    Report report;
+    report.command = std::move(command);
+    report.status = fault.status;
+    report.message = std::move(fault.message);
+    return report;
+}
+
+std::string shown(double x) {
+    if (x == 0.0) return "0";
+    const double size = std::fabs(x);
+    std::string text;
+    if (size >= 1e-4 && size < 1e7) {
+        const int exponent = static_cast<int>(std::floor(std::log10(size)));
+        std::string mask = "0.";
+        mask.append(static_cast<std::size_t>(ShownDigits - 1 - exponent), '#');
+        text = formatMask(x, mask);
+    } else {
+        text = formatMask(x, "0." + std::string(ShownDigits - 1, '#') + "E+00");
+    }
+    // The point of a mask is always printed; no number ends with it here.
+    if (const std::size_t at = text.find(".E"); at != std::string::npos) text.erase(at, 1);
+    if (text.ends_with('.')) text.pop_back();
+    return text;
+}
+
+std::string to_text(const Report& report) {
+    std::string out;
+    if (!report.title.empty()) append_line(out, report.title);
+    for (const Section& section : report.sections) {
+        if (!out.empty()) out += '\n';
+        std::visit(
+            [&](const auto& part) {
+                if (!part.title.empty()) append_line(out, part.title);
+                render(part, out);
+            },
+            section);
+    }
+    if (!report.notes.empty() && !out.empty()) out += '\n';
+    for (const std::string& note : report.notes) append_line(out, "Note: " + note);
+    return out;
+}
+
+std::string to_json(const Report& report) {
+    Json object = Json::object();
+    object["command"] = report.command;
+    object["message"] = report.message.empty() ? Json() : Json(report.message);
+    Json units = Json::object();
+    for (const Section& section : report.sections) {
+        std::visit(
+            [&](const auto& part) {
+                Json own = Json::object();
+                object[part.key] = json_of(part, own);
+                if (!own.empty()) units[part.key] = std::move(own);
+            },
+            section);
+    }
+    if (!units.empty()) object["units"] = std::move(units);
+    if (!report.notes.empty()) object["notes"] = report.notes;
+    return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace quom::console

@@ -1,0 +1,104 @@
+// What a command found, filled once and rendered as aligned text for people or as one JSON object for
+// programs.
+#pragma once
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace quom::console {
+
+// Exit status of quomc.
+enum Status : int {
+    status_done = 0,
+    status_no_result = 1,  // the calculation gave no result
+    status_usage = 2,      // wrong arguments
+    status_file = 3,       // a file could not be read or written
+};
+
+// A value that may be absent: shown as "-", null in JSON. A number that is not finite is absent too.
+class Value {
+ public:
+    using Form = std::variant<std::monostate, bool, std::int64_t, double, std::string>;
+    Value() = default;
+    Value(bool x) : form_(x) {}
+    Value(int x) : form_(std::int64_t{x}) {}
+    Value(double x);
+    Value(float x) : Value(static_cast<double>(x)) {}
+    Value(std::string x) : form_(std::move(x)) {}
+    Value(std::string_view x) : form_(std::string(x)) {}
+    Value(const char* x) : form_(std::string(x)) {}
+    const Form& form() const { return form_; }
+    bool absent() const { return form_.index() == 0; }
+
+ private:
+    Form form_;
+};
+// The value unless it is 0, which stands for "not known" in the record.
+Value if_known(double x);
+
+// A named value; its key is the name in JSON.
+struct Field {
+    std::string key, label;
+    Value value;
+    std::string unit;
+    std::string note;  // behind the value, in text only
+};
+// Values under one title. JSON: an object.
+struct Block {
+    std::string key, title;
+    std::vector<Field> fields;
+};
+
+struct Column {
+    std::string key, label, unit;
+};
+// Rows of one kind. JSON: an array of objects.
+struct Table {
+    std::string key, title;
+    std::vector<Column> columns;
+    std::vector<std::vector<Value>> rows;
+};
+
+// Quantities by phases. JSON: an object with one object a quantity, its members named after the columns.
+struct GridRow {
+    std::string key, label, unit;
+    std::vector<Value> values;  // as many as the grid has columns
+};
+struct Grid {
+    std::string key, title;
+    std::vector<std::string> columns;
+    std::vector<GridRow> rows;
+};
+
+using Section = std::variant<Block, Table, Grid>;
+
+// The whole answer of one command.
+struct Report {
+    std::string command;
+    std::string title;  // head line, in text only
+    std::vector<Section> sections;
+    std::vector<std::string> notes;  // remarks on the result, below it
+    int status = status_done;
+    std::string message;  // why there is no result
+};
+
+// A refusal: status and a sentence that says what is wrong and what would be right.
+struct Fault {
+    int status = status_no_result;
+    std::string message;
+};
+Report refusal(std::string command, Fault fault);
+
+// A number for people: 7 significant digits, plain between 1e-4 and 1e7, else with an exponent.
+std::string shown(double x);
+
+// Text with aligned columns. Every line ends with '\n'.
+std::string to_text(const Report& report);
+// One JSON object: "command", "message", one member a section, "units" by section, "notes". Numbers read back
+// to the same double; absent values are null.
+std::string to_json(const Report& report);
+
+}  // namespace quom::console
