@@ -1,0 +1,7 @@
+#include <iostream>
+
+#include "console/quomc.h"
+
+int main(int argc, char** argv) {
+    return quom::console::quomc_main({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
+}

@@ -1,0 +1,156 @@
+#include "console/options.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+#include "base/number_text.h"
+
+namespace quom::console {
+namespace {
+
+constexpr const char* models_group = "Models (default: as the model window chooses)";
+constexpr const char* reference_group = "Reference state and environment";
+constexpr const char* unit_group = "Units of the output";
+
+double checked_number(const std::string& name, const std::string& text, Range range,
+                      const std::string& unit) {
+    const std::optional<double> x = read_number(text);
+    const std::string quoted = "\"" + text + "\"";
+    if (!x) {
+        const bool comma = text.find(',') != std::string::npos;
+        throw CLI::ValidationError(name, quoted + " is not a number; a number " +
+                                             (comma ? "with a decimal point" : "such as 300 or 1.5E2") +
+                                             " is right" + (unit.empty() ? "." : " [" + unit + "]."));
+    }
+    if (range == Range::above_zero && !(*x > 0.0))
+        throw CLI::ValidationError(name,
+                                   text + " is not possible; a number above 0 is right [" + unit + "].");
+    if (range == Range::not_negative && !(*x >= 0.0))
+        throw CLI::ValidationError(name,
+                                   text + " is not possible; 0 or a number above is right [" + unit + "].");
+    return *x;
+}
+
+// Adds an option that takes one of a few whole numbers.
+template <class Into>
+CLI::Option* add_code(CLI::App& app, const std::string& name, Into& into, std::vector<int> codes,
+                      const std::string& help) {
+    return app
+        .add_option_function<std::string>(
+            name,
+            [&into, name, codes](const std::string& text) {
+                const std::optional<double> x = read_number(text);
+                const auto code =
+                    std::find_if(codes.begin(), codes.end(), [&](int c) { return x && *x == c; });
+                if (code == codes.end()) {
+                    std::string list;
+                    for (const int c : codes) list += (list.empty() ? "" : ", ") + std::to_string(c);
+                    throw CLI::ValidationError(name, "\"" + text + "\" is no code; there are " + list + ".");
+                }
+                into = *code;
+            },
+            help)
+        ->type_name("CODE");
+}
+
+template <class T>
+struct Word {
+    const char* word;
+    T value;
+};
+template <class T>
+CLI::Option* add_word(CLI::App& app, const std::string& name, std::optional<T>& into,
+                      std::initializer_list<Word<T>> words, const std::string& help) {
+    std::string form;
+    for (const Word<T>& w : words) form += (form.empty() ? "" : "|") + std::string(w.word);
+    return app
+        .add_option_function<std::string>(
+            name,
+            [&into, name, form, list = std::vector<Word<T>>(words)](const std::string& text) {
+                for (const Word<T>& w : list)
+                    if (text == w.word) into = w.value;
+                if (std::none_of(list.begin(), list.end(), [&](const Word<T>& w) { return text == w.word; }))
+                    throw CLI::ValidationError(name,
+                                               "\"" + text + "\" is not possible; " + form + " is right.");
+            },
+            help)
+        ->type_name(form);
+}
+
+}  // namespace
+
+CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<double>& into, Range range,
+                        const std::string& unit, const std::string& help) {
+    return app
+        .add_option_function<std::string>(
+            name,
+            [&into, name, range, unit](const std::string& text) {
+                into = checked_number(name, text, range, unit);
+            },
+            help)
+        ->type_name(unit.empty() ? "NUMBER" : unit);
+}
+
+void add_global_options(CLI::App& app, GlobalOptions& options) {
+    app.add_option("--program-folder", options.program_folder,
+                   "Folder of the starter database and of all output")
+        ->type_name("DIR");
+    app.add_option("--db", options.db, "Substance database *.Q07 or *.Q06 (default: quom.q07)")
+        ->type_name("FILE");
+    app.add_flag("--json", options.json, "One JSON object in place of text");
+    add_word<Answer>(app, "--answer", options.answer, {{"yes", Answer::yes}, {"no", Answer::no}},
+                     "Answer to questions (default: that of the question)");
+}
+
+void add_model_options(CLI::App& app, ModelOptions& o) {
+    const auto group = [](CLI::Option* option, const char* name) { option->group(name); };
+    group(add_code(app, "--eos", o.eos, {0, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12, 13, 14, 15, 16},
+                   "Equation of state; see \"quomc models\""),
+          models_group);
+    group(add_code(app, "--evp", o.evp, {1, 2, 3, 4, 5, 6, 7, 8}, "Vapor pressure equation"), models_group);
+    group(add_code(app, "--hlv", o.hlv, {1, 2, 3, 4, 5, 6, 7}, "Enthalpy of vaporization"), models_group);
+    group(add_code(app, "--cp", o.cp, {1, 2}, "Ideal gas heat capacity"), models_group);
+    group(add_number(app, "--watson", o.watson, Range::above_zero, "", "Watson exponent (of --hlv 4)"),
+          models_group);
+    group(add_word<bool>(app, "--concept", o.global, {{"global", true}, {"partial", false}},
+                         "One equation for both phases, or for the vapor alone"),
+          models_group);
+    auto* benson = app.add_flag_callback(
+        "--benson", [&o] { o.benson = true; }, "rho(L) by Benson's method");
+    auto* database = app.add_flag_callback(
+        "--database-rhol", [&o] { o.benson = false; }, "rho(L) by the equation of the database");
+    benson->excludes(database);
+    group(benson, models_group), group(database, models_group);
+    group(app.add_option("--ji", o.ji, "Parameter file of --eos 7 and 8")->type_name("FILE"), models_group);
+    group(add_number(app, "--b0", o.b0, Range::any, "m^3/kmol", "--eos 10: B = b0 - b1/T^b2"), models_group);
+    group(add_number(app, "--b1", o.b1, Range::any, "", "b1 (default 0)"), models_group);
+    group(add_number(app, "--b2", o.b2, Range::any, "", "b2 (default 0)"), models_group);
+
+    group(add_code(
+              app, "--ref", o.ref, {1, 2, 10},
+              "h, s zero at --tref, --pref (1); formation with conventional (2) or formation entropy (10)"),
+          reference_group);
+    group(add_number(app, "--tref", o.tref, Range::above_zero, "K", "Reference temperature (298.15)"),
+          reference_group);
+    group(add_number(app, "--pref", o.pref, Range::above_zero, "kPa", "Reference pressure (101.325)"),
+          reference_group);
+    group(add_number(app, "--href", o.href, Range::any, "kJ/kmol", "Added to every h"), reference_group);
+    group(add_number(app, "--sref", o.sref, Range::any, "kJ/(kmol K)", "Added to every s"), reference_group);
+    group(add_number(app, "--tenv", o.tenv, Range::above_zero, "K", "Environment of exergies (298.15)"),
+          reference_group);
+    group(add_number(app, "--penv", o.penv, Range::above_zero, "kPa", "Environment of exergies (101.325)"),
+          reference_group);
+
+    group(add_code(app, "--energy", o.energy, {0, 1, 2, 3}, "kJ/kmol (0), K (1), per R T (2), kJ/kg (3)"),
+          unit_group);
+    group(add_code(app, "--volume", o.volume, {0, 1, 2}, "m^3/kmol (0), m^3/kg (1), v/v(cr) (2)"),
+          unit_group);
+}
+
+void add_substance(CLI::App& app, std::string& into) {
+    app.add_option("SUBSTANCE", into, "Name (English or German), synonym, CAS number, or #index of the list")
+        ->required()
+        ->type_name("");
+}
+
+}  // namespace quom::console

@@ -1,0 +1,128 @@
+#include "console/quomc.h"
+
+#include <algorithm>
+
+#include "console/commands.h"
+
+namespace quom::console {
+namespace {
+
+constexpr Command table[] = {
+    {"list", "All substances of the database", "", declare_list},
+    {"find", "Substances by a part of a name, formula, or CAS number", "TEXT", declare_find},
+    {"show", "All constants of a substance", "SUBSTANCE", declare_show},
+    {"models", "The models that a substance offers, and which are selected", "SUBSTANCE [model options]",
+     declare_models},
+    {"state", "Volumes, phases, derivatives and thermodynamic functions at a state",
+     "SUBSTANCE (--T K --p kPa | --T K --rho kg/m^3 | --p kPa --rho kg/m^3) [model options]", declare_state},
+    {"saturation", "Vapor pressure or boiling temperature and enthalpy of vaporization by every route",
+     "SUBSTANCE (--T K | --p kPa) [model options]", declare_saturation},
+    {"virial", "Second virial coefficient by every virial equation",
+     "SUBSTANCE --T K [--b0 --b1 --b2] [model options]", declare_virial},
+};
+
+constexpr const char* footer =
+    "SUBSTANCE is a CAS number, a name in English or German, a synonym, or '#index' of the list (quoted: "
+    "the\n"
+    "shell takes a bare # for a comment). The options above may stand before or behind the command.\n"
+    "\"quomc COMMAND --help\" tells the options of a command.\n"
+    "\n"
+    "Exit status: 0 done; 1 no result (the reason on standard error); 2 wrong arguments; 3 a file could not "
+    "be\n"
+    "read or written.\n"
+    "\n"
+    "Examples:\n"
+    "  quomc state water --T 300 --p 101.325\n"
+    "  quomc saturation Ethanol --T 350 --eos 5 --json";
+
+std::string form_of(const std::string& command) {
+    for (const Command& known : table)
+        if (command == known.name) return "quomc " + command + " " + known.form;
+    return "quomc [--program-folder DIR] [--db FILE] [--json] COMMAND ...";
+}
+
+// The help of the library with the right form of the command as its usage.
+class HelpForm : public CLI::Formatter {
+ public:
+    std::string make_usage(const CLI::App* app, std::string) const override {
+        return "Usage: " + form_of(app->get_name()) + "\n";
+    }
+};
+
+// Writes what a command found; returns the exit status.
+int deliver(const Report& report, bool json, std::ostream& out, std::ostream& err) {
+    if (json) {
+        out << to_json(report);
+    } else {
+        out << to_text(report);
+    }
+    out.flush();
+    if (!report.message.empty()) {
+        err << "quomc" << (report.command.empty() ? "" : " ") << report.command << ": " << report.message
+            << '\n';
+    }
+    if (!out) {
+        err << "quomc: The output could not be written.\n";
+        return status_file;
+    }
+    return report.status;
+}
+
+int wrong_arguments(const CLI::App& app, const std::string& what, bool json, std::ostream& out,
+                    std::ostream& err) {
+    Report report = refusal("", {status_usage, what});
+    for (const CLI::App* command : app.get_subcommands()) report.command = command->get_name();
+    const int status = deliver(report, json, out, err);
+    err << "Right: " << form_of(report.command) << '\n';
+    err << "Help:  quomc" << (report.command.empty() ? "" : " ") << report.command << " --help\n";
+    return status;
+}
+
+}  // namespace
+
+std::span<const Command> commands() { return table; }
+
+int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& out, std::ostream& err) {
+    CLI::App app("Thermodynamic calculations of states and processes for pure substances.", "quomc");
+    app.footer(footer);
+    app.set_version_flag("--version", "QUOM-6 console 6.0");
+    const auto formatter = std::make_shared<HelpForm>();
+    formatter->column_width(34);
+    app.formatter(formatter);
+    app.require_subcommand(1);
+    GlobalOptions options;
+    add_global_options(app, options);
+
+    std::vector<std::pair<CLI::App*, Action>> actions;
+    for (const Command& command : commands()) {
+        CLI::App* own = app.add_subcommand(command.name, command.help);
+        own->fallthrough();
+        actions.emplace_back(own, command.declare(*own));
+    }
+
+    const bool json = std::find(args.begin(), args.end(), "--json") != args.end();
+    std::reverse(args.begin(), args.end());
+    try {
+        app.parse(std::move(args));
+    } catch (const CLI::Success& help) {
+        app.exit(help, out, err);
+        return status_done;
+    } catch (const CLI::ParseError& wrong) {
+        return wrong_arguments(app, wrong.what(), json, out, err);
+    }
+
+    ConsoleMessages messages(err, options.answer);
+    Program program{.session = {}, .options = options, .in = in, .out = out};
+    program.session.messages = &messages;
+    for (const auto& [command, action] : actions) {
+        if (!command->parsed()) continue;
+        Report report = action(program);
+        report.command = command->get_name();
+        if (report.status == status_usage)
+            return wrong_arguments(app, report.message, options.json, out, err);
+        return deliver(report, options.json, out, err);
+    }
+    return status_usage;
+}
+
+}  // namespace quom::console
