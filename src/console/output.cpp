@@ -13,6 +13,8 @@ namespace {
 constexpr int ShownDigits = 7;
 constexpr std::string_view Indent = "  ";
 constexpr std::string_view Absent = "-";
+constexpr std::string_view FlowGap = "   ";
+constexpr std::size_t LineWidth = 98;
 
 template <class... F>
 struct Overload : F... {
@@ -73,7 +75,27 @@ class Lines {
 };
 using Side = Lines::Side;
 
+// "A = 1 K   B = 2   ..." in lines of LineWidth characters.
+void render_flow(const Block& block, std::string& out) {
+    std::string line(Indent);
+    for (const Field& field : block.fields) {
+        std::string item = field.label + " = " + text_of(field.value);
+        if (!field.unit.empty() && !field.value.absent()) item += " " + field.unit;
+        if (line.size() > Indent.size()) {
+            if (text_length(line) + FlowGap.size() + text_length(item) > LineWidth) {
+                append_line(out, line);
+                line = Indent;
+            } else {
+                line += FlowGap;
+            }
+        }
+        line += item;
+    }
+    append_line(out, line);
+}
+
 void render(const Block& block, std::string& out) {
+    if (block.layout == Layout::flow) return render_flow(block, out);
     // Texts stand at the left of the column of values, numbers at its right; a long text would push them
     // apart.
     std::size_t width = 0;
@@ -111,7 +133,10 @@ void render(const Table& table, std::string& out) {
     if (any_unit) lines.add(std::move(units));
     for (const auto& row : table.rows) {
         std::vector<std::string> cells;
-        std::transform(row.begin(), row.end(), std::back_inserter(cells), text_of);
+        for (const Value& value : row) {  // in a table only what is true is marked
+            const bool* truth = std::get_if<bool>(&value.form());
+            cells.push_back(truth && !*truth ? "" : text_of(value));
+        }
         lines.add(std::move(cells));
     }
     lines.append_to(out);
@@ -215,6 +240,8 @@ std::string to_text(const Report& report) {
     std::string out;
     if (!report.title.empty()) append_line(out, report.title);
     for (const Section& section : report.sections) {
+        const Block* block = std::get_if<Block>(&section);
+        if (block && block->layout == Layout::json) continue;
         if (!out.empty()) out += '\n';
         std::visit(
             [&](const auto& part) {

@@ -47,9 +47,15 @@ struct Field {
     std::string note;  // behind the value, in text only
 };
 // Values under one title. JSON: an object.
+enum class Layout {
+    list,  // one value a line
+    flow,  // as many values in a line as it holds
+    json,  // in JSON only
+};
 struct Block {
     std::string key, title;
     std::vector<Field> fields;
+    Layout layout = Layout::list;
 };
 
 struct Column {

@@ -279,7 +279,8 @@ Block substance_block(const Session& s) {
             {{"index", "#", s.database.StoffIndexAktiv, "", ""},
              {"StoffName", "name", k.StoffName, "", ""},
              {"StoffFormula", "formula", k.StoffFormulaCompact, "", ""},
-             {"StoffCAS", "CAS", std::string(trim(k.StoffCAS)), "", ""}}};
+             {"StoffCAS", "CAS", std::string(trim(k.StoffCAS)), "", ""}},
+            Layout::json};
 }
 
 Block models_block(const Session& s) {
@@ -290,7 +291,8 @@ Block models_block(const Session& s) {
              {"EVPKode", "EVP", m.EVPKode, "", ""},
              {"HLVKode", "delta(LV)h", m.HLVKode, "", ""},
              {"cpKode", "cp(idG)", m.cpKode, "", ""},
-             {"Konzept", "concept", m.Konzept ? "GLOBAL" : "PARTIAL", "", ""}}};
+             {"Konzept", "concept", m.Konzept ? "GLOBAL" : "PARTIAL", "", ""}},
+            Layout::json};
 }
 
 }  // namespace quom::console
