@@ -57,8 +57,14 @@ PhaseState evaluate(Session& s, int phase, double T, double p, double v) {
     return state;
 }
 
-// A p(LV) that contradicts an equation for the vapor alone is told.
+// Tells where a phase is stable that the equation of state does not describe: a solid, or the liquid of an
+// equation for the vapor alone.
 void note_condensed(Session& s, StateResult& r) {
+    const double Ttr = s.substance.Ttr;
+    if (r.T < Ttr)
+        r.notes.push_back(
+            "The triple point is at " + shown(Ttr) +
+            " K: below it the stable phase may be a solid, which no equation of state here describes.");
     if (!s.models.VPhaseOnly || r.T >= s.substance.Tcr || s.models.EVPKode == evp_none) return;
     const EvpResult evp = pLV_EVP(s, r.T, s.models.EVPKode);
     if (evp.err == 0 && r.p > evp.value)

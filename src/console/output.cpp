@@ -107,7 +107,7 @@ void render(const Block& block, std::string& out) {
         std::string value = text_of(field.value);
         if (is_number(field.value)) value = right(value, width);
         for (const std::string* tail : {&field.unit, &field.note}) {
-            if (tail->empty() || (tail == &field.unit && field.value.absent())) continue;
+            if (tail->empty() || field.value.absent()) continue;
             value += tail == &field.unit ? " " : "  ";
             value += *tail;
         }
