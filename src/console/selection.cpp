@@ -14,6 +14,7 @@
 #include "engine/tovarn_ji.h"
 #include "engine/vapor_pressure.h"
 #include "engine/vaporization_enthalpy.h"
+#include "session/options.h"
 #include "session/program_path.h"
 #include "substance/database.h"
 #include "substance/search.h"
@@ -108,6 +109,9 @@ Refused check_parameters(const ModelOptions& o) {
     if (!ji && !o.ji.empty()) return wrong("--ji is the parameter file of --eos 7 and 8; add one of them.");
     if (o.watson && o.hlv && *o.hlv != hlv_watson)
         return wrong("--watson is the exponent of --hlv 4, not of --hlv " + std::to_string(*o.hlv) + ".");
+    if (o.watson && !(*o.watson < 10.0))
+        return wrong("--watson " + genNum(*o.watson) +
+                     " is not possible; an exponent below 10 is right, mostly 0.38.");
     if (o.ref && *o.ref != 1 && (o.tref || o.pref))
         return wrong("--tref and --pref belong to --ref 1; --ref 2 and 10 are at 298.15 K and 101.325 kPa.");
     return {};
@@ -192,8 +196,7 @@ Refused select_units(Session& s, const ModelOptions& o) {
                          " has no critical volume. --volume 0 needs none.");
     s.units.EnergyMode = o.energy, s.units.VolumeMode = o.volume;
     s.units.TcrStart = s.substance.Tcr, s.units.pcrStart = s.substance.pcr, s.units.vcrStart = s.eos.vcrEOS;
-    s.units.vFactor = o.volume == 1 ? 1.0 / M : o.volume == 2 ? 1.0 / s.eos.vcrEOS : 1.0;
-    set_units(s, 0.0);
+    set_unit_factors(s);
     return {};
 }
 
