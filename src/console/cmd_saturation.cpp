@@ -118,7 +118,6 @@ Table routes_table(const Session& s, const SaturationArguments& a, const std::ve
             {selected, eos ? Value() : Value(r.code), name, result ? Value(a.T ? r.p : r.T) : Value(),
              r.limits.TLo ? Value(r.limits.TLo) : Value(), r.limits.THi ? Value(r.limits.THi) : Value(),
              r.outside ? Value(r.outside) : Value(), r.reason.empty() ? Value("") : Value(r.reason)});
-        if (r.reason.empty()) table.rows.back().back() = eos ? Value("equation of state") : Value("");
     }
     return table;
 }
@@ -185,7 +184,7 @@ Table hlv_table(Session& s, const SaturationArguments& a) {
         if (good && r.dT != 0) reason = shown(std::abs(r.dT)) + " K outside of its validity";
         table.rows.push_back({entry.code == HLVKode, entry.code, trim(hlv_name(entry.code)),
                               good ? Value(factor * r.value) : Value(), T > TinyT ? Value(T) : Value(),
-                              p > TinyT ? Value(p) : Value(), reason});
+                              p > TinyT ? Value(p) : Value(), remark(reason)});
     }
     s.models.HLVKode = HLVKode;
     return table;

@@ -133,8 +133,8 @@ Block block_of(const Equation& e) {
         block.title += ", T = " + std::to_string(e.TLo) + " ... " + std::to_string(e.THi) + " K";
     block.title += "\n  " + e.formula;
     const bool ranged = e.TLo != 0 || e.THi != 0;
-    block.fields.push_back({"TLo", "T(Lo)", ranged ? Value(e.TLo) : Value(), "K", ""});
-    block.fields.push_back({"THi", "T(Hi)", ranged ? Value(e.THi) : Value(), "K", ""});
+    block.fields.push_back({"TLo", "", ranged ? Value(e.TLo) : Value(), "K", ""});
+    block.fields.push_back({"THi", "", ranged ? Value(e.THi) : Value(), "K", ""});
     if (e.present) return block;
     for (Field& field : block.fields) field.value = {};
     block.layout = Layout::json;

@@ -57,21 +57,26 @@ PhaseState evaluate(Session& s, int phase, double T, double p, double v) {
     return state;
 }
 
-// Tells where a phase is stable that the equation of state does not describe: a solid, or the liquid of an
-// equation for the vapor alone.
-void note_condensed(Session& s, StateResult& r) {
+// Tells where a phase is stable that the equation of state does not describe: a solid, or the one that the
+// vapor pressure equation of the PARTIAL concept finds.
+void note_other_phase(Session& s, StateResult& r) {
     const double Ttr = s.substance.Ttr;
     if (r.T < Ttr)
         r.notes.push_back(
             "The triple point is at " + shown(Ttr) +
             " K: below it the stable phase may be a solid, which no equation of state here describes.");
-    if (!s.models.VPhaseOnly || r.T >= s.substance.Tcr || s.models.EVPKode == evp_none) return;
+    if (s.models.Konzept || r.y || r.T >= s.substance.Tcr || s.models.EVPKode == evp_none) return;
     const EvpResult evp = pLV_EVP(s, r.T, s.models.EVPKode);
-    if (evp.err == 0 && r.p > evp.value)
-        r.notes.push_back(
-            "At " + shown(r.T) + " K " + std::string(trim(evp_name(s.models.EVPKode))) +
-            " gives p(LV) = " + shown(evp.value) +
-            " kPa: above it the stable phase is a liquid, which this equation does not describe.");
+    if (evp.err || (r.p > evp.value) == r.L.has_value()) return;
+    const std::string pLV = "p(LV) = " + shown(evp.value) + " kPa by " +
+                            std::string(trim(evp_name(s.models.EVPKode))) + ": the stable phase is a ";
+    if (r.p > evp.value) {
+        r.notes.push_back(pLV + "liquid" +
+                          (s.models.VPhaseOnly ? ", which this equation of state does not describe."
+                                               : "; the equation of state has it as a vapor."));
+    } else {
+        r.notes.push_back(pLV + "vapor; the equation of state has it as a liquid.");
+    }
 }
 
 // Fills the phases of a state at T and p from the volumes found there.
@@ -289,10 +294,10 @@ Block state_block(const Session& s, const StateResult& r) {
         const bool there = cubic && (volume.nRoots == 3 || (volume.nRoots == 1 && k == 0));
         return there ? Value(r.roots[k]) : Value();
     };
-    Block block{"state", "State", {}, Layout::list};
+    Block block{"state", "State", {}, Layout::known};
     auto& f = block.fields;
     f.push_back({"T", "T", r.T, "K", ""});
-    f.push_back({"p", "p", r.p, "kPa", r.y ? "p(LV) of the equation of state" : ""});
+    f.push_back({"p", "p", r.p, "kPa", r.y ? "p(LV)" : ""});
     f.push_back({"phase", "phase", r.phase, "", ""});
     f.push_back({"PhaseRegion", "region", cubic ? Value(volume.PhaseRegion) : Value(), "",
                  cubic ? region_text(volume.PhaseRegion) : ""});
@@ -337,7 +342,7 @@ Report state(Program& program, const StateArguments& a) {
     Session& s = program.session;
     StateResult r;
     if (const Refused refused = compute(s, a, r)) return refusal("state", *refused);
-    note_condensed(s, r);
+    note_other_phase(s, r);
     set_units(s, r.T);
     // The scratch is that of the environment or of another T by now.
     if (s.models.VPhaseOnly) s.scratch.Bvirial = VirialB(s, s.models.EOSKode, r.T);

@@ -77,7 +77,8 @@ Report virial(Program& program, const VirialArguments& a) {
         if (code == eos_virial_manual && !arguments.models.b0) continue;
         const Coefficient r = coefficient(s, code, *a.T, arguments);
         const auto value = [](const std::optional<double>& x) { return x ? Value(*x) : Value(); };
-        table.rows.push_back({code, trim(eos_name(code)), value(r.B), value(r.B1), value(r.B2), r.reason});
+        table.rows.push_back(
+            {code, trim(eos_name(code)), value(r.B), value(r.B1), value(r.B2), remark(r.reason)});
         results += r.B.has_value();
     }
     Report report;

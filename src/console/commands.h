@@ -28,6 +28,7 @@ struct Command {
     const char* name;
     const char* help;                  // one line
     const char* form;                  // arguments in their right form
+    const char* example;               // arguments of an example
     Action (*declare)(CLI::App& app);  // adds the arguments to its own App, returns what reads them and runs
 };
 std::span<const Command> commands();

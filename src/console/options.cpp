@@ -126,9 +126,8 @@ void add_model_options(CLI::App& app, ModelOptions& o) {
     group(add_number(app, "--b1", o.b1, Range::any, "", "b1 (default 0)"), models_group);
     group(add_number(app, "--b2", o.b2, Range::any, "", "b2 (default 0)"), models_group);
 
-    group(add_code(
-              app, "--ref", o.ref, {1, 2, 10},
-              "h, s zero at --tref, --pref (1); formation with conventional (2) or formation entropy (10)"),
+    group(add_code(app, "--ref", o.ref, {1, 2, 10},
+                   "Zero point: --tref, --pref (1); formation, conventional (2) or formation entropy (10)"),
           reference_group);
     group(add_number(app, "--tref", o.tref, Range::above_zero, "K", "Reference temperature (298.15)"),
           reference_group);

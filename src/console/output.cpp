@@ -16,21 +16,20 @@ constexpr std::string_view Absent = "-";
 constexpr std::string_view FlowGap = "   ";
 constexpr std::size_t LineWidth = 98;
 
-template <class... F>
-struct Overload : F... {
-    using F::operator()...;
-};
-
 std::string text_of(const Value& value) {
-    return std::visit(Overload{[](std::monostate) { return std::string(Absent); },
-                               [](bool x) { return std::string(x ? "yes" : "no"); },
-                               [](std::int64_t x) { return std::to_string(x); },
-                               [](double x) { return shown(x); }, [](const std::string& x) { return x; }},
-                      value.form());
-}
-
-bool is_number(const Value& value) {
-    return std::holds_alternative<double>(value.form()) || std::holds_alternative<std::int64_t>(value.form());
+    switch (value.kind) {
+        case Value::Kind::truth:
+            return value.whole ? "yes" : "no";
+        case Value::Kind::whole:
+            return std::to_string(value.whole);
+        case Value::Kind::number:
+            return shown(value.number);
+        case Value::Kind::text:
+            return value.text;
+        case Value::Kind::absent:
+            break;
+    }
+    return std::string(Absent);
 }
 
 std::string right(std::string_view text, std::size_t width) {
@@ -79,6 +78,7 @@ using Side = Lines::Side;
 void render_flow(const Block& block, std::string& out) {
     std::string line(Indent);
     for (const Field& field : block.fields) {
+        if (field.label.empty()) continue;
         std::string item = field.label + " = " + text_of(field.value);
         if (!field.unit.empty() && !field.value.absent()) item += " " + field.unit;
         if (line.size() > Indent.size()) {
@@ -100,12 +100,12 @@ void render(const Block& block, std::string& out) {
     // apart.
     std::size_t width = 0;
     for (const Field& field : block.fields)
-        if (!std::holds_alternative<std::string>(field.value.form()))
-            width = std::max(width, text_length(text_of(field.value)));
+        if (field.value.kind != Value::Kind::text) width = std::max(width, text_length(text_of(field.value)));
     Lines lines({Side::left, Side::left});
     for (const Field& field : block.fields) {
+        if (field.label.empty() || (field.value.absent() && block.layout == Layout::known)) continue;
         std::string value = text_of(field.value);
-        if (is_number(field.value)) value = right(value, width);
+        if (field.value.is_number()) value = right(value, width);
         for (const std::string* tail : {&field.unit, &field.note}) {
             if (tail->empty() || field.value.absent()) continue;
             value += tail == &field.unit ? " " : "  ";
@@ -122,7 +122,7 @@ void render(const Table& table, std::string& out) {
     bool any_unit = false;
     for (std::size_t k = 0; k < table.columns.size(); ++k) {
         const bool numbers = std::any_of(table.rows.begin(), table.rows.end(),
-                                         [k](const auto& row) { return is_number(row[k]); });
+                                         [k](const auto& row) { return row[k].is_number(); });
         sides.push_back(numbers ? Side::right : Side::left);
         labels.push_back(table.columns[k].label);
         units.push_back(table.columns[k].unit);
@@ -133,9 +133,10 @@ void render(const Table& table, std::string& out) {
     if (any_unit) lines.add(std::move(units));
     for (const auto& row : table.rows) {
         std::vector<std::string> cells;
-        for (const Value& value : row) {  // in a table only what is true is marked
-            const bool* truth = std::get_if<bool>(&value.form());
-            cells.push_back(truth && !*truth ? "" : text_of(value));
+        // In a table only what is true is marked.
+        for (std::size_t k = 0; k < row.size(); ++k) {
+            const bool blank = row[k].is_false() || (row[k].absent() && table.columns[k].label.empty());
+            cells.push_back(blank ? "" : text_of(row[k]));
         }
         lines.add(std::move(cells));
     }
@@ -143,17 +144,22 @@ void render(const Table& table, std::string& out) {
 }
 
 void render(const Grid& grid, std::string& out) {
+    std::vector<std::size_t> shown_columns;
+    for (std::size_t k = 0; k < grid.columns.size(); ++k)
+        if (std::any_of(grid.rows.begin(), grid.rows.end(),
+                        [k](const GridRow& row) { return !row.values[k].absent(); }))
+            shown_columns.push_back(k);
     std::vector<Side> sides{Side::left};
-    sides.insert(sides.end(), grid.columns.size(), Side::right);
+    sides.insert(sides.end(), shown_columns.size(), Side::right);
     sides.push_back(Side::left);
     Lines lines(std::move(sides));
     std::vector<std::string> head{""};
-    head.insert(head.end(), grid.columns.begin(), grid.columns.end());
+    for (const std::size_t k : shown_columns) head.push_back(grid.columns[k]);
     head.emplace_back();
     lines.add(std::move(head));
     for (const GridRow& row : grid.rows) {
         std::vector<std::string> cells{row.label};
-        std::transform(row.values.begin(), row.values.end(), std::back_inserter(cells), text_of);
+        for (const std::size_t k : shown_columns) cells.push_back(text_of(row.values[k]));
         cells.push_back(row.unit);
         lines.add(std::move(cells));
     }
@@ -163,8 +169,19 @@ void render(const Grid& grid, std::string& out) {
 using Json = nlohmann::ordered_json;
 
 Json json_of(const Value& value) {
-    return std::visit(Overload{[](std::monostate) { return Json(); }, [](const auto& x) { return Json(x); }},
-                      value.form());
+    switch (value.kind) {
+        case Value::Kind::truth:
+            return value.whole != 0;
+        case Value::Kind::whole:
+            return value.whole;
+        case Value::Kind::number:
+            return value.number;
+        case Value::Kind::text:
+            return value.text;
+        case Value::Kind::absent:
+            break;
+    }
+    return {};
 }
 
 void note_unit(Json& units, const std::string& key, const std::string& unit) {
@@ -204,11 +221,9 @@ Json json_of(const Grid& grid, Json& units) {
 
 }  // namespace
 
-Value::Value(double x) {
-    if (std::isfinite(x)) form_ = x;
-}
-
 Value if_known(double x) { return x != 0.0 ? Value(x) : Value(); }
+
+Value remark(std::string text) { return text.empty() ? Value() : Value(std::move(text)); }
 
 Report refusal(std::string command, Fault fault) {
     Report report;

@@ -1,6 +1,7 @@
 // What a command found, filled once and rendered as aligned text for people or as one JSON object for
 // programs.
 #pragma once
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -19,27 +20,31 @@ enum Status : int {
 };
 
 // A value that may be absent: shown as "-", null in JSON. A number that is not finite is absent too.
-class Value {
- public:
-    using Form = std::variant<std::monostate, bool, std::int64_t, double, std::string>;
-    Value() = default;
-    Value(bool x) : form_(x) {}
-    Value(int x) : form_(std::int64_t{x}) {}
-    Value(double x);
-    Value(float x) : Value(static_cast<double>(x)) {}
-    Value(std::string x) : form_(std::move(x)) {}
-    Value(std::string_view x) : form_(std::string(x)) {}
-    Value(const char* x) : form_(std::string(x)) {}
-    const Form& form() const { return form_; }
-    bool absent() const { return form_.index() == 0; }
+struct Value {
+    enum class Kind { absent, truth, whole, number, text };
+    Kind kind = Kind::absent;
+    std::int64_t whole = 0;  // and the truth
+    double number = 0;
+    std::string text;
 
- private:
-    Form form_;
+    Value() = default;
+    Value(bool x) : kind(Kind::truth), whole(x) {}
+    Value(int x) : kind(Kind::whole), whole(x) {}
+    Value(double x) : kind(std::isfinite(x) ? Kind::number : Kind::absent), number(x) {}
+    Value(float x) : Value(static_cast<double>(x)) {}
+    Value(std::string x) : kind(Kind::text), text(std::move(x)) {}
+    Value(std::string_view x) : Value(std::string(x)) {}
+    Value(const char* x) : Value(std::string(x)) {}
+    bool absent() const { return kind == Kind::absent; }
+    bool is_number() const { return kind == Kind::whole || kind == Kind::number; }
+    bool is_false() const { return kind == Kind::truth && whole == 0; }
 };
 // The value unless it is 0, which stands for "not known" in the record.
 Value if_known(double x);
+// The text unless it is empty.
+Value remark(std::string text);
 
-// A named value; its key is the name in JSON.
+// A named value; its key is the name in JSON. Without a label it is in JSON only.
 struct Field {
     std::string key, label;
     Value value;
@@ -48,9 +53,10 @@ struct Field {
 };
 // Values under one title. JSON: an object.
 enum class Layout {
-    list,  // one value a line
-    flow,  // as many values in a line as it holds
-    json,  // in JSON only
+    list,   // one value a line
+    known,  // the same without those that are absent
+    flow,   // as many values in a line as it holds
+    json,   // in JSON only
 };
 struct Block {
     std::string key, title;
@@ -58,6 +64,7 @@ struct Block {
     Layout layout = Layout::list;
 };
 
+// A column without a label holds remarks: an absent one is blank.
 struct Column {
     std::string key, label, unit;
 };
@@ -68,7 +75,8 @@ struct Table {
     std::vector<std::vector<Value>> rows;
 };
 
-// Quantities by phases. JSON: an object with one object a quantity, its members named after the columns.
+// Quantities by phases; a column without any value is not shown. JSON: an object with one object a quantity,
+// its members named after the columns.
 struct GridRow {
     std::string key, label, unit;
     std::vector<Value> values;  // as many as the grid has columns

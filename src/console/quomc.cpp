@@ -8,17 +8,19 @@ namespace quom::console {
 namespace {
 
 constexpr Command table[] = {
-    {"list", "All substances of the database", "", declare_list},
-    {"find", "Substances by a part of a name, formula, or CAS number", "TEXT", declare_find},
-    {"show", "All constants of a substance", "SUBSTANCE", declare_show},
+    {"list", "All substances of the database", "", "", declare_list},
+    {"find", "Substances by a part of a name, formula, or CAS number", "TEXT", "butane", declare_find},
+    {"show", "All constants of a substance", "SUBSTANCE", "Kohlendioxid", declare_show},
     {"models", "The models that a substance offers, and which are selected", "SUBSTANCE [model options]",
-     declare_models},
+     "7732-18-5", declare_models},
     {"state", "Volumes, phases, derivatives and thermodynamic functions at a state",
-     "SUBSTANCE (--T K --p kPa | --T K --rho kg/m^3 | --p kPa --rho kg/m^3) [model options]", declare_state},
-    {"saturation", "Vapor pressure or boiling temperature and enthalpy of vaporization by every route",
-     "SUBSTANCE (--T K | --p kPa) [model options]", declare_saturation},
+     "SUBSTANCE (--T K --p kPa | --T K --rho kg/m^3 | --p kPa --rho kg/m^3) [model options]",
+     "water --T 300 --p 101.325", declare_state},
+    {"saturation", "Equilibrium of liquid and vapor by every route",
+     "SUBSTANCE (--T K | --p kPa) [model options]", "ethanol --p 101.325 --concept partial",
+     declare_saturation},
     {"virial", "Second virial coefficient by every virial equation",
-     "SUBSTANCE --T K [--b0 --b1 --b2] [model options]", declare_virial},
+     "SUBSTANCE --T K [--b0 --b1 --b2] [model options]", "argon --T 273.15", declare_virial},
 };
 
 constexpr const char* footer =
@@ -68,6 +70,12 @@ int deliver(const Report& report, bool json, std::ostream& out, std::ostream& er
     return report.status;
 }
 
+std::string no_command() {
+    std::string names;
+    for (const Command& command : table) names += (names.empty() ? "" : ", ") + std::string(command.name);
+    return "A command is needed: " + names + ".";
+}
+
 int wrong_arguments(const CLI::App& app, const std::string& what, bool json, std::ostream& out,
                     std::ostream& err) {
     Report report = refusal("", {status_usage, what});
@@ -97,6 +105,9 @@ int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& ou
     for (const Command& command : commands()) {
         CLI::App* own = app.add_subcommand(command.name, command.help);
         own->fallthrough();
+        own->footer("Example:\n  quomc " + std::string(command.name) + " " + command.example +
+                    "\n\nOptions of all commands (--json, --db, --program-folder, --answer), exit status: "
+                    "quomc --help");
         actions.emplace_back(own, command.declare(*own));
     }
 
@@ -108,6 +119,10 @@ int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& ou
         app.exit(help, out, err);
         return status_done;
     } catch (const CLI::ParseError& wrong) {
+        const bool no_such = dynamic_cast<const CLI::ExtrasError*>(&wrong) ||
+                             dynamic_cast<const CLI::RequiredError*>(&wrong);
+        if (no_such && app.get_subcommands().empty())
+            return wrong_arguments(app, no_command(), json, out, err);
         return wrong_arguments(app, wrong.what(), json, out, err);
     }
 

@@ -88,16 +88,6 @@ bool offers(const ModelList& list, int code) {
                        [code](const ModelList::Entry& entry) { return entry.code == code; });
 }
 
-std::string missing_constants(const SubstanceConstants& k, int eos) {
-    std::string missing;
-    const auto add = [&](bool absent, const char* name) {
-        if (absent) missing += (missing.empty() ? "" : ", ") + std::string(name);
-    };
-    add(k.Tcr < TinyT, "T(cr)"), add(k.pcr < TinyT, "p(cr)");
-    add(k.omega == 0.0 && (eos == 5 || eos == 6 || eos >= 14), "omega");
-    return missing.empty() ? missing : "the record has no " + missing;
-}
-
 // Options that must come with an equation, or must not.
 Refused check_parameters(const ModelOptions& o) {
     const bool manual = o.eos == eos_virial_manual, ji = o.eos == eos_tovarn_ji_1 || o.eos == eos_tovarn_ji_2;
@@ -258,6 +248,17 @@ Refused prepare(Program& program, std::string_view substance, const ModelOptions
     if (Refused refused = open_database(program)) return refused;
     if (Refused refused = choose_substance(program.session, substance)) return refused;
     return apply_models(program.session, options);
+}
+
+std::string missing_constants(const SubstanceConstants& k, int eos) {
+    std::string missing;
+    const auto add = [&](bool absent, const char* name) {
+        if (absent) missing += (missing.empty() ? "" : ", ") + std::string(name);
+    };
+    if (eos == eos_ideal_gas) return missing;
+    add(k.Tcr < TinyT, "T(cr)"), add(k.pcr < TinyT, "p(cr)");
+    add(k.omega == 0.0 && (eos == 5 || eos == 6 || eos >= 14), "omega");
+    return missing.empty() ? missing : "the record has no " + missing;
 }
 
 void set_units(Session& s, double T) { s.units.uFactor = unitFactor(s, T); }

@@ -24,6 +24,9 @@ Refused apply_models(Session& s, const ModelOptions& options);
 // All of it.
 Refused prepare(Program& program, std::string_view substance, const ModelOptions& options);
 
+// Why a substance does not offer an equation of state: "the record has no omega"; empty when it does.
+std::string missing_constants(const SubstanceConstants& k, int eos);
+
 // Sets the factors of energies and volumes for a state at T [K].
 void set_units(Session& s, double T);
 

@@ -201,6 +201,19 @@ SynonymList ShowSynonyms(const Session& s) {
     return FindSynonymVonCAS(s, casrn);
 }
 
+std::vector<SynonymBlock> read_synonym_blocks(std::string_view file_bytes) {
+    std::vector<SynonymBlock> blocks;
+    SynonymLines lines(file_bytes);
+    for (;;) {
+        const std::string_view cas = lines.next_cas();
+        if (cas == "END") return blocks;
+        SynonymBlock block{utf8_from_1252(cas), utf8_from_1252(lines.next()), {}};
+        for (std::string_view line; !lines.at_end() && !(line = lines.next()).empty();)
+            block.synonyms.push_back(utf8_from_1252(line));
+        blocks.push_back(std::move(block));
+    }
+}
+
 std::string synonym_file_text(std::span<const SynonymBlock> blocks) {
     std::string text;
     for (const SynonymBlock& block : blocks) {

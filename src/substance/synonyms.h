@@ -65,6 +65,8 @@ struct SynonymBlock {
     std::string head;  // with its mark
     std::vector<std::string> synonyms;
 };
+// All blocks of the bytes of a synonym file.
+std::vector<SynonymBlock> read_synonym_blocks(std::string_view file_bytes);
 // The file's text in UTF-8 with CR LF and "END"; the writer of the file turns it into Windows-1252.
 std::string synonym_file_text(std::span<const SynonymBlock> blocks);
 
