@@ -13,8 +13,6 @@ namespace quom {
 
 namespace {
 
-constexpr std::string_view triple_warning = "T < T(TP) (Triple Point)";
-
 bool fetch_failed(CalcRun& run, ViewText& where, std::string_view content) {
     run.FetchFailed = true;
     refuse(run, where, content);
@@ -30,17 +28,6 @@ bool take_rho(CalcRun& run, float rho, ViewText& where) {
     return true;
 }
 
-void warn_triple(CalcRun& run) {
-    const Session& s = run.s;
-    const int mode = run.mode();
-    const bool allowed = mode != 16 && mode != 18 && mode != 24;
-    if (!allowed || s.models.VPhaseOnly || !(run.T < static_cast<double>(s.substance.Ttr))) return;
-    if (run.text) run.out.warning = triple_warning;
-    if (run.request.WarnTriple) {
-        s.tell({.title = "Remark", .text = std::string(triple_warning), .kind = MessageKind::warning});
-    }
-}
-
 }  // namespace
 
 bool CalcRun::below_critical() const {
@@ -53,13 +40,24 @@ void take_T(CalcRun& run, double T) {
     if (run.s.units.EnergyMode == 2) run.s.units.uFactor = unitFactor(run.s, T);
 }
 
+void warn_triple(CalcRun& run, std::string_view title) {
+    const Session& s = run.s;
+    if (s.models.VPhaseOnly || !(run.T < static_cast<double>(s.substance.Ttr))) return;
+    const std::string content = "T < T(TP) (Triple Point)";
+    if (run.text) run.out.warning = content;
+    if (!run.request.WarnTriple) return;
+    s.tell({.title = std::string(title), .text = content, .kind = MessageKind::warning});
+}
+
 bool FetchT(CalcRun& run) {
     const double T = run.point().T;
     if (!(T >= TinyT) || !std::isfinite(T))
         return fetch_failed(run, run.out.view.par1, "no T in this data set");
     take_T(run, T);
     run.out.Result[slot_T] = T;
-    warn_triple(run);
+    // The functions of the ideal gas and of the solid go below the triple point.
+    const int mode = run.mode();
+    if (mode != 16 && mode != 18 && mode != 24) warn_triple(run, "Remark");
     return true;
 }
 

@@ -54,6 +54,8 @@ bool FetchT(CalcRun& run);     // T and slot 0; may warn of a T below the triple
 bool Fetchp(CalcRun& run);     // p and slot 1
 bool FetchRho(CalcRun& run);   // rho(V) column: rho, v, slots 2 and 3
 bool FetchRhoL(CalcRun& run);  // rho(L) column: rho, v, slot 4
+// Tells of a T below the triple point where the L-phase is of interest; a box when the request allows it.
+void warn_triple(CalcRun& run, std::string_view title);
 // T is known from now on: uFactor of the mode per (R T).
 void take_T(CalcRun& run, double T);
 void show_T(CalcRun& run);  // par1

@@ -113,14 +113,6 @@ bool refuse_partial_above_critical(CalcRun& run) {
     return true;
 }
 
-void warn_triple(CalcRun& run) {
-    const Session& s = run.s;
-    if (s.models.VPhaseOnly || !(run.T < static_cast<double>(s.substance.Ttr))) return;
-    const std::string content = "T < T(TP) (Triple Point)";
-    if (run.text) run.out.warning = content;
-    if (run.request.WarnTriple) s.tell({.title = "WARNING", .text = content, .kind = MessageKind::warning});
-}
-
 void show_tank_pressure(CalcRun& run) {
     if (!run.text || !(run.p > 0.0)) return;
     const bool saturated = run.two_phase() && run.below_critical();
@@ -197,7 +189,7 @@ void TankResult(CalcRun& run) {
 AfterBranch mode_tank(CalcRun& run) {
     Session& s = run.s;
     if (!fetch_tank(run) || refuse_partial_above_critical(run)) return AfterBranch::leave;
-    warn_triple(run);
+    warn_triple(run, "WARNING");
     run.out.Result[slot_T] = run.T;
     show_T(run);
     show_rho(run, run.out.view.par2);

@@ -20,7 +20,7 @@ void expect_near_relative(double actual, double expected, double tolerance, cons
 // -------------------------------------------------------------------------------------------
 
 struct TwoPhase {
-    const char* cas;
+    std::string_view cas;
     int eos;
     double T, rho;
 };
@@ -275,7 +275,7 @@ TEST(Units, factor_of_energies_is_guarded_where_a_quantity_is_missing) {
 // -----------------------------------------------------------------------------------
 
 TEST(Driver, never_gives_a_value_that_is_no_number) {
-    for (const char* cas : {propane, water, helium}) {
+    for (const std::string_view cas : {propane, water, helium}) {
         Bench b(cas);
         b.s.calc.ShowFunctions = true;
         b.s.calc.ExtLevel = 2;

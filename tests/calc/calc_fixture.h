@@ -6,12 +6,9 @@
 #include <vector>
 
 #include "calc/calc_batch.h"
-#include "engine/eos_parameters.h"
-#include "engine/model_catalogue.h"
 #include "engine/vapor_pressure.h"
 #include "engine/vaporization_enthalpy.h"
-#include "session/session.h"
-#include "substance/database.h"
+#include "support/starter.h"
 
 namespace quom::test {
 
@@ -24,29 +21,21 @@ struct Listener : Messages {
     }
 };
 
-inline constexpr const char* propane = "74-98-6";
-inline constexpr const char* water = "7732-18-5";
-inline constexpr const char* helium = "7440-59-7";
-
 struct Bench {
     Session s;
     Listener listener;
 
-    explicit Bench(const char* cas = propane, int eos = eos_peng_robinson) {
+    explicit Bench(std::string_view cas = propane, int eos = eos_peng_robinson)
+        : s(substance_session(cas, eos)) {
         s.messages = &listener;
-        EXPECT_EQ(LoadDatabase(s, 7, QUOM_STARTER_DATA "/quom.q07").err, 0);
-        EXPECT_EQ(SelectSubstance(s, FindCAS(s, cas)), 0) << cas;
         s.models.EVPKode = evp_wagner;
         s.models.HLVKode = hlv_eos;
         s.models.cpKode = s.substance.haveSinh ? 2 : 1;
         set_eos(eos);
     }
     void set_eos(int code) {
-        s.models.EOSKode = code;
-        s.models.VPhaseOnly = !is_cubic(code);
-        s.models.Konzept = s.calc.GlobalCalc = is_cubic(code);
-        ClearEOSPar(s);
-        EXPECT_EQ(InitEOSPar(s, code), 0);
+        select_eos(s, code);
+        s.calc.GlobalCalc = s.models.Konzept;
     }
     void specific_units() {
         s.units.EnergyMode = 3, s.units.VolumeMode = 1;

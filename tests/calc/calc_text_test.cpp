@@ -21,7 +21,7 @@ struct TextCase {
     const char* name;
     double T, p, rho;
     std::function<void(Bench&)> prepare;
-    const char* cas = propane;
+    std::string_view cas = propane;
 };
 
 void partial(Bench& b) { b.s.calc.GlobalCalc = false, b.s.calc.RhoLWanted = true; }
