@@ -182,7 +182,13 @@ CalcBatchResult CalcBatch(Session& s, const CalcRequest& request) {
         label->visible = false;
     }
     CalcRun run{.s = s, .request = request, .out = out, .text = request.want_text};
-    if (entry->branch(run) == AfterBranch::result_block) result_block(run);
+    AfterBranch after = AfterBranch::result_block;
+    if (entry->state_of_eos && !has_eos(s)) {
+        CalcMessage(run, error_code(-1), "no equation of state with its constants");
+    } else {
+        after = entry->branch(run);
+    }
+    if (after == AfterBranch::result_block) result_block(run);
     return out;
 }
 

@@ -112,6 +112,14 @@ void refuse(CalcRun& run, ViewText& where, std::string_view content) {
     if (run.text) where.text = content;
 }
 
+bool has_eos(const Session& s) {
+    const int code = s.models.EOSKode;
+    if (is_cubic(code)) return s.eos.vcrEOS > 0.0;
+    if (code >= eos_virial_first && code <= eos_virial_last) return s.eos.EOSb > 0.0;
+    if (code == eos_pitzer_curl) return s.substance.Tcr > TinyT && s.substance.pcr > TinyT;
+    return code != eos_none;
+}
+
 std::string error_code(int err) { return " (E" + genNum(err) + ")"; }
 
 std::string pressure_text(double p) {
@@ -177,6 +185,7 @@ void partial_liquid(CalcRun& run) {
 
 double partial_vapor_volume(CalcRun& run, double T, double pLV) {
     Session& s = run.s;
+    if (!has_eos(s)) return 0.0;
     if (s.models.VPhaseOnly) {
         const double v = RGas * T / pLV + VirialB(s, s.models.EOSKode, T);
         return v > 0.0 && std::isfinite(v) ? v : 0.0;

@@ -62,6 +62,9 @@ void show_T(CalcRun& run);  // par1
 void show_p(CalcRun& run, ViewText& where);
 void show_rho(CalcRun& run, ViewText& where);
 
+// Whether the EOS selected has its constants. Without them its formulas would silently give an ideal gas.
+bool has_eos(const Session& s);
+
 // ---- Faults ----
 // Reports a fault of a step: the list turns red and ends in the message; reason is for callers without a
 // window.

@@ -33,6 +33,7 @@ struct ModeEntry {
     std::string_view list_title;
     unsigned specified;
     ModeBranch branch;
+    bool state_of_eos = false;  // the equation of state gives the state: it must be there
 };
 
 inline constexpr int last_mode = 24;

@@ -79,6 +79,22 @@ TEST(Faults, without_vapor_pressure_equation_and_data_the_equilibrium_is_refused
     EXPECT_EQ(r.err, -1);
 }
 
+// Without its constants an equation would calculate an ideal gas.
+TEST(Faults, of_an_equation_of_state_without_constants_are_no_ideal_gas) {
+    for (const int code : {-1, 6, 7, 11, 15}) {
+        Bench b;
+        b.s.models.EOSKode = code;
+        b.s.models.VPhaseOnly = code > 9;
+        b.s.eos = {};
+        for (const int mode : {1, 2, 3, 4, 8, 13}) {
+            const CalcBatchResult r = b.run(mode, 300.0, 500.0, 10.0);
+            const bool equation_alone = mode == 4 && b.s.models.VPhaseOnly;  // p(LV) without a density
+            EXPECT_EQ(r.err, equation_alone ? 0 : -1) << code << " mode " << mode;
+            EXPECT_EQ(r.Result[slot_vV], 0.0) << code << " mode " << mode;
+        }
+    }
+}
+
 TEST(Faults, of_the_driver_itself_touch_nothing) {
     Bench b;
     for (const CalcRequest& request : {CalcRequest{.Mode = 0},
