@@ -62,11 +62,14 @@ Report find(Program& program, const std::string& text) {
                                                       text + "\"." + near + (near.empty() ? "" : ".")});
     }
     Table table{"substances", "", columns, {}};
-    table.columns.push_back({"synonym", "found by", ""});
+    // The last two give way to the synonym.
+    table.columns.pop_back();
+    table.columns.back() = {"synonym", "found by", ""};
     for (const NameMatch& match : matches) {
         if (table.rows.size() == FindLimit) break;
         table.rows.push_back(row_of(s.database.file, match.index));
-        table.rows.back().push_back(match.via.empty() ? Value() : Value(match.via));
+        table.rows.back().pop_back();
+        table.rows.back().back() = remark(match.via);
     }
     report.title = std::to_string(matches.size()) + " substances with \"" + text + "\"";
     if (matches.size() == 1) report.title = "1 substance with \"" + text + "\"";

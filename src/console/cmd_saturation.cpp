@@ -72,6 +72,7 @@ EosSaturation by_eos(Session& s, const SaturationArguments& a) {
     }
     r.route.T = a.T.value_or(sat.value), r.route.p = a.p.value_or(sat.value);
     r.vL = s.scratch.VRoot[0], r.vV = s.scratch.VRoot[2], r.fd = sat.fd;
+    if (r.route.T == s.substance.Tcr) r.vL = r.vV = s.eos.vcrEOS;  // VRoot holds 1/rho there
     return r;
 }
 
@@ -83,8 +84,8 @@ Route by_evp(Session& s, const SaturationArguments& a, int code) {
     route.outside = r.dT;
     if (r.err == 0) {
         route.T = a.T.value_or(r.value), route.p = a.p.value_or(r.value);
-    } else if (code == evp_wagner && a.T && *a.T >= static_cast<double>(k.WagnerTcr)) {
-        route.reason = "T is not below its T(cr) " + shown(static_cast<double>(k.WagnerTcr)) + " K";
+    } else if (code == evp_wagner && a.T && 1.0 - *a.T / static_cast<double>(k.WagnerTcr) < 1e-6) {
+        route.reason = "at or above its T(cr)";
     } else {
         route.reason = "no solution";
     }

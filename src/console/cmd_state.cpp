@@ -1,17 +1,12 @@
 // state: region, phases, volumes, derivatives and functions at two of T, p, rho.
-#include <array>
 #include <cmath>
 #include <memory>
-#include <optional>
 
-#include "base/code_page.h"
 #include "calc/quantities.h"
 #include "console/selection.h"
+#include "console/state_point.h"
 #include "engine/eos_parameters.h"
-#include "engine/model_catalogue.h"
-#include "engine/saturation.h"
 #include "engine/thermo_functions.h"
-#include "engine/vapor_pressure.h"
 #include "engine/volume_solver.h"
 
 namespace quom::console {
@@ -20,162 +15,13 @@ namespace {
 struct StateArguments {
     std::string substance;
     ModelOptions models;
-    std::optional<double> T, p, rho;
-};
-
-// One phase with everything the engine tells of it.
-struct PhaseState {
-    double v = 0;
-    StateFunctions functions;
-    PhaseArrays arrays;
-};
-
-// The state found.
-struct StateResult {
-    double T = 0, p = 0;
-    std::optional<double> v;         // given volume [m^3/kmol]
-    VolumeResult volume;             // of T, p
-    std::array<double, 3> roots{};   // of T, p; saturated volumes of a two-phase state
-    std::optional<PhaseState> L, V;  // the phases that exist
-    std::optional<double> y;         // vapor fraction of a two-phase state
-    std::string phase;               // in words
-    std::vector<std::string> notes;
+    StateInput input;
 };
 
 const char* region_text(int region) {
     constexpr const char* texts[] = {"below the critical point", "liquid above p(cr)", "supercritical",
                                      "vapor above T(cr)", "at the critical point"};
     return region >= 0 && region < 5 ? texts[region] : "";
-}
-
-PhaseState evaluate(Session& s, int phase, double T, double p, double v) {
-    PhaseState state;
-    state.v = v;
-    state.functions = ThermoState(s, T, p, v, phase);
-    phase_functions(s, phase, T, p, v, state.arrays);
-    ExpansionKoeff(phase, p, v, state.arrays);
-    return state;
-}
-
-// Tells where a phase is stable that the equation of state does not describe: a solid, or the one that the
-// vapor pressure equation of the PARTIAL concept finds.
-void note_other_phase(Session& s, StateResult& r) {
-    const double Ttr = s.substance.Ttr;
-    if (r.T < Ttr)
-        r.notes.push_back(
-            "The triple point is at " + shown(Ttr) +
-            " K: below it the stable phase may be a solid, which no equation of state here describes.");
-    if (s.models.Konzept || r.y || r.T >= s.substance.Tcr || s.models.EVPKode == evp_none) return;
-    const EvpResult evp = pLV_EVP(s, r.T, s.models.EVPKode);
-    if (evp.err || (r.p > evp.value) == r.L.has_value()) return;
-    const std::string pLV = "p(LV) = " + shown(evp.value) + " kPa by " +
-                            std::string(trim(evp_name(s.models.EVPKode))) + ": the stable phase is a ";
-    if (r.p > evp.value) {
-        r.notes.push_back(pLV + "liquid" +
-                          (s.models.VPhaseOnly ? ", which this equation of state does not describe."
-                                               : "; the equation of state has it as a vapor."));
-    } else {
-        r.notes.push_back(pLV + "vapor; the equation of state has it as a liquid.");
-    }
-}
-
-// Fills the phases of a state at T and p from the volumes found there.
-void take_phases(Session& s, StateResult& r) {
-    const VolumeResult& volume = r.volume;
-    const bool one_fluid = volume.nRoots == 1 && volume.LFlag && volume.VFlag;
-    const bool liquid_side = one_fluid && volume.PhaseRegion == 1;
-    if (volume.LFlag && (!one_fluid || liquid_side)) r.L = evaluate(s, phase_L, r.T, r.p, volume.vL);
-    if (volume.VFlag && !liquid_side) r.V = evaluate(s, phase_V, r.T, r.p, volume.vV);
-    if (one_fluid) {
-        r.phase = volume.PhaseRegion == 4 ? "critical" : liquid_side ? "L, above p(cr)" : "fluid, L = V";
-        if (volume.PhaseRegion == 3) r.phase = "V";
-    } else {
-        r.phase = r.L && r.V ? "L and V in equilibrium" : r.L ? "L" : "V";
-    }
-}
-
-std::optional<Fault> state_of_T_p(Session& s, double T, double p, StateResult& r) {
-    r.T = T, r.p = p;
-    r.volume = VolumeTp(s, T, p);
-    r.roots = s.scratch.VRoot;
-    if (r.volume.err)
-        return Fault{status_no_result, "The equation of state has no volume at " + shown(T) + " K and " +
-                                           shown(p) + " kPa" +
-                                           (s.models.VPhaseOnly ? ": R T/p + B is not above 0." : ".")};
-    take_phases(s, r);
-    return {};
-}
-
-// The saturated volumes at T when v lies between them.
-struct Dome {
-    double p = 0, vL = 0, vV = 0;
-};
-std::optional<Dome> dome_around(Session& s, double T, double v) {
-    if (s.models.VPhaseOnly || T >= s.substance.Tcr) return {};
-    const Saturation sat = pLV_EOS(s, T);
-    const Dome dome{sat.value, s.scratch.VRoot[0], s.scratch.VRoot[2]};
-    if (sat.err || !(v > dome.vL && v < dome.vV)) return {};
-    return dome;
-}
-
-void two_phases(Session& s, double T, double p, double v, const Dome& dome, StateResult& r) {
-    r.T = T, r.p = p, r.v = v;
-    r.volume = VolumeTp(s, T, p);
-    r.roots = {dome.vL, s.scratch.VRoot[1], dome.vV};
-    r.volume.vL = dome.vL, r.volume.vV = dome.vV;
-    r.volume.LFlag = r.volume.VFlag = true;
-    r.L = evaluate(s, phase_L, T, p, dome.vL);
-    r.V = evaluate(s, phase_V, T, p, dome.vV);
-    r.y = (v - dome.vL) / (dome.vV - dome.vL);
-    r.phase = "L and V in equilibrium";
-}
-
-// A single phase with a given volume: its side is that of the critical volume.
-void single_phase(Session& s, double T, double p, double v, StateResult& r) {
-    r.T = T, r.p = p, r.v = v;
-    r.volume = VolumeTp(s, T, p);
-    r.roots = s.scratch.VRoot;
-    const bool liquid = !s.models.VPhaseOnly && T < s.substance.Tcr && v < s.eos.vcrEOS;
-    (liquid ? r.L : r.V) = evaluate(s, liquid ? phase_L : phase_V, T, p, v);
-    r.phase = liquid                                                              ? "L"
-              : T < s.substance.Tcr || p < s.substance.pcr || s.models.VPhaseOnly ? "V"
-                                                                                  : "fluid, L = V";
-}
-
-std::optional<Fault> state_of_T_v(Session& s, double T, double v, StateResult& r) {
-    if (const std::optional<Dome> dome = dome_around(s, T, v)) {
-        two_phases(s, T, dome->p, v, *dome, r);
-        return {};
-    }
-    EOSParT(s, T);
-    const PressureResult pressure = pTv(s, T, v);
-    const std::string rho = shown(static_cast<double>(s.substance.MolMass) / v) + " kg/m^3";
-    if (pressure.err)
-        return Fault{status_no_result, rho + " is not possible at " + shown(T) + " K: v = " + shown(v) +
-                                           " m^3/kmol is not above " + (s.models.VPhaseOnly ? "B" : "b") +
-                                           " = " + shown(s.scratch.bT) +
-                                           " m^3/kmol of the equation of state."};
-    if (!(pressure.p > 0.0))
-        return Fault{status_no_result, "At " + shown(T) + " K and " + rho +
-                                           " the equation of state gives p = " + shown(pressure.p) +
-                                           " kPa; a state needs p above 0."};
-    single_phase(s, T, pressure.p, v, r);
-    return {};
-}
-
-std::optional<Fault> state_of_p_v(Session& s, double p, double v, StateResult& r) {
-    const double M = static_cast<double>(s.substance.MolMass);
-    const double T = TpV(s, p, M / v, false);
-    if (!(T > 0.0))
-        return Fault{status_no_result, "The equation of state has no temperature at " + shown(p) +
-                                           " kPa and " + shown(M / v) + " kg/m^3."};
-    const std::optional<Dome> dome = dome_around(s, T, v);
-    if (dome && std::fabs(dome->p - p) < 0.02 * p) {
-        two_phases(s, T, p, v, *dome, r);
-    } else {
-        single_phase(s, T, p, v, r);
-    }
-    return {};
 }
 
 // L, V and, of a two-phase state, the mean.
@@ -269,7 +115,10 @@ Grid functions_grid(const Session& s, const StateResult& r) {
             const StateFunctions& f = phase.functions;
             if (volume) return phase.v;
             const bool known = s.models.cpKode != 0 && (f.err == 0 || (f.environment_failed && !exergy));
-            if (!known || (row.quantity == Quantity::w && !(f.w > 0.0))) return std::nan("");
+            const bool diverges =
+                row.quantity == Quantity::cp || row.quantity == Quantity::cV || row.quantity == Quantity::w;
+            if (!known || (diverges && r.critical) || (row.quantity == Quantity::w && !(f.w > 0.0)))
+                return std::nan("");
             return f.*row.member;
         };
         std::vector<Value> values = columns.of(get, display_factor(s, row.quantity));
@@ -301,15 +150,15 @@ Block state_block(const Session& s, const StateResult& r) {
     f.push_back({"phase", "phase", r.phase, "", ""});
     f.push_back({"PhaseRegion", "region", cubic ? Value(volume.PhaseRegion) : Value(), "",
                  cubic ? region_text(volume.PhaseRegion) : ""});
-    f.push_back({"LFlag", "L-phase exists", r.L.has_value(), "", ""});
-    f.push_back({"VFlag", "V-phase exists", r.V.has_value(), "", ""});
+    f.push_back({"LFlag", "", volume.LFlag, "", ""});
+    f.push_back({"VFlag", "", volume.VFlag, "", ""});
     f.push_back(
         {"y", "vapor fraction", r.y ? Value(*r.y) : Value(), "kmol/kmol", r.y ? "by the lever rule" : ""});
     f.push_back({"v", "given volume", r.v ? Value(*r.v) : Value(), "m^3/kmol", ""});
     f.push_back({"rhoL", "rho(L)", rho(r.L), "kg/m^3", ""});
     f.push_back({"rhoV", "rho(V)", rho(r.V), "kg/m^3", ""});
-    f.push_back(
-        {"nRoots", "volume roots", cubic ? Value(volume.nRoots) : Value(), "", std::string(volume.msg)});
+    f.push_back({"nRoots", "volume roots", cubic ? Value(volume.nRoots) : Value(), "", ""});
+    f.push_back({"msg", "", volume.msg, "", ""});
     f.push_back({"VRoot1", "root 1, liquid", root(0), "m^3/kmol", ""});
     f.push_back({"VRoot2", "root 2", root(1), "m^3/kmol", ""});
     f.push_back({"VRoot3", "root 3, vapor", root(2), "m^3/kmol", ""});
@@ -317,32 +166,17 @@ Block state_block(const Session& s, const StateResult& r) {
     f.push_back({"fd", "difference of areas fd", areas ? Value(volume.fd) : Value(), "", "0 at saturation"});
     f.push_back(
         {"B", "second virial coefficient B", cubic ? Value() : Value(s.scratch.Bvirial), "m^3/kmol", ""});
-    if (volume.nRoots == 1) f[11].label = "root";
+    if (volume.nRoots == 1)
+        for (Field& field : f)
+            if (field.key == "VRoot1") field.label = "root";
     return block;
-}
-
-Fault form_fault(const char* what) {
-    return {status_usage, std::string(what) + " Two of --T, --p, --rho are needed."};
-}
-
-Refused compute(Session& s, const StateArguments& a, StateResult& r) {
-    const int given = int{a.T.has_value()} + int{a.p.has_value()} + int{a.rho.has_value()};
-    if (given < 2) return form_fault(given == 0 ? "No state is given." : "One value is not a state.");
-    if (given > 2) return form_fault("Three values are too many.");
-    const double M = static_cast<double>(s.substance.MolMass);
-    if (a.rho && M < TinyT)
-        return Fault{status_no_result, "A density needs the molar mass, which the record of " +
-                                           s.substance.StoffName + " does not have; give --T and --p."};
-    if (!a.rho) return state_of_T_p(s, *a.T, *a.p, r);
-    return a.T ? state_of_T_v(s, *a.T, M / *a.rho, r) : state_of_p_v(s, *a.p, M / *a.rho, r);
 }
 
 Report state(Program& program, const StateArguments& a) {
     if (const Refused refused = prepare(program, a.substance, a.models)) return refusal("state", *refused);
     Session& s = program.session;
     StateResult r;
-    if (const Refused refused = compute(s, a, r)) return refusal("state", *refused);
-    note_other_phase(s, r);
+    if (const Refused refused = compute_state(s, a.input, r)) return refusal("state", *refused);
     set_units(s, r.T);
     // The scratch is that of the environment or of another T by now.
     if (s.models.VPhaseOnly) s.scratch.Bvirial = VirialB(s, s.models.EOSKode, r.T);
@@ -353,7 +187,7 @@ Report state(Program& program, const StateArguments& a) {
     report.sections.emplace_back(models_block(s));
     report.sections.emplace_back(state_block(s, r));
     report.sections.emplace_back(functions_grid(s, r));
-    const int no_cp = s.models.cpKode == 0 ? fu_dTdp_h : 99;
+    const int no_cp = r.critical ? fu_cp_res : s.models.cpKode == 0 ? fu_dTdp_h : 99;
     report.sections.emplace_back(grid_of(
         "FuncA", "Fugacity and residual functions", func_entries, r,
         [](const PhaseArrays& x, int row, int k) { return x.FuncA[row][k]; }, no_cp));
@@ -367,6 +201,10 @@ Report state(Program& program, const StateArguments& a) {
         grid_of("Deriv2A", "Second derivatives", deriv2_entries, r,
                 [](const PhaseArrays& x, int row, int k) { return x.Deriv2A[row][k]; }));
     report.notes = r.notes;
+    if (r.critical)
+        report.notes.push_back(
+            "At the critical point (dp/dv) at T is 0: cp, the coefficients and what is built on "
+            "them grow without limit.");
     if (s.models.cpKode == 0)
         report.notes.push_back("The record has no cp(idG): h, s and what is built on them are not known.");
     for (const auto& phase : {r.L, r.V})
@@ -380,9 +218,9 @@ Report state(Program& program, const StateArguments& a) {
 Action declare_state(CLI::App& app) {
     const auto arguments = std::make_shared<StateArguments>();
     add_substance(app, arguments->substance);
-    add_number(app, "--T", arguments->T, Range::above_zero, "K", "Temperature");
-    add_number(app, "--p", arguments->p, Range::above_zero, "kPa", "Pressure");
-    add_number(app, "--rho", arguments->rho, Range::above_zero, "kg/m^3", "Density");
+    add_number(app, "--T", arguments->input.T, Range::above_zero, "K", "Temperature");
+    add_number(app, "--p", arguments->input.p, Range::above_zero, "kPa", "Pressure");
+    add_number(app, "--rho", arguments->input.rho, Range::above_zero, "kg/m^3", "Density");
     add_model_options(app, arguments->models);
     return [arguments](Program& program) { return state(program, *arguments); };
 }

@@ -127,7 +127,7 @@ void add_model_options(CLI::App& app, ModelOptions& o) {
     group(add_number(app, "--b2", o.b2, Range::any, "", "b2 (default 0)"), models_group);
 
     group(add_code(app, "--ref", o.ref, {1, 2, 10},
-                   "Zero point: --tref, --pref (1); formation, conventional (2) or formation entropy (10)"),
+                   "1 zero at --tref, --pref; 2, 10 formation (conventional; dfG)"),
           reference_group);
     group(add_number(app, "--tref", o.tref, Range::above_zero, "K", "Reference temperature (298.15)"),
           reference_group);
@@ -147,7 +147,7 @@ void add_model_options(CLI::App& app, ModelOptions& o) {
 }
 
 void add_substance(CLI::App& app, std::string& into) {
-    app.add_option("SUBSTANCE", into, "Name (English or German), synonym, CAS number, or #index of the list")
+    app.add_option("SUBSTANCE", into, "Name (English or German), synonym, CAS number or '#index'")
         ->required()
         ->type_name("");
 }

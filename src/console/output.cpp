@@ -43,6 +43,17 @@ void append_line(std::string& out, std::string_view line) {
     out += '\n';
 }
 
+// Appends a text in lines of LineWidth characters at most, broken at blanks.
+void append_wrapped(std::string& out, std::string_view text) {
+    while (text_length(text) > LineWidth) {
+        const std::size_t end = text.rfind(' ', LineWidth);
+        if (end == std::string_view::npos) break;
+        append_line(out, text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    append_line(out, text);
+}
+
 // Cells of one section, aligned column by column.
 class Lines {
  public:
@@ -105,7 +116,7 @@ void render(const Block& block, std::string& out) {
     for (const Field& field : block.fields) {
         if (field.label.empty() || (field.value.absent() && block.layout == Layout::known)) continue;
         std::string value = text_of(field.value);
-        if (field.value.is_number()) value = right(value, width);
+        if (field.value.is_number() || field.value.absent()) value = right(value, width);
         for (const std::string* tail : {&field.unit, &field.note}) {
             if (tail->empty() || field.value.absent()) continue;
             value += tail == &field.unit ? " " : "  ";
@@ -266,7 +277,7 @@ std::string to_text(const Report& report) {
             section);
     }
     if (!report.notes.empty() && !out.empty()) out += '\n';
-    for (const std::string& note : report.notes) append_line(out, "Note: " + note);
+    for (const std::string& note : report.notes) append_wrapped(out, "Note: " + note);
     return out;
 }
 

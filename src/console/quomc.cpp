@@ -11,27 +11,25 @@ constexpr Command table[] = {
     {"list", "All substances of the database", "", "", declare_list},
     {"find", "Substances by a part of a name, formula, or CAS number", "TEXT", "butane", declare_find},
     {"show", "All constants of a substance", "SUBSTANCE", "Kohlendioxid", declare_show},
-    {"models", "The models that a substance offers, and which are selected", "SUBSTANCE [model options]",
+    {"models", "The models that a substance offers, and which are selected", "SUBSTANCE [models]",
      "7732-18-5", declare_models},
-    {"state", "Volumes, phases, derivatives and thermodynamic functions at a state",
-     "SUBSTANCE (--T K --p kPa | --T K --rho kg/m^3 | --p kPa --rho kg/m^3) [model options]",
+    {"state", "Volumes, phases, derivatives and functions at a state",
+     "SUBSTANCE (--T K --p kPa | --T K --rho kg/m^3 | --p kPa --rho kg/m^3) [models]",
      "water --T 300 --p 101.325", declare_state},
-    {"saturation", "Equilibrium of liquid and vapor by every route",
-     "SUBSTANCE (--T K | --p kPa) [model options]", "ethanol --p 101.325 --concept partial",
-     declare_saturation},
+    {"saturation", "Equilibrium of liquid and vapor by every route", "SUBSTANCE (--T K | --p kPa) [models]",
+     "ethanol --p 101.325 --concept partial", declare_saturation},
     {"virial", "Second virial coefficient by every virial equation",
-     "SUBSTANCE --T K [--b0 --b1 --b2] [model options]", "argon --T 273.15", declare_virial},
+     "SUBSTANCE --T K [--b0 --b1 --b2] [models]", "argon --T 273.15", declare_virial},
 };
 
 constexpr const char* footer =
-    "SUBSTANCE is a CAS number, a name in English or German, a synonym, or '#index' of the list (quoted: "
-    "the\n"
-    "shell takes a bare # for a comment). The options above may stand before or behind the command.\n"
+    "SUBSTANCE is a CAS number, a name in English or German, a synonym, or '#index' of the list (quoted:\n"
+    "the shell takes a bare # for a comment). [models] stands for the options that choose models,\n"
+    "reference state and units. The options above may stand before or behind the command.\n"
     "\"quomc COMMAND --help\" tells the options of a command.\n"
     "\n"
-    "Exit status: 0 done; 1 no result (the reason on standard error); 2 wrong arguments; 3 a file could not "
-    "be\n"
-    "read or written.\n"
+    "Exit status: 0 done; 1 no result, the reason on standard error; 2 wrong arguments; 3 a file could\n"
+    "not be read or written.\n"
     "\n"
     "Examples:\n"
     "  quomc state water --T 300 --p 101.325\n"
@@ -119,8 +117,8 @@ int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& ou
         app.exit(help, out, err);
         return status_done;
     } catch (const CLI::ParseError& wrong) {
-        const bool no_such = dynamic_cast<const CLI::ExtrasError*>(&wrong) ||
-                             dynamic_cast<const CLI::RequiredError*>(&wrong);
+        const bool no_such =
+            dynamic_cast<const CLI::ExtrasError*>(&wrong) || dynamic_cast<const CLI::RequiredError*>(&wrong);
         if (no_such && app.get_subcommands().empty())
             return wrong_arguments(app, no_command(), json, out, err);
         return wrong_arguments(app, wrong.what(), json, out, err);
