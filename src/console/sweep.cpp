@@ -1,0 +1,294 @@
+#include "console/sweep.h"
+
+#include <algorithm>
+#include <array>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+#include "base/code_page.h"
+#include "calc/mode_table.h"
+#include "console/sweep_line.h"
+
+namespace quom::console {
+namespace {
+
+constexpr std::size_t BlockBytes = 64 * 1024;  // of the input; the output is some twenty times as long
+constexpr std::size_t FaultsNamed = 20;
+
+struct FieldName {
+    std::string_view name;
+    SweepField field;
+};
+constexpr FieldName names[] = {{"T", field_T},        {"p", field_p},        {"rho", field_rho},
+                               {"rho(V)", field_rho}, {"rho(L)", field_rho}, {"m", field_m},
+                               {"V", field_V}};
+
+// "T" of " \"T/K\" ".
+std::string_view bare_name(std::string_view cell) {
+    cell = trim(cell);
+    if (cell.size() >= 2 && cell.front() == '"' && cell.back() == '"')
+        cell = trim(cell.substr(1, cell.size() - 2));
+    return trim(cell.substr(0, cell.find_first_of("/[ ")));
+}
+
+std::vector<SweepField> needed_fields(unsigned specified) {
+    std::vector<SweepField> fields;
+    if (specified & spec_tank) return {field_T, field_m, field_V};
+    if (specified & spec_T) fields.push_back(field_T);
+    if (specified & spec_p) fields.push_back(field_p);
+    if (specified & (spec_rhoV | spec_rhoL)) fields.push_back(field_rho);
+    return fields;
+}
+
+std::string_view name_of(SweepField field) {
+    for (const FieldName& known : names) {
+        if (known.field == field) return known.name;
+    }
+    return {};
+}
+
+// A piece of the input that ends with a line, and what became of it.
+struct Block {
+    std::string in;
+    std::uint64_t first_line = 0;
+    RowWriter out;
+    SweepTotals totals;
+};
+
+void add(SweepTotals& sum, const SweepTotals& part) {
+    sum.lines += part.lines;
+    sum.failed += part.failed;
+    sum.warned += part.warned;
+    sum.malformed += part.malformed;
+    for (const std::string& fault : part.faults) {
+        if (sum.faults.size() < FaultsNamed) sum.faults.push_back(fault);
+    }
+}
+
+void run_block(SweepLine& worker, Block& block) {
+    block.out.clear();
+    block.totals = {};
+    SweepTotals& t = block.totals;
+    std::uint64_t number = block.first_line;
+    const std::string_view in = block.in;
+    std::string fault;
+    for (std::size_t begin = 0; begin < in.size(); ++number) {
+        std::size_t end = in.find('\n', begin);
+        if (end == std::string_view::npos) end = in.size();
+        const LineKind kind = worker.run(in.substr(begin, end - begin), number, block.out, fault);
+        begin = end + 1;
+        if (kind == LineKind::empty) continue;
+        ++t.lines;
+        t.failed += kind == LineKind::failed;
+        t.warned += kind == LineKind::warned;
+        t.malformed += kind == LineKind::malformed;
+        if (kind == LineKind::malformed && t.faults.size() < FaultsNamed) t.faults.push_back(fault);
+    }
+}
+
+// Cuts the input into blocks of whole lines.
+class Reader {
+ public:
+    explicit Reader(const SweepStreams& streams) : streams_(streams) {}
+
+    // The next block; false at the end, and when a line is longer than a block (too_long tells).
+    bool next(std::string& into) {
+        into.swap(rest_);
+        rest_.clear();
+        while (!ended_) {
+            const std::size_t have = into.size();
+            into.resize(BlockBytes);
+            const std::size_t got =
+                have < BlockBytes ? streams_.read(into.data() + have, BlockBytes - have) : 0;
+            into.resize(have + got);
+            if (got == 0 && have < BlockBytes) ended_ = true;
+            const std::size_t last = into.rfind('\n');
+            if (ended_ || (last != std::string::npos && into.size() == BlockBytes)) {
+                if (!ended_) rest_.assign(into, last + 1), into.resize(last + 1);
+                break;
+            }
+            if (into.size() == BlockBytes) {
+                too_long_ = true;
+                return false;
+            }
+        }
+        return !into.empty();
+    }
+    // The first line of the input, for the head.
+    std::string first_line() {
+        std::string block;
+        next(block);
+        const std::size_t end = block.find('\n');
+        std::string line = block.substr(0, end);
+        block.erase(0, end == std::string::npos ? block.size() : end + 1);
+        rest_.insert(0, block);
+        if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
+        if (line.ends_with('\r')) line.pop_back();
+        return line;
+    }
+    bool too_long() const { return too_long_; }
+
+ private:
+    const SweepStreams& streams_;
+    std::string rest_;
+    bool ended_ = false, too_long_ = false;
+};
+
+// Blocks go round: read, calculated by any worker, written in the order in which they were read.
+class Conveyor {
+ public:
+    Conveyor(const Session& s, const SweepSettings& settings, const SweepHead& head, std::size_t slots)
+        : blocks_(slots), state_(slots, State::free) {
+        for (int i = 0; i < settings.jobs; ++i)
+            threads_.emplace_back([this, &s, &settings, &head] { work(SweepLine(s, settings, head)); });
+    }
+    ~Conveyor() {
+        {
+            const std::lock_guard lock(mutex_);
+            closing_ = true;
+        }
+        ready_.notify_all();
+        for (std::thread& thread : threads_) thread.join();
+    }
+    Conveyor(const Conveyor&) = delete;
+    Conveyor& operator=(const Conveyor&) = delete;
+
+    std::size_t size() const { return blocks_.size(); }
+    Block& block(std::uint64_t k) { return blocks_[k % size()]; }
+    void submit(std::uint64_t k) {
+        {
+            const std::lock_guard lock(mutex_);
+            state_[k % size()] = State::waiting;
+            submitted_ = k + 1;
+        }
+        ready_.notify_one();
+    }
+    // Waits until block k is calculated.
+    void await(std::uint64_t k) {
+        std::unique_lock lock(mutex_);
+        done_.wait(lock, [&] { return state_[k % size()] == State::done; });
+        state_[k % size()] = State::free;
+    }
+
+ private:
+    enum class State { free, waiting, done };
+
+    void work(SweepLine line) {
+        for (;;) {
+            std::uint64_t k;
+            {
+                std::unique_lock lock(mutex_);
+                ready_.wait(lock, [&] { return taken_ < submitted_ || closing_; });
+                if (taken_ == submitted_) return;
+                k = taken_++;
+            }
+            run_block(line, block(k));
+            {
+                const std::lock_guard lock(mutex_);
+                state_[k % size()] = State::done;
+            }
+            done_.notify_one();
+        }
+    }
+
+    std::vector<Block> blocks_;
+    std::vector<State> state_;
+    std::uint64_t submitted_ = 0, taken_ = 0;
+    bool closing_ = false;
+    std::mutex mutex_;
+    std::condition_variable ready_, done_;
+    std::vector<std::thread> threads_;
+};
+
+}  // namespace
+
+SweepHead read_sweep_head(std::string_view line, int mode) {
+    SweepHead head;
+    const std::size_t at = line.find_first_of(";\t,");
+    if (at != std::string_view::npos) {
+        head.delimiter = line.find(';') != std::string_view::npos    ? ';'
+                         : line.find('\t') != std::string_view::npos ? '\t'
+                                                                     : ',';
+    }
+    const ModeEntry* entry = mode_entry(mode);
+    const std::vector<SweepField> needed = needed_fields(entry ? entry->specified : 0u);
+    std::array<int, field_count> seen{};
+    for (std::size_t begin = 0; begin <= line.size();) {
+        std::size_t end = line.find(head.delimiter, begin);
+        if (end == std::string_view::npos) end = line.size();
+        const std::string_view name = bare_name(line.substr(begin, end - begin));
+        int field = -1;
+        for (const FieldName& known : names) {
+            const bool wanted = std::find(needed.begin(), needed.end(), known.field) != needed.end();
+            if (known.name == name && wanted) field = known.field;
+        }
+        if (field >= 0 && ++seen[static_cast<std::size_t>(field)] > 1)
+            head.fault =
+                "the head line names " + std::string(name_of(static_cast<SweepField>(field))) + " twice";
+        head.field_of_column.push_back(field);
+        begin = end + 1;
+    }
+    std::string missing;
+    for (const SweepField field : needed) {
+        if (seen[static_cast<std::size_t>(field)] == 0)
+            missing += (missing.empty() ? "" : ", ") + std::string(name_of(field));
+    }
+    if (!missing.empty()) {
+        head.fault = "the head line has no column " + missing + "; it reads \"" +
+                     std::string(line.substr(0, 60)) + "\", right is for example \"";
+        for (const SweepField field : needed) {
+            if (field != needed.front()) head.fault += ';';
+            head.fault += name_of(field);
+        }
+        head.fault += '"';
+    }
+    return head;
+}
+
+std::string sweep_columns(int mode, bool functions, char delimiter) {
+    std::string head;
+    for (const SweepColumnSpec& column : sweep_column_table(mode, functions)) {
+        if (!head.empty()) head += delimiter;
+        head += column.name;
+    }
+    return head + "\n";
+}
+
+SweepTotals run_sweep(const Session& s, const SweepSettings& settings, const SweepStreams& streams) {
+    SweepTotals totals;
+    Reader reader(streams);
+    const SweepHead head = read_sweep_head(reader.first_line(), settings.mode);
+    if (!head.fault.empty()) {
+        totals.broken = head.fault;
+        return totals;
+    }
+    bool writable = streams.write(sweep_columns(settings.mode, settings.functions, head.delimiter));
+    {
+        Conveyor conveyor(s, settings, head, 2 * static_cast<std::size_t>(settings.jobs) + 2);
+        std::uint64_t read = 0, written = 0, line = 2;
+        bool more = true;
+        while (writable && (more || written < read)) {
+            while (more && read - written < conveyor.size()) {
+                Block& block = conveyor.block(read);
+                more = reader.next(block.in);
+                if (!more) break;
+                block.first_line = line;
+                line += static_cast<std::uint64_t>(std::count(block.in.begin(), block.in.end(), '\n'));
+                conveyor.submit(read++);
+            }
+            if (written == read) continue;
+            conveyor.await(written);
+            const Block& block = conveyor.block(written++);
+            writable = streams.write(block.out.text());
+            add(totals, block.totals);
+        }
+        if (reader.too_long())
+            totals.broken = "line " + std::to_string(line) + " is longer than " + std::to_string(BlockBytes) +
+                            " characters";
+    }
+    if (!writable) totals.broken = "the output could not be written";
+    return totals;
+}
+
+}  // namespace quom::console

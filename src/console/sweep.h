@@ -1,0 +1,55 @@
+// Many calculations of one mode, one a line of a table: read, calculated and written in pieces, so that the
+// memory does not grow with the length.
+#pragma once
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/session.h"
+
+namespace quom::console {
+
+// Columns of the input, by the names in its head. A unit behind the name ("T/K", "p [kPa]") is allowed.
+enum SweepField : int { field_T, field_p, field_rho, field_m, field_V, field_count };
+
+// What the head line says: which column holds which value (-1: not there), and the delimiter.
+struct SweepHead {
+    char delimiter = ';';
+    std::vector<int> field_of_column;  // SweepField, or -1 for a column that is not read
+    std::string fault;                 // why the head cannot be used; empty when good
+};
+// Reads the head line for a mode; the delimiter is the first of ";", tab and "," that it holds.
+SweepHead read_sweep_head(std::string_view line, int mode);
+
+// Head of the output of a mode: "T;p;phase;...;message".
+std::string sweep_columns(int mode, bool functions, char delimiter);
+
+struct SweepTotals {
+    std::uint64_t lines = 0;          // calculations, without head and empty lines
+    std::uint64_t failed = 0;         // lines without a result
+    std::uint64_t warned = 0;         // lines with a result and a warning
+    std::uint64_t malformed = 0;      // lines that could not be read
+    std::vector<std::string> faults;  // "line 17: ...", of the first malformed lines
+    std::string broken;               // why the sweep ended early; empty when it did not
+};
+
+// Where the bytes come from and go to. read fills the space and returns the number of bytes, 0 at the end;
+// write returns false when it failed.
+struct SweepStreams {
+    std::function<std::size_t(char* into, std::size_t space)> read;
+    std::function<bool(std::string_view bytes)> write;
+};
+
+struct SweepSettings {
+    int mode = 0;
+    bool functions = false;
+    int jobs = 1;  // threads, each with its own copy of the record
+};
+
+// Runs the mode on every line with the substance, models and switches of s. The order is kept. A line without
+// a result carries the reason in its last column, a line that cannot be read its number too.
+SweepTotals run_sweep(const Session& s, const SweepSettings& settings, const SweepStreams& streams);
+
+}  // namespace quom::console
