@@ -40,5 +40,9 @@ Action declare_models(CLI::App& app);
 Action declare_state(CLI::App& app);
 Action declare_saturation(CLI::App& app);
 Action declare_virial(CLI::App& app);
+Action declare_calc(CLI::App& app);
+Action declare_sweep(CLI::App& app);
+Action declare_tank(CLI::App& app);
+Action declare_iso(CLI::App& app);
 
 }  // namespace quom::console

@@ -3,5 +3,6 @@
 #include "console/quomc.h"
 
 int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);
     return quom::console::quomc_main({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
 }

@@ -20,6 +20,18 @@ constexpr Command table[] = {
      "ethanol --p 101.325 --concept partial", declare_saturation},
     {"virial", "Second virial coefficient by every virial equation",
      "SUBSTANCE --T K [--b0 --b1 --b2] [models]", "argon --T 273.15", declare_virial},
+    {"calc", "One calculation of a mode, as the result window shows it",
+     "SUBSTANCE --mode N [--T K --p kPa --rho kg/m^3 --m kg --V m^3] [--ext 1..4] [--functions] [models]",
+     "propane --mode 4 --T 300 --functions", declare_calc},
+    {"sweep", "One calculation for each line of a table",
+     "SUBSTANCE --mode N --in FILE|- --out FILE|- [--jobs N] [--functions] [models]",
+     "propane --mode 3 --in states.csv --out results.csv", declare_sweep},
+    {"tank", "Phases, pressure and shares in a closed tank",
+     "SUBSTANCE --T K --V m^3 (--m kg | --n kmol) [models]", "propane --T 300 --V 0.1 --m 20",
+     declare_tank},
+    {"iso", "The T or p at which a function has a value",
+     "SUBSTANCE (--T K | --p kPa) --hold v|h|s|g|u|a|eH|eU (--value X | --T0 K --p0 kPa) [--phase L|V] [models]",
+     "propane --p 100 --hold h --T0 320 --p0 800", declare_iso},
 };
 
 constexpr const char* footer =

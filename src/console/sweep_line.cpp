@@ -9,6 +9,7 @@
 #include "calc/mode_table.h"
 #include "calc/quantities.h"
 #include "engine/condensed_phases.h"
+#include "engine/thermo_functions.h"
 
 namespace quom::console {
 namespace {
@@ -37,7 +38,12 @@ bool read_cell(std::string_view cell, double& value) {
 }
 
 void add_slot(std::vector<SweepColumnSpec>& columns, CalcSlot slot) {
-    columns.push_back({SweepColumn::slot, slot, std::string(trim(slot_name(slot)))});
+    const bool of_V = (slot >= slot_vV && slot <= slot_cVV) || slot == slot_wV;
+    const bool of_L = (slot >= slot_vL && slot <= slot_cVL) || slot == slot_wL;
+    columns.push_back({SweepColumn::slot, slot, std::string(trim(slot_name(slot))),
+                       of_V   ? phase_V
+                       : of_L ? phase_L
+                              : -1});
 }
 
 void add_state_columns(std::vector<SweepColumnSpec>& columns, int mode, bool functions) {
@@ -45,8 +51,8 @@ void add_state_columns(std::vector<SweepColumnSpec>& columns, int mode, bool fun
     columns.push_back({SweepColumn::phase, 0, "phase"});
     columns.push_back({SweepColumn::region, 0, "region"});
     if (mode != 6 && mode != 7) {
-        columns.push_back({SweepColumn::rhoV, 0, "rho(V)"});
-        columns.push_back({SweepColumn::rhoL, 0, "rho(L)"});
+        columns.push_back({SweepColumn::rhoV, 0, "rho(V)", phase_V});
+        columns.push_back({SweepColumn::rhoL, 0, "rho(L)", phase_L});
         add_slot(columns, slot_vV);
         add_slot(columns, slot_vL);
     }
@@ -203,7 +209,7 @@ void SweepLine::cell(const SweepColumnSpec& column, const CalcBatchResult& r, Ro
             if (column.slot == slot_rho) return known(fields_[field_rho]);
             return known(r.Result[column.slot]);
         case SweepColumn::phase:
-            return out.put(r.IsL && r.IsV ? "V+L" : r.IsV ? "V" : r.IsL ? "L" : "");
+            return out.put(phase_);
         case SweepColumn::region:
             if (!s_.models.VPhaseOnly) out.put(static_cast<char>('0' + s_.scratch.PhaseRegion));
             return;
@@ -234,12 +240,26 @@ void SweepLine::cell(const SweepColumnSpec& column, const CalcBatchResult& r, Ro
     }
 }
 
+// Above the critical point liquid and vapor are one fluid: compressed liquid below T(cr), vapor below p(cr).
+void SweepLine::find_phases(const CalcBatchResult& r) {
+    L_ = r.IsL, V_ = r.IsV;
+    phase_ = L_ && V_ ? "V+L" : V_ ? "V" : L_ ? "L" : "";
+    if (!(L_ && V_) || r.Result[slot_vL] == 0.0 || r.Result[slot_vL] != r.Result[slot_vV]) return;
+    const int region = s_.scratch.PhaseRegion;
+    L_ = region == 1, V_ = !L_;
+    phase_ = region == 1 ? "L" : region == 3 ? "V" : region == 4 ? "critical" : "fluid";
+}
+
 void SweepLine::write(const CalcBatchResult& r, std::string_view message, RowWriter& out) {
+    find_phases(r);
+    // A function of a database equation stands in a slot of its own and belongs to no phase of the line.
+    if (reads_database(settings_.mode)) L_ = V_ = true;
     for (const SweepColumnSpec& column : columns_) {
         if (column.kind == SweepColumn::message) break;
-        if (!r.err) {
+        const bool present = column.phase < 0 || (column.phase == phase_V ? V_ : L_);
+        if (!r.err && present) {
             cell(column, r, out);
-        } else if (column.kind == SweepColumn::slot) {
+        } else if (r.err && column.kind == SweepColumn::slot) {
             // Of a line without a result only what was specified.
             const double given = column.slot == slot_T     ? fields_[field_T]
                                  : column.slot == slot_p   ? fields_[field_p]

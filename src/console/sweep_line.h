@@ -49,6 +49,7 @@ struct SweepColumnSpec {
     SweepColumn kind;
     int slot;
     std::string name;
+    int phase = -1;  // 0 L, 1 V, -1 of no phase
 };
 std::vector<SweepColumnSpec> sweep_column_table(int mode, bool functions);
 
@@ -69,6 +70,7 @@ class SweepLine {
     std::string_view message_of(const CalcBatchResult& r);
     void write(const CalcBatchResult& r, std::string_view message, RowWriter& out);
     void cell(const SweepColumnSpec& column, const CalcBatchResult& r, RowWriter& out);
+    void find_phases(const CalcBatchResult& r);
     double vapor_fraction(const CalcBatchResult& r) const;
 
     Session s_;
@@ -77,8 +79,9 @@ class SweepLine {
     CalcRequest request_;
     std::vector<SweepColumnSpec> columns_;
     double fields_[field_count]{};
-    double M_, per_volume_;  // [kg/kmol]; M vFactor
-    std::string message_;
+    double M_, per_volume_;       // [kg/kmol]; M vFactor
+    bool L_ = false, V_ = false;  // phases of the line; a fluid above the critical point is one of them
+    const char* phase_ = "";
 };
 
 }  // namespace quom::console
