@@ -1,0 +1,37 @@
+// What can be calculated with the data of the substance in force: the traffic lights and their words.
+#pragma once
+#include <cstdint>
+#include <string>
+
+#include "base/messages.h"
+#include "session/session.h"
+
+namespace quom {
+
+// Verdict on the data of the substance: level 1 (no limitations) to 4 (no calculations).
+struct DataSituation {
+    std::int16_t AmpelStufe = 0;
+    bool HatKritDaten = false;  // Tcr and pcr
+    bool HatOmega = false;      // acentric factor; a true zero of 1E-37 counts as given
+    bool HatEVP = false;        // a vapor pressure equation of the database, or the August line
+    bool HatTnb = false;        // normal boiling temperature
+    bool HatHLV = false;        // equation of delta(LV)h
+    bool RechnungMoeglich() const { return AmpelStufe != 4; }
+};
+
+DataSituation DatenSituation(const Session& s);
+
+// Ground and word of the traffic lights; given false for any number but 1 to 4: no colour.
+struct AmpelColour {
+    bool given = false;
+    int red = 0, green = 0, blue = 0;
+    const char* word = "";
+};
+AmpelColour ampel_colour(int level);
+
+// The verdict in words, one message.
+Message data_diagnosis_text(const DataSituation& situation);
+// Judges anew and tells the user.
+DataSituation DataDiagnosis(const Session& s);
+
+}  // namespace quom

@@ -1,0 +1,91 @@
+#include "ui/labels.h"
+
+#include <QAbstractButton>
+#include <QFrame>
+#include <QGridLayout>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyle>
+
+#include "ui/look.h"
+
+namespace quom {
+
+TrimmedLabel::TrimmedLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
+}
+
+QSize TrimmedLabel::sizeHint() const {
+    return fontMetrics().size(Qt::TextShowMnemonic, text().trimmed());
+}
+
+void TrimmedLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const int flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
+    style()->drawItemText(&painter, contentsRect(), flags | Qt::TextShowMnemonic, palette(), isEnabled(),
+                          text().trimmed(), foregroundRole());
+}
+
+QString spoken(const QString& caption) {
+    QString text = caption;
+    text.replace(QStringLiteral("&&"), QStringLiteral("\1"));
+    text.remove(QLatin1Char('&'));
+    text.replace(QLatin1Char('\1'), QLatin1Char('&'));
+    return text.simplified();
+}
+
+void caption_for(QLabel* label, QWidget* control, const QString& unit) {
+    label->setBuddy(control);
+    control->setAccessibleName(spoken(label->text() + QLatin1Char(' ') + unit));
+}
+
+void add_form_row(QGridLayout* grid, int row, QLabel* label, QWidget* control, const QString& unit) {
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(label, row, 0);
+    grid->addWidget(control, row, 1);
+    if (!unit.isEmpty()) grid->addWidget(new TrimmedLabel(unit), row, 2);
+    grid->setColumnStretch(0, 1);
+    caption_for(label, control, unit);
+}
+
+QLabel* head_label(const QString& text, QWidget* parent) {
+    auto* label = new TrimmedLabel(text, parent);
+    label->setFont(head_font());
+    return label;
+}
+
+namespace {
+
+// Takes its colour from PlaceholderText, so that a change of theme repaints it.
+class HintLabel : public QLabel {
+ public:
+    HintLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
+        setTextFormat(Qt::PlainText);
+        setWordWrap(true);
+        setForegroundRole(QPalette::PlaceholderText);
+    }
+};
+
+}  // namespace
+
+QLabel* hint_label(const QString& text, QWidget* parent) { return new HintLabel(text, parent); }
+
+QFrame* rule(QWidget* parent) {
+    auto* line = new QFrame(parent);
+    line->setFrameShape(QFrame::NoFrame);
+    line->setFixedHeight(1);
+    line->setAutoFillBackground(true);
+    line->setBackgroundRole(QPalette::Mid);
+    return line;
+}
+
+QAbstractButton* help_button(const char* name, const QString& about, QWidget* parent) {
+    auto* button = named(new QPushButton(QStringLiteral("?"), parent), name,
+                         QStringLiteral("Help: ") + about);
+    button->setToolTip(QStringLiteral("Help"));
+    button->setFixedSize(26, 26);
+    return button;
+}
+
+}  // namespace quom
