@@ -193,6 +193,14 @@ std::vector<std::string> watson_list(const Session& s) {
     return texts;
 }
 
+RhoLState rhoL_state(const Session& s) {
+    const SubstanceConstants& c = s.substance;
+    if (c.RhoLTLo == 0 && c.RhoLTHi == 0 && std::fabs(c.RhoL[0]) < 1e-6F && std::fabs(c.RhoL[1]) < 1e-6F)
+        return {.availability = "Parameters not available", .validity = {}};
+    return {.availability = "Parameters available from database",
+            .validity = "validity T/K = " + genNum(c.RhoLTLo) + " ..." + genNum(c.RhoLTHi) + " K"};
+}
+
 int opening_cp_code(const Session& s) {
     const bool poly = s.substance.havePoly, hyper = s.substance.haveSinh;
     if (s.models.cpKode == 1) return poly ? 1 : hyper ? 2 : 0;

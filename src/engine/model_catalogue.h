@@ -40,6 +40,13 @@ std::vector<std::string> watson_list(const Session& s);  // texts of the exponen
 // cpKode at the opening of the model window, from the one before.
 int opening_cp_code(const Session& s);
 
+// State of the equation rho(L) = Fu(T) in words; validity is empty when there is none.
+struct RhoLState {
+    std::string availability;
+    std::string validity;
+};
+RhoLState rhoL_state(const Session& s);
+
 // Reactions to a choice; hlv is the list shown, code 7 leaves and returns with the EOS.
 void EOSKombi_Click(Session& s, int code, ModelList& hlv);
 void pkombi_click(Session& s, int code);

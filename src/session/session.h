@@ -139,6 +139,18 @@ struct DatabaseState {
     std::string ProgramPath;  // folder of every file named without a folder
 };
 
+// The project in force and how far the session has come. Written by start-up, the main window, the OK of the
+// model window and the project file.
+struct ShellState {
+    std::string ProjectPath;         // project in force, empty: none
+    std::string ProjectFolder;       // folder that it came from
+    std::string ProjectTitle;        // its name
+    std::string ProjectComment;      // "<>" stands for none
+    bool LastSessionLoaded = false;  // the project in force is the last session
+    bool ModelsConfirmed = false;    // the models of the substance in force were confirmed
+    std::string ModelStatus;         // EOS or EVP name with the concept, as they were confirmed
+};
+
 struct Session {
     DatabaseState database;
     SubstanceConstants substance;
@@ -152,6 +164,7 @@ struct Session {
     Options options;
     ExperimentalData exp;
     CalcState calc;
+    ShellState shell;
     Messages* messages = nullptr;  // where the core speaks to the user; none: the default answer is taken
 
     // Asks the user, or takes the default answer when nobody listens.

@@ -10,6 +10,7 @@ void ResetSession(Session& s) {
     s.database.StoffIndexAktiv = 0;
     s.models.HLVKode = 0;
     s.models.Konzept = true;
+    s.shell.ModelsConfirmed = false;
     const ReferenceState defaults;
     s.reference.TRef0 = defaults.TRef0;
     s.reference.pRef0 = defaults.pRef0;

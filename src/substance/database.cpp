@@ -115,6 +115,14 @@ LoadResult LoadDatabase(Session& s, int kind, std::string_view path) {
     return {};
 }
 
+SubstanceHead read_substance_head(const Session& s, int index) {
+    const std::string record = read_substance_record(s.database.file, index);
+    if (record.empty()) return {};
+    const RecordLayout& layout = *record_layout(s.database.file.DatabaseKind);
+    return {.CASRN = std::string(trim(record_text(record, layout.CASRN))),
+            .Structure = record_text(record, layout.Structure)};
+}
+
 std::int16_t UnpackSubstance(Session& s, int index) {
     DatabaseFile& file = s.database.file;
     UnpackedRecord unpacked{.constants = {}, .EVPTag = default_evp_tag({}), .err = -1};

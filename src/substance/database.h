@@ -30,6 +30,13 @@ struct LoadResult {
 // err -1: the file is missing, cut off, foreign, or holds no substance; the database in force stays.
 LoadResult LoadDatabase(Session& s, int kind, std::string_view path);
 
+// CAS number and structure of substance index (1-based) as its record has them now; empty when it cannot be
+// read. The substance in force stays.
+struct SubstanceHead {
+    std::string CASRN, Structure;
+};
+SubstanceHead read_substance_head(const Session& s, int index);
+
 // Unpacks substance index (1-based) of the database in force into s.substance and sets s.models.EVPTag.
 // err -1: T(cr) or p(cr) is missing (the rest is there), or the record cannot be read (all constants are 0
 // then).

@@ -72,6 +72,13 @@ std::string substance_list_line(int index, const SubstanceRow& row) {
            text_padded(row.SubstanceName, 107);
 }
 
+bool row_holds(const SubstanceRow& row, std::string_view text) {
+    const std::string wanted = upper_text(trim(text));
+    for (const std::string* field : {&row.SubstanceFormula, &row.SubstanceName, &row.SubstanceCAS})
+        if (upper_text(*field).find(wanted) != std::string::npos) return true;
+    return false;
+}
+
 void NameMemory::add(std::string name) {
     if (name.empty() || std::find(names_.begin(), names_.end(), name) != names_.end()) return;
     if (names_.size() == Capacity) names_.erase(names_.begin());

@@ -32,6 +32,10 @@ std::string main_name(std::string_view SubstanceName);
 inline constexpr const char* SubstanceListHeader = " ser. #     Formula                  Name of substance";
 std::string substance_list_line(int index, const SubstanceRow& row);
 
+// True when a row holds the text in its formula, name, synonyms or CAS number, in any case of letters; an
+// empty text is in every row.
+bool row_holds(const SubstanceRow& row, std::string_view text);
+
 // The names looked up last, at most eight, oldest first; a name that is there already is not added again.
 class NameMemory {
  public:

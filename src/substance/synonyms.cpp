@@ -188,8 +188,8 @@ SynonymList FindSynonymVonCAS(const Session& s, std::string_view casrn) {
     return list;
 }
 
-SynonymList ShowSynonyms(const Session& s) {
-    const std::string_view casrn = trim(s.substance.StoffCAS);
+SynonymList ShowSynonyms(const Session& s, std::string_view StoffCAS) {
+    const std::string_view casrn = trim(StoffCAS);
     if (casrn.empty() || (Val(casrn) == 0.0 && casrn != "00-00-0")) {
         s.tell({.title = "WARNING",
                 .text = "CASRN not given/ not correct",

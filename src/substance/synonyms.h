@@ -56,8 +56,9 @@ struct SynonymList {
 SynonymList list_synonyms(std::string_view file_bytes, std::string_view casrn);
 // The same in the file of the program folder; tells the user when the number is not there.
 SynonymList FindSynonymVonCAS(const Session& s, std::string_view casrn);
-// The synonyms of the substance in force. err -1 after a message: no CAS number, or not in the file.
-SynonymList ShowSynonyms(const Session& s);
+// The synonyms of a CAS number as a substance has it. err -1 after a message: no CAS number, or not in the
+// file.
+SynonymList ShowSynonyms(const Session& s, std::string_view StoffCAS);
 
 // One block of a synonym file to be written.
 struct SynonymBlock {

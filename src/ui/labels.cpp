@@ -4,8 +4,8 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QPainter>
-#include <QPushButton>
 #include <QStyle>
+#include <QStyleOptionButton>
 
 #include "ui/look.h"
 
@@ -25,6 +25,21 @@ void TrimmedLabel::paintEvent(QPaintEvent*) {
     const int flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
     style()->drawItemText(&painter, contentsRect(), flags | Qt::TextShowMnemonic, palette(), isEnabled(),
                           text().trimmed(), foregroundRole());
+}
+
+void TrimmedButton::initStyleOption(QStyleOptionButton* option) const {
+    QPushButton::initStyleOption(option);
+    QStringList lines = option->text.split(QLatin1Char('\n'));
+    for (QString& line : lines) line = line.trimmed();
+    option->text = lines.join(QLatin1Char('\n'));
+}
+
+QSize TrimmedButton::sizeHint() const {
+    ensurePolished();
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    const QSize text = fontMetrics().size(Qt::TextShowMnemonic, option.text);
+    return style()->sizeFromContents(QStyle::CT_PushButton, &option, text, this);
 }
 
 QString spoken(const QString& caption) {

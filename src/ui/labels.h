@@ -2,6 +2,7 @@
 // find a control.
 #pragma once
 #include <QLabel>
+#include <QPushButton>
 #include <QString>
 
 class QAbstractButton;
@@ -20,6 +21,17 @@ class TrimmedLabel : public QLabel {
 
  protected:
     void paintEvent(QPaintEvent* event) override;
+};
+
+// The same for a button; the lines of its caption are trimmed one by one.
+class TrimmedButton : public QPushButton {
+    Q_OBJECT
+ public:
+    explicit TrimmedButton(const QString& text, QWidget* parent = nullptr) : QPushButton(text, parent) {}
+    QSize sizeHint() const override;
+
+ protected:
+    void initStyleOption(QStyleOptionButton* option) const override;
 };
 
 // A caption without "&" of mnemonics, blanks simplified: what a screen reader says.

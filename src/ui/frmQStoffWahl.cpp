@@ -1,0 +1,333 @@
+#include "ui/frmQStoffWahl.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QSortFilterProxyModel>
+#include <QVBoxLayout>
+
+#include "base/code_page.h"
+#include "base/files.h"
+#include "session/start_up.h"
+#include "substance/database.h"
+#include "substance/search.h"
+#include "substance/synonyms.h"
+#include "ui/frmQTextEdit.h"
+#include "ui/labels.h"
+#include "ui/look.h"
+#include "ui/mdiQUOM.h"
+#include "ui/menu_actions.h"
+#include "ui/number_box.h"
+#include "ui/value_box.h"
+
+namespace quom {
+
+namespace {
+
+// The lines of the list, read from the tables of the database in force.
+class SubstanceLines : public QAbstractListModel {
+ public:
+    explicit SubstanceLines(const Session& s) : session_(s) {}
+    void reload() {
+        beginResetModel();
+        endResetModel();
+    }
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : session_.database.file.StoffAnzahl();
+    }
+    QVariant data(const QModelIndex& at, int role) const override {
+        if (role != Qt::DisplayRole || !at.isValid()) return {};
+        const std::string line = substance_list_line(at.row() + 1, row(at.row()));
+        return QString::fromStdString(std::string(trim_right(line)));
+    }
+    const SubstanceRow& row(int i) const {
+        return session_.database.file.rows[static_cast<std::size_t>(i)];
+    }
+
+ private:
+    const Session& session_;
+};
+
+}  // namespace
+
+// Shows the lines that hold what is being typed; all of them while nothing is typed or nothing holds it.
+class SubstanceFilter : public QSortFilterProxyModel {
+ public:
+    explicit SubstanceFilter(const Session& s) : lines_(s) { setSourceModel(&lines_); }
+    void reload() {
+        lines_.reload();
+        set_text({});
+    }
+    void set_text(const std::string& text) {
+        text_ = text;
+        invalidateFilter();
+        if (rowCount() > 0 || text_.empty()) return;
+        text_.clear();
+        invalidateFilter();
+    }
+    int index_of(const QModelIndex& at) const { return at.isValid() ? mapToSource(at).row() + 1 : 0; }
+    QModelIndex at_index(int index) const { return mapFromSource(lines_.index(index - 1)); }
+    bool is_filtered() const { return !text_.empty(); }
+
+ protected:
+    bool filterAcceptsRow(int row, const QModelIndex&) const override {
+        return text_.empty() || row_holds(lines_.row(row), text_);
+    }
+
+ private:
+    SubstanceLines lines_;
+    std::string text_;
+};
+
+frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)
+    : NameCombo(named(new QComboBox(this), "NameCombo")),
+      StoffListe(named(new QListView(this), "StoffListe", QStringLiteral("List of substances"))),
+      Text1(named(new NumberBox(5, this), "Text1")),
+      tex4(named(new ValueBox(this, 22), "tex4", QStringLiteral("CAS-RN"))),
+      Text2(named(new ValueBox(this), "Text2", QStringLiteral("structure"))),
+      txtDatenbank(named(new ValueBox(this), "txtDatenbank")),
+      cmdSynonyme(named(new QPushButton(QStringLiteral("List of synonyms for this substance"), this),
+                        "cmdSynonyme", QStringLiteral("List of synonyms for this substance"))),
+      ESC(named(new QPushButton(QStringLiteral("Cancel <Esc>"), this), "ESC", QStringLiteral("Cancel"))),
+      StoffOK(named(new TrimmedButton(QStringLiteral(" Continue >\nLoad data"), this), "StoffOK",
+                    QStringLiteral("Continue, load data"))),
+      frame_(frame),
+      rows_(std::make_unique<SubstanceFilter>(frame.session())),
+      memory_(std::make_unique<NameMemory>()) {
+    setObjectName(QLatin1String(Name));
+    NameCombo->setEditable(true);
+    NameCombo->setInsertPolicy(QComboBox::NoInsert);
+    NameCombo->setCompleter(nullptr);
+    NameCombo->setMinimumContentsLength(28);
+    NameCombo->installEventFilter(this);
+    NameCombo->lineEdit()->installEventFilter(this);
+    StoffListe->setFont(fixed_font());
+    StoffListe->setUniformItemSizes(true);
+    StoffListe->setAlternatingRowColors(true);
+    StoffListe->setModel(rows_.get());
+    StoffListe->setMinimumHeight(160);
+    StoffListe->setTabKeyNavigation(false);
+    StoffListe->installEventFilter(this);
+    StoffOK->setDefault(true);
+    StoffOK->setMinimumWidth(96);
+    Text2->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    build_layout();
+    connect_controls();
+}
+
+frmQStoffWahl::~frmQStoffWahl() = default;
+
+void frmQStoffWahl::build_layout() {
+    auto* prompt = new QLabel(QStringLiteral("Input Name of substance/CASRN:"), this);
+    caption_for(prompt, NameCombo);
+    auto* languages = hint_label(QStringLiteral(" in german or english "), this);
+    languages->setWordWrap(false);
+    auto* keys = hint_label(QStringLiteral("confirm with <Enter> key; pressing <Enter> again leads directly to "
+                                           "the \"Models\" window"),
+                            this);
+    auto* header = new QLabel(QString::fromUtf8(SubstanceListHeader), this);
+    header->setFont(fixed_font());
+    header->setBuddy(StoffListe);
+    QPalette header_palette;
+    header_palette.setColor(QPalette::WindowText, look_colour(LookColour::SectionHead));
+    header->setPalette(header_palette);
+    header->setIndent(5);
+    auto* number = new QLabel(QStringLiteral("MDB-Syst. No:"), this);
+    caption_for(number, Text1);
+    auto* database = new QLabel(QStringLiteral("Database:"), this);
+    caption_for(database, txtDatenbank);
+
+    auto* top = new QGridLayout;
+    top->addWidget(prompt, 0, 0);
+    top->addWidget(NameCombo, 0, 1);
+    top->addWidget(languages, 0, 2);
+    top->addWidget(keys, 1, 1, 1, 2);
+    top->setColumnStretch(1, 1);
+    auto* numbers = new QHBoxLayout;
+    numbers->addWidget(number);
+    numbers->addWidget(Text1);
+    numbers->addWidget(tex4);
+    numbers->addWidget(Text2, 1);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(database);
+    bottom->addWidget(txtDatenbank);
+    bottom->addStretch();
+    bottom->addWidget(cmdSynonyme);
+    bottom->addWidget(ESC);
+    bottom->addWidget(StoffOK);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(top);
+    layout->addWidget(header);
+    layout->addWidget(StoffListe, 1);
+    layout->addLayout(numbers);
+    layout->addWidget(rule(this));
+    layout->addLayout(bottom);
+    QWidget* const order[] = {NameCombo, StoffListe, Text1, tex4, Text2, txtDatenbank, cmdSynonyme, ESC, StoffOK};
+    for (std::size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+void frmQStoffWahl::connect_controls() {
+    connect(StoffListe->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& at) { row_marked(at); });
+    connect(StoffListe, &QListView::doubleClicked, this, [this] { confirm(); });
+    connect(NameCombo->lineEdit(), &QLineEdit::textEdited, this,
+            [this](const QString& text) { rows_->set_text(text.toStdString()); });
+    connect(NameCombo, &QComboBox::textActivated, this, [this] { rows_->set_text({}); });
+    connect(Text1, &QLineEdit::textEdited, this, [this] { type_system_no(); });
+    connect(cmdSynonyme, &QPushButton::clicked, this, [this] {
+        const Session& s = frame_.session();
+        const SynonymList list = ShowSynonyms(s, read_substance_head(s, s.database.StoffIndex).CASRN);
+        if (!list.head.empty())
+            frmQTextEdit::open(frame_, QStringLiteral(" List of synonyms"), list.head, list.synonyms);
+    });
+    connect(ESC, &QPushButton::clicked, this, [this] { leave(); });
+    connect(StoffOK, &QPushButton::clicked, this, [this] { confirm(); });
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr,
+                          Qt::WidgetWithChildrenShortcut),
+            &QShortcut::activated, this, [this] { leave(); });
+}
+
+void frmQStoffWahl::open(mdiQUOM& frame) {
+    const Session& s = frame.session();
+    if (s.database.file.DatabaseKind == 0) {
+        s.tell({.title = "Execution not possible",
+                .text = "A database must be selected before choosing a substance. \n"
+                        "=> via icon \"New project\" or via Menüpunkt \"Daten\" or via menue item \"Data\"",
+                .kind = MessageKind::warning});
+        return;
+    }
+    auto* window = frame.child<frmQStoffWahl>();
+    const bool is_new = window == nullptr;
+    if (is_new) window = new frmQStoffWahl(frame);
+    window->show_database();
+    if (is_new)
+        frame.open_child(window, {680, 560}, Sizing::free);
+    else
+        frame.show_child(window);
+    window->NameCombo->setFocus();
+    window->NameCombo->lineEdit()->selectAll();
+}
+
+void frmQStoffWahl::show_database() {
+    const Session& s = frame_.session();
+    index_at_opening_ = s.database.StoffIndex;
+    setWindowTitle(QStringLiteral("Select a substance (in total  %1)").arg(s.database.file.StoffAnzahl()));
+    txtDatenbank->show_text(QString::fromStdString(name_part(s.database.file.path)));
+    rows_->reload();
+    mark_row(s.database.StoffIndexAktiv > 0 ? s.database.StoffIndexAktiv : 1);
+}
+
+void frmQStoffWahl::mark_row(int index) {
+    if (rows_->is_filtered()) rows_->set_text({});
+    const QModelIndex at = rows_->at_index(index);
+    StoffListe->setCurrentIndex(at);
+    StoffListe->scrollTo(at);
+    row_marked(at);  // also when the row was marked before
+}
+
+void frmQStoffWahl::row_marked(const QModelIndex& at) {
+    const int index = rows_->index_of(at);
+    if (index == 0) return;  // the filter hides the row; the choice stays
+    frame_.session().database.StoffIndex = index;
+    show_substance(index);
+}
+
+void frmQStoffWahl::show_substance(int index) {
+    const Session& s = frame_.session();
+    const SubstanceRow& row = s.database.file.rows[static_cast<std::size_t>(index - 1)];
+    const SubstanceHead head = read_substance_head(s, index);
+    const bool has_structure = s.database.file.DatabaseKind == 7;
+    tex4->show_text(QLatin1String(has_structure ? "CAS-RN:   " : " CAS-RN: ") +
+                    QString::fromStdString(head.CASRN));
+    Text2->show_text(has_structure ? QStringLiteral("structure: ") + QString::fromStdString(head.Structure)
+                                   : QString());
+    Text2->setVisible(has_structure);
+    if (!NameCombo->lineEdit()->hasFocus() || !rows_->is_filtered())
+        NameCombo->setEditText(QString::fromStdString(main_name(row.SubstanceName)));
+    if (!Text1->hasFocus()) Text1->setText(QString::number(row.SubstanceNo));
+}
+
+bool frmQStoffWahl::look_up() {
+    const SubstanceHit hit = FindSubstance(frame_.session(), NameCombo->currentText().toStdString());
+    mark_row(hit.index > 0 ? hit.index : 1);
+    return hit.found;
+}
+
+void frmQStoffWahl::enter_name() {
+    const int before = frame_.session().database.StoffIndex;
+    if (!look_up()) return;
+    if (frame_.session().database.StoffIndex == before) return confirm();
+    memory_->add(NameCombo->currentText().toStdString());
+    const QString shown = NameCombo->currentText();
+    NameCombo->clear();
+    for (const std::string& name : memory_->names()) NameCombo->addItem(QString::fromStdString(name));
+    NameCombo->setEditText(shown);
+    NameCombo->setFocus();
+}
+
+void frmQStoffWahl::type_system_no() {
+    const SystemNoEntry entry = enter_system_no(frame_.session(), Text1->text().toStdString());
+    if (entry.clear) {
+        QApplication::beep();
+        Text1->clear();
+    } else if (entry.found) {
+        mark_row(entry.index);
+    }
+}
+
+void frmQStoffWahl::confirm() {
+    if (!NameCombo->currentText().trimmed().isEmpty() && !look_up()) return;
+    Session& s = frame_.session();
+    if (s.database.StoffIndex < 1) return;
+    const int index = s.database.StoffIndex;
+    frame_.unload_session_windows();
+    frame_.unload(frmQTextEdit::Name);
+    confirm_substance(s, index);
+    frame_.refresh();
+    if (!fulfilled(s, Needs::substance)) {
+        s.tell({.title = "Execution not possible",
+                .text = "The record of this substance can not be read.",
+                .kind = MessageKind::warning});
+        return;
+    }
+    frame_.hide_child(this);
+    open_models(frame_, 0);
+}
+
+void frmQStoffWahl::leave() {
+    frame_.session().database.StoffIndex = index_at_opening_;
+    frame_.hide_child(this);
+}
+
+bool frmQStoffWahl::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && watched != StoffListe &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();  // Escape in the name box goes to the list, not out of the window
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (watched == StoffListe) {
+        if (!enter) return false;
+        confirm();
+        return true;
+    }
+    if (enter) {
+        if (watched == NameCombo->lineEdit()) enter_name();
+        return true;
+    }
+    if (key == Qt::Key_Escape || (key == Qt::Key_Down && rows_->is_filtered())) {
+        StoffListe->setFocus();
+        return true;
+    }
+    return false;
+}
+
+}  // namespace quom

@@ -1,0 +1,64 @@
+#include "ui/frmQTextEdit.h"
+
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "base/files.h"
+#include "ui/labels.h"
+#include "ui/mdiQUOM.h"
+#include "ui/result_list.h"
+
+namespace quom {
+
+namespace {
+
+constexpr int MostHeight = 633;  // of the text box [px]
+
+int lines_height(const QWidget& box, const std::string& text) {
+    const int lines = static_cast<int>(split_lines(text).size());
+    return (lines + 1) * box.fontMetrics().lineSpacing() + 18;
+}
+
+}  // namespace
+
+frmQTextEdit::frmQTextEdit(mdiQUOM& frame)
+    : head(new ResultList(this)),
+      text(new ResultList(this)),
+      cmdClose(new QPushButton(QStringLiteral("Close <Esc>"), this)) {
+    setObjectName(QLatin1String(Name));
+    named(head, "head", QStringLiteral("Heading"));
+    named(text, "text", QStringLiteral("Text"));
+    named(cmdClose, "cmdClose", QStringLiteral("Close"));
+    const auto leave = [this, &frame] { frame.unload(Name); };
+    connect(cmdClose, &QPushButton::clicked, this, leave);
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr,
+                          Qt::WidgetWithChildrenShortcut),
+            &QShortcut::activated, this, leave);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdClose);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(head);
+    layout->addWidget(text, 1);
+    layout->addLayout(buttons);
+}
+
+void frmQTextEdit::open(mdiQUOM& frame, const QString& caption, const std::string& head,
+                        const std::string& text) {
+    frame.unload(Name);
+    auto* window = new frmQTextEdit(frame);
+    window->setWindowTitle(caption);
+    window->head->show_text(head);
+    window->head->setFixedHeight(lines_height(*window->head, head));
+    window->head->setVisible(!head.empty());
+    window->text->show_text(text);
+    const int text_height = std::min(lines_height(*window->text, text), MostHeight);
+    window->text->setMinimumHeight(std::min(text_height, 120));
+    const int head_height = head.empty() ? 0 : window->head->height() + 6;
+    frame.open_child(window, {0, text_height + head_height + 60}, Sizing::free);
+    window->text->setFocus();
+}
+
+}  // namespace quom

@@ -1,0 +1,77 @@
+#include "ui/help_window.h"
+
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+#include "ui/labels.h"
+
+namespace quom {
+
+namespace {
+
+const QString Folder = QStringLiteral(":/help");
+
+int topic_of(const QString& file) { return file.section(QLatin1Char('-'), 0, 0).toInt(); }
+
+QString read_page(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QString index_page() {
+    QStringList files = QDir(Folder).entryList({QStringLiteral("*.md")});
+    std::sort(files.begin(), files.end(),
+              [](const QString& a, const QString& b) { return topic_of(a) < topic_of(b); });
+    QString text = QStringLiteral("# Index of the help pages\n\n");
+    for (const QString& file : files) {
+        const QString head = read_page(Folder + QLatin1Char('/') + file).section(QLatin1Char('\n'), 0, 0);
+        text += QStringLiteral("- [%1](topic:%2)\n").arg(head.mid(2).trimmed()).arg(topic_of(file));
+    }
+    return text;
+}
+
+}  // namespace
+
+QString help_page(int topic) {
+    const QStringList files = QDir(Folder).entryList({QStringLiteral("%1-*.md").arg(topic)});
+    return files.isEmpty() ? QString() : Folder + QLatin1Char('/') + files.front();
+}
+
+HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window), browser(new QTextBrowser(this)) {
+    setObjectName(QStringLiteral("help_window"));
+    setWindowTitle(QStringLiteral("QUOM-6 Help"));
+    named(browser, "browser", QStringLiteral("Help page"));
+    browser->setOpenLinks(false);
+    browser->document()->setDocumentMargin(14);
+    connect(browser, &QTextBrowser::anchorClicked, this,
+            [this](const QUrl& url) { show_topic(url.path().toInt()); });
+    auto* index = named(new QPushButton(QStringLiteral("&Index"), this), "cmdIndex", QStringLiteral("Index"));
+    connect(index, &QPushButton::clicked, this, [this] { show_topic(0); });
+    auto* close = named(new QPushButton(QStringLiteral("Close <Esc>"), this), "cmdClose",
+                        QStringLiteral("Close"));
+    connect(close, &QPushButton::clicked, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &QWidget::close);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(index);
+    buttons->addStretch();
+    buttons->addWidget(close);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(browser, 1);
+    layout->addLayout(buttons);
+    resize(620, 640);
+}
+
+void HelpWindow::show_topic(int topic) {
+    const QString page = topic > 0 ? help_page(topic) : QString();
+    browser->setMarkdown(page.isEmpty() ? index_page() : read_page(page));
+    show();
+    raise();
+    activateWindow();
+    browser->setFocus();
+}
+
+}  // namespace quom

@@ -1,0 +1,31 @@
+// What the entries of the menus and the toolbar do.
+#pragma once
+#include <string>
+
+namespace quom {
+
+class mdiQUOM;
+
+// Topics of the help pages that the frame opens by itself.
+inline constexpr int help_index = 0;
+inline constexpr int help_about = 1;
+inline constexpr int help_first_steps = 2;
+inline constexpr int help_exercise = 3;
+inline constexpr int help_tips = 4;
+
+void open_database(mdiQUOM& frame, int kind);
+void show_working_directory(mdiQUOM& frame, int);
+void leave_program(mdiQUOM& frame, int);
+void select_substance(mdiQUOM& frame, int);
+void open_models(mdiQUOM& frame, int);
+void start_unit_converter(mdiQUOM& frame, int);
+void show_help_topic(mdiQUOM& frame, int topic);
+void show_help_note(mdiQUOM& frame, int);
+void show_version(mdiQUOM& frame, int);
+
+// Loads the project that the command line names.
+void load_project(mdiQUOM& frame, const std::string& path);
+// What is stored when the program ends.
+void leave_session(mdiQUOM& frame);
+
+}  // namespace quom
