@@ -74,9 +74,7 @@ DataSituation DatenSituation(const Session& s) {
     return d;
 }
 
-AmpelColour ampel_colour(int level) {
-    return level >= 1 && level <= 4 ? Colours[level - 1] : AmpelColour{};
-}
+AmpelColour ampel_colour(int level) { return level >= 1 && level <= 4 ? Colours[level - 1] : AmpelColour{}; }
 
 Message data_diagnosis_text(const DataSituation& situation) {
     std::string text;

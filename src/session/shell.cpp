@@ -20,17 +20,28 @@ bool has_range(std::int16_t TLo, std::int16_t THi) { return TLo > 0 && THi > 0; 
 bool has_equation(const SubstanceConstants& c, Needs needs) {
     const auto given = [](float x) { return std::fabs(x) > 1e-6F; };
     switch (needs) {
-        case Needs::equ_frost_kalkwarf: return has_range(c.KFTLo, c.KFTHi);
-        case Needs::equ_wagner: return has_range(c.WagnerTLo, c.WagnerTHi);
-        case Needs::equ_antoine_low: return has_range(c.AntLoTLo, c.AntLoTHi);
-        case Needs::equ_antoine_high: return has_range(c.AntHiTLo, c.AntHiTHi);
-        case Needs::equ_rhoL: return given(c.RhoL[0]) || given(c.RhoL[1]);
-        case Needs::equ_rhoS: return given(c.RhoS[0]) || given(c.RhoS[1]);
-        case Needs::equ_hLV: return c.HLVTLo > 0;
-        case Needs::equ_cp_ideal: return c.havePoly || c.haveSinh;
-        case Needs::equ_cpL: return c.cpLTLo > 0;
-        case Needs::equ_cpS: return c.cpSTLo > 0;
-        default: return false;
+        case Needs::equ_frost_kalkwarf:
+            return has_range(c.KFTLo, c.KFTHi);
+        case Needs::equ_wagner:
+            return has_range(c.WagnerTLo, c.WagnerTHi);
+        case Needs::equ_antoine_low:
+            return has_range(c.AntLoTLo, c.AntLoTHi);
+        case Needs::equ_antoine_high:
+            return has_range(c.AntHiTLo, c.AntHiTHi);
+        case Needs::equ_rhoL:
+            return given(c.RhoL[0]) || given(c.RhoL[1]);
+        case Needs::equ_rhoS:
+            return given(c.RhoS[0]) || given(c.RhoS[1]);
+        case Needs::equ_hLV:
+            return c.HLVTLo > 0;
+        case Needs::equ_cp_ideal:
+            return c.havePoly || c.haveSinh;
+        case Needs::equ_cpL:
+            return c.cpLTLo > 0;
+        case Needs::equ_cpS:
+            return c.cpSTLo > 0;
+        default:
+            return false;
     }
 }
 
@@ -41,14 +52,22 @@ bool fulfilled(const Session& s, Needs needs) {
     const bool substance = s.database.StoffIndexAktiv > 0;
     const bool models = substance && s.shell.ModelsConfirmed;
     switch (needs) {
-        case Needs::nothing: return true;
-        case Needs::database: return s.database.file.DatabaseKind != 0;
-        case Needs::substance: return substance;
-        case Needs::critical_data: return substance && c.Tcr > TinyT && c.pcr > TinyT;
-        case Needs::data_points: return s.exp.points.size() > 1;
-        case Needs::models: return models;
-        case Needs::calculation: return models && c.Tcr * c.pcr >= TinyT;
-        default: return models && has_equation(c, needs);
+        case Needs::nothing:
+            return true;
+        case Needs::database:
+            return s.database.file.DatabaseKind != 0;
+        case Needs::substance:
+            return substance;
+        case Needs::critical_data:
+            return substance && c.Tcr > TinyT && c.pcr > TinyT;
+        case Needs::data_points:
+            return s.exp.points.size() > 1;
+        case Needs::models:
+            return models;
+        case Needs::calculation:
+            return models && c.Tcr * c.pcr >= TinyT;
+        default:
+            return models && has_equation(c, needs);
     }
 }
 
@@ -107,7 +126,8 @@ std::string next_step_hint(const Session& s) {
         return "No database is loaded.\n"
                "Open one with Data -> Open database *.Q07 / new project, or go on with Data -> Load last "
                "session.";
-    if (!fulfilled(s, Needs::substance)) return "No substance is chosen.\nChoose one with Select a substance.";
+    if (!fulfilled(s, Needs::substance))
+        return "No substance is chosen.\nChoose one with Select a substance.";
     if (!s.shell.ModelsConfirmed) return "The models are not confirmed yet.\nChoose the models with Models.";
     return {};
 }

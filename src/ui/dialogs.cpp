@@ -19,20 +19,28 @@ constexpr struct {
 
 QMessageBox::StandardButtons shown_buttons(Buttons buttons) {
     switch (buttons) {
-        case Buttons::ok_cancel: return QMessageBox::Ok | QMessageBox::Cancel;
-        case Buttons::yes_no: return QMessageBox::Yes | QMessageBox::No;
-        case Buttons::yes_no_cancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-        case Buttons::ok: break;
+        case Buttons::ok_cancel:
+            return QMessageBox::Ok | QMessageBox::Cancel;
+        case Buttons::yes_no:
+            return QMessageBox::Yes | QMessageBox::No;
+        case Buttons::yes_no_cancel:
+            return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+        case Buttons::ok:
+            break;
     }
     return QMessageBox::Ok;
 }
 
 QMessageBox::Icon shown_icon(MessageKind kind) {
     switch (kind) {
-        case MessageKind::warning: return QMessageBox::Warning;
-        case MessageKind::question: return QMessageBox::Question;
-        case MessageKind::stop: return QMessageBox::Critical;
-        case MessageKind::info: break;
+        case MessageKind::warning:
+            return QMessageBox::Warning;
+        case MessageKind::question:
+            return QMessageBox::Question;
+        case MessageKind::stop:
+            return QMessageBox::Critical;
+        case MessageKind::info:
+            break;
     }
     return QMessageBox::Information;
 }
@@ -58,7 +66,8 @@ Answer MessageBoxes::ask(const Message& message) {
 }
 
 std::optional<QString> Dialogs::open_file(QWidget* parent, const FileQuestion& question) {
-    const QString path = QFileDialog::getOpenFileName(parent, question.title, question.start, question.filter);
+    const QString path =
+        QFileDialog::getOpenFileName(parent, question.title, question.start, question.filter);
     if (path.isEmpty()) return std::nullopt;
     return path;
 }

@@ -13,7 +13,8 @@ frmBParInput::frmBParInput(Session& session, QWidget* parent)
     : QDialog(parent),
       cmdParameter_OK(named(new QPushButton(QStringLiteral("&Parameters OK"), this), "cmdParameter_OK",
                             QStringLiteral("Parameters OK"))),
-      cancel(named(new QPushButton(QStringLiteral("Cancel <Esc>"), this), "cancel", QStringLiteral("Cancel"))),
+      cancel(
+          named(new QPushButton(QStringLiteral("Cancel <Esc>"), this), "cancel", QStringLiteral("Cancel"))),
       session_(session) {
     setObjectName(QStringLiteral("frmBParInput"));
     setWindowTitle(QString::fromUtf8(virial_caption.data(), static_cast<int>(virial_caption.size())));

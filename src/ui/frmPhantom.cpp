@@ -27,8 +27,9 @@ void frmPhantom::paintEvent(QPaintEvent*) {
     painter.setFont(font);
     painter.drawText(QRect(120, 30, 300, 40), Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("QUOM-6"));
     painter.setFont(this->font());
-    painter.drawText(QRect(120, 74, 300, 50), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
-                     QStringLiteral("Thermodynamic Calculations of States and Processes for Pure Substances"));
+    painter.drawText(
+        QRect(120, 74, 300, 50), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
+        QStringLiteral("Thermodynamic Calculations of States and Processes for Pure Substances"));
 }
 
 }  // namespace quom

@@ -23,7 +23,6 @@ namespace quom {
 
 namespace {
 
-
 void show_list(QComboBox* box, const ModelList& list) {
     const QSignalBlocker quiet(box);
     box->clear();
@@ -65,12 +64,11 @@ frmQModell::frmQModell(mdiQUOM& frame)
       cpKombi(combo("cpKombi", this)),
       WatsonKombi(named(new QComboBox(this), "WatsonKombi")),
       lblWatson(new QLabel(QStringLiteral("WATSON-exponent:"), this)),
-      PriorOpt{named(new QRadioButton(
-                         QStringLiteral("GLOBAL concept:  cubic equation of state (CEOS)"), this),
-                     "PriorOpt_0", QStringLiteral("GLOBAL concept: cubic equation of state (CEOS)")),
-               named(new QRadioButton(
-                         QStringLiteral("PARTIAL concept:  equation for vapor pressure (EVP)"), this),
-                     "PriorOpt_1", QStringLiteral("PARTIAL concept: equation for vapor pressure (EVP)"))},
+      PriorOpt{
+          named(new QRadioButton(QStringLiteral("GLOBAL concept:  cubic equation of state (CEOS)"), this),
+                "PriorOpt_0", QStringLiteral("GLOBAL concept: cubic equation of state (CEOS)")),
+          named(new QRadioButton(QStringLiteral("PARTIAL concept:  equation for vapor pressure (EVP)"), this),
+                "PriorOpt_1", QStringLiteral("PARTIAL concept: equation for vapor pressure (EVP)"))},
       rhoL_available(named(new ValueBox(this), "rhoL_available", QStringLiteral("L Density"))),
       rhoL_validity(named(new ValueBox(this), "rhoL_validity", QStringLiteral("L Density, validity"))),
       EOSHilfe(help_button("EOSHilfe", QStringLiteral("equation of state"), this)),
@@ -132,17 +130,17 @@ void frmQModell::build_layout() {
     layout->addWidget(rule(this));
     layout->addSpacing(6);
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(hint_label(QStringLiteral("this window - as the switching center of QUOM - should always "
-                                                "remain open"),
-                                 this),
-                      1);
+    bottom->addWidget(
+        hint_label(QStringLiteral("this window - as the switching center of QUOM - should always "
+                                  "remain open"),
+                   this),
+        1);
     bottom->addWidget(cmdOKModell);
     layout->addLayout(bottom);
 
-    QWidget* const order[] = {EOSKombi,    PriorOpt[0], PriorOpt[1],    pkombi,        HLVKombi,
-                              WatsonKombi, cpKombi,     rhoL_available, rhoL_validity, EOSHilfe,
-                              PriorHilfe,  pHilfe,      HLVHilfe,       cpHilfe,       rhoLHilfe,
-                              cmdOKModell};
+    QWidget* const order[] = {EOSKombi, PriorOpt[0],    PriorOpt[1],   pkombi,     HLVKombi,   WatsonKombi,
+                              cpKombi,  rhoL_available, rhoL_validity, EOSHilfe,   PriorHilfe, pHilfe,
+                              HLVHilfe, cpHilfe,        rhoLHilfe,     cmdOKModell};
     for (std::size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
@@ -193,7 +191,7 @@ void frmQModell::open(mdiQUOM& frame) {
     if (is_new) window = new frmQModell(frame);
     if (!window->isVisible()) window->fill();
     if (is_new)
-        frame.open_child(window, {530, 480}, Sizing::width_only);
+        frame.open_child(window, {530, 0}, Sizing::width_only);
     else
         frame.show_child(window);
     window->EOSKombi->setFocus();

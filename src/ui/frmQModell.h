@@ -42,7 +42,7 @@ class frmQModell : public QWidget {
     void fill();          // the lists as the substance allows, and the reactions of what is selected
     void show_concept();  // concept, its options, and the list of delta(LV)h, after a choice of the EOS
     void show_watson();
-    void changed();       // a selection differs from the confirmed one
+    void changed();  // a selection differs from the confirmed one
     void choose_eos();
     void confirm();
 

@@ -41,13 +41,13 @@ class SubstanceLines : public QAbstractListModel {
         return parent.isValid() ? 0 : session_.database.file.StoffAnzahl();
     }
     QVariant data(const QModelIndex& at, int role) const override {
-        if (role != Qt::DisplayRole || !at.isValid()) return {};
+        if (!at.isValid()) return {};
+        if (role == Qt::SizeHintRole) return QSize(0, QFontMetrics(fixed_font()).height() + 4);
+        if (role != Qt::DisplayRole) return {};
         const std::string line = substance_list_line(at.row() + 1, row(at.row()));
         return QString::fromStdString(std::string(trim_right(line)));
     }
-    const SubstanceRow& row(int i) const {
-        return session_.database.file.rows[static_cast<std::size_t>(i)];
-    }
+    const SubstanceRow& row(int i) const { return session_.database.file.rows[static_cast<std::size_t>(i)]; }
 
  private:
     const Session& session_;
@@ -127,16 +127,17 @@ void frmQStoffWahl::build_layout() {
     caption_for(prompt, NameCombo);
     auto* languages = hint_label(QStringLiteral(" in german or english "), this);
     languages->setWordWrap(false);
-    auto* keys = hint_label(QStringLiteral("confirm with <Enter> key; pressing <Enter> again leads directly to "
-                                           "the \"Models\" window"),
-                            this);
+    auto* keys =
+        hint_label(QStringLiteral("confirm with <Enter> key; pressing <Enter> again leads directly to "
+                                  "the \"Models\" window"),
+                   this);
     auto* header = new QLabel(QString::fromUtf8(SubstanceListHeader), this);
     header->setFont(fixed_font());
     header->setBuddy(StoffListe);
     QPalette header_palette;
     header_palette.setColor(QPalette::WindowText, look_colour(LookColour::SectionHead));
     header->setPalette(header_palette);
-    header->setIndent(5);
+    header->setIndent(1);
     auto* number = new QLabel(QStringLiteral("MDB-Syst. No:"), this);
     caption_for(number, Text1);
     auto* database = new QLabel(QStringLiteral("Database:"), this);
@@ -168,7 +169,8 @@ void frmQStoffWahl::build_layout() {
     layout->addLayout(numbers);
     layout->addWidget(rule(this));
     layout->addLayout(bottom);
-    QWidget* const order[] = {NameCombo, StoffListe, Text1, tex4, Text2, txtDatenbank, cmdSynonyme, ESC, StoffOK};
+    QWidget* const order[] = {NameCombo,    StoffListe,  Text1, tex4,   Text2,
+                              txtDatenbank, cmdSynonyme, ESC,   StoffOK};
     for (std::size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
@@ -188,9 +190,9 @@ void frmQStoffWahl::connect_controls() {
     });
     connect(ESC, &QPushButton::clicked, this, [this] { leave(); });
     connect(StoffOK, &QPushButton::clicked, this, [this] { confirm(); });
-    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr,
-                          Qt::WidgetWithChildrenShortcut),
-            &QShortcut::activated, this, [this] { leave(); });
+    connect(
+        new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
+        &QShortcut::activated, this, [this] { leave(); });
 }
 
 void frmQStoffWahl::open(mdiQUOM& frame) {

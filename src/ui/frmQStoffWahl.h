@@ -41,8 +41,8 @@ class frmQStoffWahl : public QWidget {
  private:
     void build_layout();
     void connect_controls();
-    void show_database();           // list and count anew, the substance in force marked
-    void mark_row(int index);       // marks substance index in the list, whatever the filter was
+    void show_database();      // list and count anew, the substance in force marked
+    void mark_row(int index);  // marks substance index in the list, whatever the filter was
     void row_marked(const QModelIndex& at);
     void show_substance(int index);  // what the boxes tell of it
     bool look_up();                  // FindSubstance on the name; false: not found, the user was told

@@ -16,10 +16,7 @@ namespace {
 
 constexpr int MostHeight = 633;  // of the text box [px]
 
-int lines_height(const QWidget& box, const std::string& text) {
-    const int lines = static_cast<int>(split_lines(text).size());
-    return (lines + 1) * box.fontMetrics().lineSpacing() + 18;
-}
+int line_count(const std::string& text) { return static_cast<int>(split_lines(text).size()); }
 
 }  // namespace
 
@@ -33,9 +30,9 @@ frmQTextEdit::frmQTextEdit(mdiQUOM& frame)
     named(cmdClose, "cmdClose", QStringLiteral("Close"));
     const auto leave = [this, &frame] { frame.unload(Name); };
     connect(cmdClose, &QPushButton::clicked, this, leave);
-    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr,
-                          Qt::WidgetWithChildrenShortcut),
-            &QShortcut::activated, this, leave);
+    connect(
+        new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
+        &QShortcut::activated, this, leave);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(cmdClose);
@@ -51,13 +48,13 @@ void frmQTextEdit::open(mdiQUOM& frame, const QString& caption, const std::strin
     auto* window = new frmQTextEdit(frame);
     window->setWindowTitle(caption);
     window->head->show_text(head);
-    window->head->setFixedHeight(lines_height(*window->head, head));
+    window->head->set_lines(line_count(head));
+    window->head->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     window->head->setVisible(!head.empty());
     window->text->show_text(text);
-    const int text_height = std::min(lines_height(*window->text, text), MostHeight);
-    window->text->setMinimumHeight(std::min(text_height, 120));
-    const int head_height = head.empty() ? 0 : window->head->height() + 6;
-    frame.open_child(window, {0, text_height + head_height + 60}, Sizing::free);
+    const int most_lines = MostHeight / window->text->fontMetrics().lineSpacing();
+    window->text->set_lines(std::clamp(line_count(text), 4, most_lines));
+    frame.open_child(window, {0, 0}, Sizing::free);
     window->text->setFocus();
 }
 

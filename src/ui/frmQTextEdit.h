@@ -14,7 +14,8 @@ class frmQTextEdit : public QWidget {
  public:
     static constexpr const char* Name = "frmQTextEdit";
     // Shows caption and texts in the one window of this kind; an empty head hides its box.
-    static void open(mdiQUOM& frame, const QString& caption, const std::string& head, const std::string& text);
+    static void open(mdiQUOM& frame, const QString& caption, const std::string& head,
+                     const std::string& text);
     explicit frmQTextEdit(mdiQUOM& frame);
 
     ResultList* head;

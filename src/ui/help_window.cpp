@@ -51,8 +51,8 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window), browser(n
             [this](const QUrl& url) { show_topic(url.path().toInt()); });
     auto* index = named(new QPushButton(QStringLiteral("&Index"), this), "cmdIndex", QStringLiteral("Index"));
     connect(index, &QPushButton::clicked, this, [this] { show_topic(0); });
-    auto* close = named(new QPushButton(QStringLiteral("Close <Esc>"), this), "cmdClose",
-                        QStringLiteral("Close"));
+    auto* close =
+        named(new QPushButton(QStringLiteral("Close <Esc>"), this), "cmdClose", QStringLiteral("Close"));
     connect(close, &QPushButton::clicked, this, &QWidget::close);
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &QWidget::close);
     auto* buttons = new QHBoxLayout;

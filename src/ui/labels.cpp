@@ -16,9 +16,7 @@ TrimmedLabel::TrimmedLabel(const QString& text, QWidget* parent) : QLabel(text, 
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
 }
 
-QSize TrimmedLabel::sizeHint() const {
-    return fontMetrics().size(Qt::TextShowMnemonic, text().trimmed());
-}
+QSize TrimmedLabel::sizeHint() const { return fontMetrics().size(Qt::TextShowMnemonic, text().trimmed()); }
 
 void TrimmedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
@@ -96,8 +94,8 @@ QFrame* rule(QWidget* parent) {
 }
 
 QAbstractButton* help_button(const char* name, const QString& about, QWidget* parent) {
-    auto* button = named(new QPushButton(QStringLiteral("?"), parent), name,
-                         QStringLiteral("Help: ") + about);
+    auto* button =
+        named(new QPushButton(QStringLiteral("?"), parent), name, QStringLiteral("Help: ") + about);
     button->setToolTip(QStringLiteral("Help"));
     button->setFixedSize(26, 26);
     return button;

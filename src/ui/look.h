@@ -45,9 +45,9 @@ QColor shown_text_colour(const QColor& on_light);
 // it is not set and the platform's own palette is dark.
 void apply_look(QApplication& app);
 
-QFont fixed_font();                                  // fixed width, size of the interface font
-QFont head_font();                                   // interface font, DemiBold
-int text_width(const QWidget& widget, int digits);   // width of that many digits in the widget's font
+QFont fixed_font();                                       // fixed width, size of the interface font
+QFont head_font();                                        // interface font, DemiBold
+int text_width(const QWidget& widget, int digits);        // width of that many digits in the widget's font
 QSize natural_size(QWidget& widget, const QSize& first);  // first, but never below the size hint
 
 class LookStyle : public QProxyStyle {

@@ -130,8 +130,8 @@ void apply_look(QApplication& app) {
 
 QFont fixed_font() {
     QFont font;
-    font.setFamilies({QStringLiteral("DejaVu Sans Mono"), QStringLiteral("Liberation Mono"),
-                      QStringLiteral("monospace")});
+    font.setFamilies(
+        {QStringLiteral("DejaVu Sans Mono"), QStringLiteral("Liberation Mono"), QStringLiteral("monospace")});
     font.setStyleHint(QFont::TypeWriter);
     font.setPointSizeF(QApplication::font().pointSizeF());
     return font;

@@ -89,7 +89,8 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
             painter->restore();
             return;
-        default: break;
+        default:
+            break;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
@@ -109,7 +110,8 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
-// Frame by the base style; the title by hand, because a bold font set on the box would make its children bold.
+// Frame by the base style; the title by hand, because a bold font set on the box would make its children
+// bold.
 void LookStyle::drawGroupBox(const QStyleOptionComplex* option, QPainter* painter,
                              const QWidget* widget) const {
     const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
@@ -139,8 +141,7 @@ void LookStyle::drawTitleBar(const QStyleOptionComplex* option, QPainter* painte
     const bool active = bar->titleBarState & State_Active;
     const QColor ink = look_colour(active ? LookColour::TitleActiveText : LookColour::TitleInactiveText);
     painter->save();
-    painter->fillRect(bar->rect,
-                      look_colour(active ? LookColour::TitleActive : LookColour::TitleInactive));
+    painter->fillRect(bar->rect, look_colour(active ? LookColour::TitleActive : LookColour::TitleInactive));
     painter->setPen(look_colour(LookColour::InputBorder));
     painter->drawLine(bar->rect.bottomLeft(), bar->rect.bottomRight());
 
@@ -152,7 +153,7 @@ void LookStyle::drawTitleBar(const QStyleOptionComplex* option, QPainter* painte
         font.setWeight(QFont::DemiBold);
         painter->setFont(font);
         painter->setPen(ink);
-        const QRect label = rect_of(SC_TitleBarLabel).adjusted(4, 0, -4, 0);
+        const QRect label = rect_of(SC_TitleBarLabel).adjusted(6, 0, -4, 0);
         painter->drawText(label, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                           QFontMetrics(font).elidedText(bar->text, Qt::ElideRight, label.width()));
     }
@@ -185,9 +186,9 @@ void LookStyle::drawTitleBar(const QStyleOptionComplex* option, QPainter* painte
          [&](QRectF r) { painter->drawLine(r.bottomLeft(), r.bottomRight()); });
     draw(SC_TitleBarNormalButton, minimized || maximized, [&](QRectF r) {
         painter->drawRect(r.adjusted(0, 2.5, -2.5, 0));
-        painter->drawPolyline(QPolygonF({r.topLeft() + QPointF(2.5, 2.5), r.topLeft() + QPointF(2.5, 0),
-                                         r.topRight(), r.bottomRight() - QPointF(0, 2.5),
-                                         r.bottomRight() - QPointF(2.5, 2.5)}));
+        painter->drawPolyline(
+            QPolygonF({r.topLeft() + QPointF(2.5, 2.5), r.topLeft() + QPointF(2.5, 0), r.topRight(),
+                       r.bottomRight() - QPointF(0, 2.5), r.bottomRight() - QPointF(2.5, 2.5)}));
     });
     painter->restore();
 }
@@ -197,15 +198,24 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
         case PM_LayoutLeftMargin:
         case PM_LayoutRightMargin:
         case PM_LayoutTopMargin:
-        case PM_LayoutBottomMargin: return 10;
-        case PM_LayoutHorizontalSpacing: return 8;
-        case PM_LayoutVerticalSpacing: return 6;
-        case PM_TitleBarHeight: return 26;
-        case PM_MdiSubWindowFrameWidth: return 1;
-        case PM_ToolBarIconSize: return 24;
-        case PM_ToolBarItemSpacing: return 2;
-        case PM_MessageBoxIconSize: return 48;
-        default: return QProxyStyle::pixelMetric(metric, option, widget);
+        case PM_LayoutBottomMargin:
+            return 10;
+        case PM_LayoutHorizontalSpacing:
+            return 8;
+        case PM_LayoutVerticalSpacing:
+            return 6;
+        case PM_TitleBarHeight:
+            return 26;
+        case PM_MdiSubWindowFrameWidth:
+            return 1;
+        case PM_ToolBarIconSize:
+            return 24;
+        case PM_ToolBarItemSpacing:
+            return 2;
+        case PM_MessageBoxIconSize:
+            return 48;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
     }
 }
 
@@ -214,8 +224,10 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     switch (hint) {
         case SH_WindowFrame_Mask:
         case SH_EtchDisabledText:
-        case SH_DialogButtonBox_ButtonsHaveIcons: return 0;
-        default: return QProxyStyle::styleHint(hint, option, widget, data);
+        case SH_DialogButtonBox_ButtonsHaveIcons:
+            return 0;
+        default:
+            return QProxyStyle::styleHint(hint, option, widget, data);
     }
 }
 
@@ -223,22 +235,32 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                   const QWidget* widget) const {
     const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
     switch (type) {
-        case CT_PushButton: return (base + QSize(10, 0)).expandedTo(QSize(0, 26));
+        case CT_PushButton:
+            return (base + QSize(10, 0)).expandedTo(QSize(0, 26));
         case CT_LineEdit:
-        case CT_ComboBox: return base.expandedTo(QSize(0, 24));
-        case CT_MenuBarItem: return base + QSize(0, 4);
-        default: return base;
+        case CT_ComboBox:
+            return base.expandedTo(QSize(0, 24));
+        case CT_MenuBarItem:
+            return base + QSize(0, 4);
+        default:
+            return base;
     }
 }
 
 QIcon LookStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
     switch (icon) {
-        case SP_MessageBoxInformation: return svg_icon(QStringLiteral("message-info"));
-        case SP_MessageBoxWarning: return svg_icon(QStringLiteral("message-warning"));
-        case SP_MessageBoxCritical: return svg_icon(QStringLiteral("message-error"));
-        case SP_MessageBoxQuestion: return svg_icon(QStringLiteral("message-question"));
-        case SP_TitleBarMenuButton: return svg_icon(QStringLiteral("app"));
-        default: return QProxyStyle::standardIcon(icon, option, widget);
+        case SP_MessageBoxInformation:
+            return svg_icon(QStringLiteral("message-info"));
+        case SP_MessageBoxWarning:
+            return svg_icon(QStringLiteral("message-warning"));
+        case SP_MessageBoxCritical:
+            return svg_icon(QStringLiteral("message-error"));
+        case SP_MessageBoxQuestion:
+            return svg_icon(QStringLiteral("message-question"));
+        case SP_TitleBarMenuButton:
+            return svg_icon(QStringLiteral("app"));
+        default:
+            return QProxyStyle::standardIcon(icon, option, widget);
     }
 }
 

@@ -28,8 +28,8 @@ namespace {
 constexpr QSize FirstSize(1280, 820), LeastSize(960, 640);
 
 // Input and output windows of calculations.
-constexpr const char* CalculationWindows[] = {"frmParinput", "frmCalcIn",  "frmBParInput",
-                                              "frmIsoCalc",  "frmKessel",  "frmInputProzessLinien",
+constexpr const char* CalculationWindows[] = {"frmParinput",     "frmCalcIn",  "frmBParInput",
+                                              "frmIsoCalc",      "frmKessel",  "frmInputProzessLinien",
                                               "frmCEOSDiagnose", "frmQCalcOut"};
 // Windows that belong to a substance, in the order in which they go.
 constexpr const char* SubstanceWindows[] = {"frmQBankEdit", "frmQModell", "frmQFitting",  "frmTpVSInputBox",
@@ -74,7 +74,8 @@ void mdiQUOM::build_toolbar() {
 
     txtAmpel = named(new TrafficLights(toolbar), "txtAmpel");
     toolbar->addWidget(txtAmpel);
-    const auto add_button = [&](const char* name, const char* caption, void (*run)(mdiQUOM&, int), int value) {
+    const auto add_button = [&](const char* name, const char* caption, void (*run)(mdiQUOM&, int),
+                                int value) {
         auto* button =
             named(new TrimmedButton(QLatin1String(caption), toolbar), name, QLatin1String(caption));
         connect(button, &QPushButton::clicked, this, [this, run, value] { run(*this, value); });
@@ -116,6 +117,7 @@ void mdiQUOM::start(const std::string& project) {
     const std::string ProgramPath = session_->database.ProgramPath;
     start_session(*session_, ProgramPath, QLocale::system().decimalPoint() == QStringLiteral(","));
     refresh();
+    area->setFocus();
     if (!project.empty()) load_project(*this, project);
     refresh();
 }
@@ -157,8 +159,9 @@ void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWi
     QPoint at(10 + 26 * shown, 10 + 26 * shown);
     if (const auto* left = beside ? qobject_cast<QMdiSubWindow*>(beside->parentWidget()) : nullptr) {
         const QPoint right = left->geometry().topRight() + QPoint(11, 0);
-        at = right.x() + size.width() <= area->viewport()->width() ? right
-                                                                   : left->geometry().topLeft() + QPoint(26, 26);
+        at = right.x() + size.width() <= area->viewport()->width()
+                 ? right
+                 : left->geometry().topLeft() + QPoint(26, 26);
     }
     sub->setGeometry(QRect(at, size));
     show_child(window);
@@ -216,9 +219,8 @@ void mdiQUOM::opening_calculation_menu() {
                 .text = "This type of calculation is possible only if exper. data are available.",
                 .kind = MessageKind::warning});
     menus_->action(QStringLiteral("mnuCalc_18"))
-        ->setText(s.models.VPhaseOnly
-                      ? QStringLiteral("T => Virial coefficient B")
-                      : QStringLiteral("T => Virial coefficient B, Parameters of the CEOS"));
+        ->setText(s.models.VPhaseOnly ? QStringLiteral("T => Virial coefficient B")
+                                      : QStringLiteral("T => Virial coefficient B, Parameters of the CEOS"));
     unload_calculation_windows();
 }
 

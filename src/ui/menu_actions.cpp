@@ -51,9 +51,8 @@ void start_unit_converter(mdiQUOM& frame, int) {
     const Session& s = frame.session();
     const char* name = s.options.Englisch ? "Konv3X_E.EXE" : "Konv3X.EXE";
     const std::string path = find_external_program(s.database.ProgramPath, name);
-    if (!path.empty() &&
-        QProcess::startDetached(QString::fromStdString(path), {},
-                                QString::fromStdString(s.database.ProgramPath)))
+    if (!path.empty() && QProcess::startDetached(QString::fromStdString(path), {},
+                                                 QString::fromStdString(s.database.ProgramPath)))
         return;
     refuse(frame, s.options.Englisch ? "File Konv3X_E.EXE not found in the QUOM directory"
                                      : "file Konv3X.EXE not found in the directory QUOM");
@@ -63,10 +62,11 @@ void show_help_topic(mdiQUOM& frame, int topic) { frame.show_help(topic); }
 
 void show_help_note(mdiQUOM& frame, int) {
     frame.session().tell({.title = "Note on german HTML Help",
-                          .text = "The help pages are part of the program and open in a window of their own.\n"
-                                  "\n"
-                                  "If no page comes up: the window may lie behind this one, or the program\n"
-                                  "was built without its pages. Press F1 to open the index of all pages."});
+                          .text =
+                              "The help pages are part of the program and open in a window of their own.\n"
+                              "\n"
+                              "If no page comes up: the window may lie behind this one, or the program\n"
+                              "was built without its pages. Press F1 to open the index of all pages."});
 }
 
 void show_version(mdiQUOM& frame, int) {

@@ -13,9 +13,9 @@ using MenuAction = void (*)(mdiQUOM& frame, int value);
 
 // A row without an action that is no menu is shown disabled as "not yet available".
 struct MenuRow {
-    const char* parent;  // name of the menu it stands in, "" for the menu bar
-    const char* name;    // object name; rows of an array get "_<index>" behind it
-    int index;           // -1: no array
+    const char* parent;   // name of the menu it stands in, "" for the menu bar
+    const char* name;     // object name; rows of an array get "_<index>" behind it
+    int index;            // -1: no array
     const char* caption;  // "-" is a separator; nullptr: text of the mode of calculation `value`
     Needs needs;
     MenuAction action;

@@ -64,7 +64,12 @@ void ResultList::show_text(const std::string& text, bool fault) {
 }
 
 QSize ResultList::sizeHint() const {
-    return {text_width(*this, 76) + 30, fontMetrics().lineSpacing() * 24 + 16};
+    return {text_width(*this, 76) + 30, fontMetrics().lineSpacing() * lines_ + 20};
+}
+
+void ResultList::set_lines(int lines) {
+    lines_ = lines;
+    updateGeometry();
 }
 
 void ResultList::changeEvent(QEvent* event) {

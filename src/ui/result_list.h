@@ -12,6 +12,8 @@ class ResultList : public QPlainTextEdit {
     explicit ResultList(QWidget* parent = nullptr);
     // Shows the lines of UTF-8 text; a fault colours all of them.
     void show_text(const std::string& text, bool fault = false);
+    // Height that the list asks for, in lines; 24 unless told.
+    void set_lines(int lines);
     QSize sizeHint() const override;
 
  protected:
@@ -23,6 +25,7 @@ class ResultList : public QPlainTextEdit {
     class Heads;
     Heads* heads_;
     bool fault_ = false;
+    int lines_ = 24;
 };
 
 }  // namespace quom

@@ -16,8 +16,8 @@ class TableView : public QTableView {
     // An editable table: commands is a sum of Command; run is called for "delete", "marked cell(s) => 0" and
     // "remove marked line(s)".
     void set_commands(int commands, std::function<void(Command)> run);
-    void copy() const;   // marked cells, columns parted by a tab, rows by a line end
-    void paste();        // from the current cell on, through the model
+    void copy() const;  // marked cells, columns parted by a tab, rows by a line end
+    void paste();       // from the current cell on, through the model
     QString marked_text() const;
 
  protected:

@@ -1,0 +1,76 @@
+// quom [--program-folder DIR] [--trace-start] [--screenshots DIR] [project]
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "session/program_path.h"
+#include "session/shell.h"
+#include "ui/frmPhantom.h"
+#include "ui/look.h"
+#include "ui/mdiQUOM.h"
+#include "ui/screenshots.h"
+
+namespace {
+
+struct Arguments {
+    std::string program_folder, screenshots;
+    bool trace_start = false;
+    std::vector<std::string> project;
+};
+
+Arguments read_arguments(const QStringList& given) {
+    Arguments a;
+    for (int i = 1; i < given.size(); ++i) {
+        const bool has_value = i + 1 < given.size();
+        if (given[i] == QStringLiteral("--trace-start"))
+            a.trace_start = true;
+        else if (given[i] == QStringLiteral("--program-folder") && has_value)
+            a.program_folder = given[++i].toStdString();
+        else if (given[i] == QStringLiteral("--screenshots") && has_value)
+            a.screenshots = given[++i].toStdString();
+        else
+            a.project.push_back(given[i].toStdString());
+    }
+    return a;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QElapsedTimer clock;
+    clock.start();
+    QApplication app(argc, argv);
+    const Arguments arguments = read_arguments(QApplication::arguments());
+    const auto trace = [&](const char* step) {
+        if (arguments.trace_start) std::fprintf(stderr, "%6lld ms  %s\n", clock.elapsed(), step);
+    };
+    trace("application");
+    quom::apply_look(app);
+    trace("look");
+    const auto folder = quom::find_program_folder(quom::program_places(arguments.program_folder));
+    trace("program folder");
+
+    quom::frmPhantom splash;
+    splash.show();
+    quom::mdiQUOM frame(folder.path);
+    trace("main window");
+    if (folder.path.empty())
+        frame.session().tell(
+            {.title = "Execution not possible", .text = folder.fault, .kind = quom::MessageKind::stop});
+    frame.show();
+    frame.start(quom::command_line_project(arguments.project));
+    splash.close();
+    trace("start-up");
+    QTimer::singleShot(0, &frame, [&] {
+        trace("ready");
+        if (!arguments.screenshots.empty()) {
+            const int taken = quom::take_screenshots(frame, QString::fromStdString(arguments.screenshots));
+            std::printf("%d pictures in %s\n", taken, arguments.screenshots.c_str());
+            frame.close();
+        }
+    });
+    return QApplication::exec();
+}
