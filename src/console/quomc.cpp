@@ -27,10 +27,10 @@ constexpr Command table[] = {
      "SUBSTANCE --mode N --in FILE|- --out FILE|- [--jobs N] [--functions] [models]",
      "propane --mode 3 --in states.csv --out results.csv", declare_sweep},
     {"tank", "Phases, pressure and shares in a closed tank",
-     "SUBSTANCE --T K --V m^3 (--m kg | --n kmol) [models]", "propane --T 300 --V 0.1 --m 20",
-     declare_tank},
+     "SUBSTANCE --T K --V m^3 (--m kg | --n kmol) [models]", "propane --T 300 --V 0.1 --m 20", declare_tank},
     {"iso", "The T or p at which a function has a value",
-     "SUBSTANCE (--T K | --p kPa) --hold v|h|s|g|u|a|eH|eU (--value X | --T0 K --p0 kPa) [--phase L|V] [models]",
+     "SUBSTANCE (--T K | --p kPa) --hold v|h|s|g|u|a|eH|eU (--value X | --T0 K --p0 kPa) [--phase L|V] "
+     "[models]",
      "propane --p 100 --hold h --T0 320 --p0 800", declare_iso},
 };
 
