@@ -7,7 +7,6 @@
 #include <QListView>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QVBoxLayout>
 
@@ -190,9 +189,6 @@ void frmQStoffWahl::connect_controls() {
     });
     connect(ESC, &QPushButton::clicked, this, [this] { leave(); });
     connect(StoffOK, &QPushButton::clicked, this, [this] { confirm(); });
-    connect(
-        new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
-        &QShortcut::activated, this, [this] { leave(); });
 }
 
 void frmQStoffWahl::open(mdiQUOM& frame) {
@@ -308,11 +304,6 @@ void frmQStoffWahl::leave() {
 }
 
 bool frmQStoffWahl::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::ShortcutOverride && watched != StoffListe &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        event->accept();  // Escape in the name box goes to the list, not out of the window
-        return true;
-    }
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
@@ -325,6 +316,7 @@ bool frmQStoffWahl::eventFilter(QObject* watched, QEvent* event) {
         if (watched == NameCombo->lineEdit()) enter_name();
         return true;
     }
+    // Escape goes from the name to the list, and from the list out of the window.
     if (key == Qt::Key_Escape || (key == Qt::Key_Down && rows_->is_filtered())) {
         StoffListe->setFocus();
         return true;

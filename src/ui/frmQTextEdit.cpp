@@ -1,7 +1,6 @@
 #include "ui/frmQTextEdit.h"
 
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -28,11 +27,7 @@ frmQTextEdit::frmQTextEdit(mdiQUOM& frame)
     named(head, "head", QStringLiteral("Heading"));
     named(text, "text", QStringLiteral("Text"));
     named(cmdClose, "cmdClose", QStringLiteral("Close"));
-    const auto leave = [this, &frame] { frame.unload(Name); };
-    connect(cmdClose, &QPushButton::clicked, this, leave);
-    connect(
-        new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
-        &QShortcut::activated, this, leave);
+    connect(cmdClose, &QPushButton::clicked, this, [&frame] { frame.unload(Name); });
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(cmdClose);
@@ -53,7 +48,7 @@ void frmQTextEdit::open(mdiQUOM& frame, const QString& caption, const std::strin
     window->head->setVisible(!head.empty());
     window->text->show_text(text);
     const int most_lines = MostHeight / window->text->fontMetrics().lineSpacing();
-    window->text->set_lines(std::clamp(line_count(text), 4, most_lines));
+    window->text->set_lines(std::clamp(line_count(text) + 1, 4, most_lines));
     frame.open_child(window, {0, 0}, Sizing::free);
     window->text->setFocus();
 }

@@ -3,11 +3,11 @@
 #include <QDir>
 #include <QFile>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
 #include "ui/labels.h"
+#include "ui/window_keys.h"
 
 namespace quom {
 
@@ -54,7 +54,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window), browser(n
     auto* close =
         named(new QPushButton(QStringLiteral("Close <Esc>"), this), "cmdClose", QStringLiteral("Close"));
     connect(close, &QPushButton::clicked, this, &QWidget::close);
-    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &QWidget::close);
+    new WindowKeys(this);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(index);
     buttons->addStretch();

@@ -20,6 +20,7 @@
 #include "ui/menu_actions.h"
 #include "ui/status_panel.h"
 #include "ui/traffic_lights.h"
+#include "ui/window_keys.h"
 
 namespace quom {
 
@@ -54,6 +55,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
             &mdiQUOM::opening_calculation_menu);
     connect(menus_->menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_windows_menu);
+    menus_->action(QStringLiteral("mnuHilfe_Index"))->setShortcut(QKeySequence::HelpContents);
     build_toolbar();
     build_status_bar();
     const QSize available = screen()->availableSize();
@@ -138,6 +140,7 @@ void mdiQUOM::refresh() {
 void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside) {
     for (QMdiSubWindow* other : area->subWindowList())
         if (other->isMaximized()) other->showNormal();
+    new WindowKeys(window);
     auto* sub = new QMdiSubWindow;
     sub->setWidget(window);
     sub->setWindowIcon(windowIcon());
