@@ -178,8 +178,8 @@ void frmQStoffWahl::connect_controls() {
             [this](const QModelIndex& at) { row_marked(at); });
     connect(StoffListe, &QListView::doubleClicked, this, [this] { confirm(); });
     connect(NameCombo->lineEdit(), &QLineEdit::textEdited, this,
-            [this](const QString& text) { rows_->set_text(text.toStdString()); });
-    connect(NameCombo, &QComboBox::textActivated, this, [this] { rows_->set_text({}); });
+            [this](const QString& text) { filter(text.toStdString()); });
+    connect(NameCombo, &QComboBox::textActivated, this, [this] { filter({}); });
     connect(Text1, &QLineEdit::textEdited, this, [this] { type_system_no(); });
     connect(cmdSynonyme, &QPushButton::clicked, this, [this] {
         const Session& s = frame_.session();
@@ -221,8 +221,15 @@ void frmQStoffWahl::show_database() {
     mark_row(s.database.StoffIndexAktiv > 0 ? s.database.StoffIndexAktiv : 1);
 }
 
+void frmQStoffWahl::filter(const std::string& text) {
+    filtering_ = true;
+    rows_->set_text(text);
+    StoffListe->setCurrentIndex(rows_->at_index(frame_.session().database.StoffIndex));
+    filtering_ = false;
+}
+
 void frmQStoffWahl::mark_row(int index) {
-    if (rows_->is_filtered()) rows_->set_text({});
+    if (rows_->is_filtered()) filter({});
     const QModelIndex at = rows_->at_index(index);
     StoffListe->setCurrentIndex(at);
     StoffListe->scrollTo(at);
@@ -231,7 +238,7 @@ void frmQStoffWahl::mark_row(int index) {
 
 void frmQStoffWahl::row_marked(const QModelIndex& at) {
     const int index = rows_->index_of(at);
-    if (index == 0) return;  // the filter hides the row; the choice stays
+    if (index == 0 || filtering_) return;  // the choice stays when the filter hides its row
     frame_.session().database.StoffIndex = index;
     show_substance(index);
 }
@@ -246,9 +253,8 @@ void frmQStoffWahl::show_substance(int index) {
     Text2->show_text(has_structure ? QStringLiteral("structure: ") + QString::fromStdString(head.Structure)
                                    : QString());
     Text2->setVisible(has_structure);
-    if (!NameCombo->lineEdit()->hasFocus() || !rows_->is_filtered())
-        NameCombo->setEditText(QString::fromStdString(main_name(row.SubstanceName)));
-    if (!Text1->hasFocus()) Text1->setText(QString::number(row.SubstanceNo));
+    NameCombo->setEditText(QString::fromStdString(main_name(row.SubstanceName)));
+    Text1->setText(QString::number(row.SubstanceNo));
 }
 
 bool frmQStoffWahl::look_up() {
@@ -275,7 +281,9 @@ void frmQStoffWahl::type_system_no() {
         QApplication::beep();
         Text1->clear();
     } else if (entry.found) {
+        const QString typed = Text1->text();
         mark_row(entry.index);
+        Text1->setText(typed);
     }
 }
 

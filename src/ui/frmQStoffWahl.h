@@ -41,8 +41,9 @@ class frmQStoffWahl : public QWidget {
  private:
     void build_layout();
     void connect_controls();
-    void show_database();      // list and count anew, the substance in force marked
-    void mark_row(int index);  // marks substance index in the list, whatever the filter was
+    void show_database();                  // list and count anew, the substance in force marked
+    void filter(const std::string& text);  // shows the lines that hold the text; the choice stays
+    void mark_row(int index);              // marks substance index in the list, whatever the filter was
     void row_marked(const QModelIndex& at);
     void show_substance(int index);  // what the boxes tell of it
     bool look_up();                  // FindSubstance on the name; false: not found, the user was told
@@ -55,6 +56,7 @@ class frmQStoffWahl : public QWidget {
     std::unique_ptr<SubstanceFilter> rows_;
     std::unique_ptr<NameMemory> memory_;
     int index_at_opening_ = 0;
+    bool filtering_ = false;
 };
 
 }  // namespace quom

@@ -7,6 +7,8 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 
+#include <algorithm>
+
 #include "ui/look.h"
 
 namespace quom {
@@ -70,6 +72,17 @@ QLabel* head_label(const QString& text, QWidget* parent) {
 
 namespace {
 
+// Square, and growing with the font.
+class HelpButton : public QPushButton {
+ public:
+    using QPushButton::QPushButton;
+    QSize sizeHint() const override {
+        const int side = std::max(26, fontMetrics().height() + 10);
+        return {side, side};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
 // Takes its colour from PlaceholderText, so that a change of theme repaints it.
 class HintLabel : public QLabel {
  public:
@@ -94,10 +107,9 @@ QFrame* rule(QWidget* parent) {
 }
 
 QAbstractButton* help_button(const char* name, const QString& about, QWidget* parent) {
-    auto* button =
-        named(new QPushButton(QStringLiteral("?"), parent), name, QStringLiteral("Help: ") + about);
+    auto* button = named(new HelpButton(QStringLiteral("?"), parent), name, QStringLiteral("Help: ") + about);
     button->setToolTip(QStringLiteral("Help"));
-    button->setFixedSize(26, 26);
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     return button;
 }
 

@@ -27,8 +27,8 @@ bool WindowKeys::eventFilter(QObject* watched, QEvent* event) {
         button = qobject_cast<QPushButton*>(window->focusWidget());
         if (!button) button = find_button(window, [](const QPushButton& b) { return b.isDefault(); });
     } else if (key == Qt::Key_Escape) {
-        button = find_button(
-            window, [](const QPushButton& b) { return b.text().contains(QStringLiteral("<Esc>")); });
+        button = find_button(window,
+                             [](const QPushButton& b) { return b.text().contains(QStringLiteral("<Esc>")); });
     }
     if (!button) return false;
     button->click();

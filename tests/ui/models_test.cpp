@@ -1,0 +1,164 @@
+#include <QLabel>
+#include <QRadioButton>
+#include <QTimer>
+
+#include "engine/eos_parameters.h"
+#include "ui/desk.h"
+#include "ui/frmBParInput.h"
+#include "ui/frmQModell.h"
+#include "ui/number_box.h"
+#include "ui/status_panel.h"
+#include "ui/value_box.h"
+
+namespace quom {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::Pair;
+
+class ModelsWindow : public Desk {
+ protected:
+    ModelsWindow() {
+        open_starter_database();
+        choose_substance("Propane");
+        window = frame.child<frmQModell>();
+    }
+    // Closes and opens the window anew, as after a change of the substance's data.
+    void reopen() {
+        frame.unload(frmQModell::Name);
+        frmQModell::open(frame);
+        window = frame.child<frmQModell>();
+    }
+    static std::string last_entry(const QComboBox* box) {
+        return box->itemText(box->count() - 1).toStdString();
+    }
+    const ModelSelection& models() { return session().models; }
+
+    frmQModell* window = nullptr;
+};
+
+TEST_F(ModelsWindow, proposes_models_and_its_ok_opens_the_calculations) {
+    EXPECT_EQ(window->EOSKombi->currentText().toStdString(), "CEOS Peng / Robinson");
+    EXPECT_TRUE(window->PriorOpt[0]->isChecked());
+    EXPECT_EQ(window->rhoL_available->text().toStdString(), "Parameters available from database");
+    EXPECT_TRUE(window->rhoL_validity->text().startsWith(QStringLiteral("validity T/K = ")));
+    EXPECT_TRUE(frame.panels[2]->text().isEmpty());
+    press(window, "cmdOKModell");
+    for (const char* name : {"mnu2D", "mnu3D", "mnuCalcMain"}) EXPECT_TRUE(enabled(name)) << name;
+    EXPECT_EQ(frame.panels[2]->text().toStdString(),
+              "CEOS Peng / Robinson   Vapor press. equ.: " + window->pkombi->currentText().toStdString());
+    EXPECT_EQ(frame.panels[3]->text().toStdString(), "CEOS Peng / Robinson (GLOBAL concept)");
+    EXPECT_GT(session().eos.EOSb, 0.0);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(messages.take().empty());
+}
+
+TEST_F(ModelsWindow, a_change_closes_the_calculations_until_the_next_ok) {
+    press(window, "cmdOKModell");
+    window->PriorOpt[1]->click();
+    EXPECT_FALSE(models().Konzept);
+    EXPECT_FALSE(enabled("mnuCalcMain"));
+    press(window, "cmdOKModell");
+    EXPECT_TRUE(enabled("mnuCalcMain"));
+    EXPECT_EQ(frame.panels[3]->text(), window->pkombi->currentText() + QStringLiteral(" (PARTIAL concept)"));
+    frmQModell::open(frame);  // it is there already: nothing changes
+    EXPECT_TRUE(enabled("mnuCalcMain"));
+}
+
+TEST_F(ModelsWindow, a_virial_equation_allows_the_partial_concept_only) {
+    const std::string eos_difference = "using CEOS ('GLOBAL calculation')";
+    EXPECT_EQ(last_entry(window->HLVKombi), eos_difference);
+    choose(window->EOSKombi, "VIRIAL-EOS Peng / Robinson");
+    EXPECT_TRUE(models().VPhaseOnly);
+    EXPECT_TRUE(window->PriorOpt[1]->isChecked());
+    EXPECT_FALSE(window->PriorOpt[0]->isEnabled());
+    EXPECT_NE(last_entry(window->HLVKombi), eos_difference);
+    choose(window->EOSKombi, "CEOS Soave / Redlich / Kwong");
+    EXPECT_TRUE(models().Konzept);
+    EXPECT_TRUE(window->PriorOpt[0]->isChecked() && window->PriorOpt[0]->isEnabled());
+    EXPECT_EQ(last_entry(window->HLVKombi), eos_difference);
+}
+
+TEST_F(ModelsWindow, watson_exponent) {
+    EXPECT_FALSE(window->WatsonKombi->isVisible());
+    choose(window->HLVKombi, "Watson correlation");
+    EXPECT_TRUE(window->WatsonKombi->isVisible() && window->lblWatson->isVisible());
+    EXPECT_EQ(window->WatsonKombi->currentText().toStdString(), "0.38");
+    window->WatsonKombi->setEditText(QStringLiteral("0,41"));
+    EXPECT_EQ(window->WatsonKombi->currentText().toStdString(), "0.41");
+    EXPECT_FLOAT_EQ(models().nWat, 0.41F);
+    window->WatsonKombi->setCurrentIndex(0);
+    EXPECT_FLOAT_EQ(models().nWat, 0.38F);
+}
+
+TEST_F(ModelsWindow, without_acentric_factor) {
+    session().substance.omega = 0;
+    session().models.EOSKode = -1;
+    reopen();
+    EXPECT_EQ(window->EOSKombi->currentText().toStdString(), "CEOS Redlich / Kwong");
+    for (const char* text : {"CEOS Soave / Redlich / Kwong", "CEOS Peng / Robinson",
+                             "VIRIAL-EOS Peng / Robinson", "VIRIAL-EOS Pitzer / Curl"})
+        EXPECT_LT(window->EOSKombi->findText(QLatin1String(text)), 0) << text;
+    press(window, "cmdOKModell");
+    EXPECT_TRUE(messages.take().empty());
+}
+
+TEST_F(ModelsWindow, without_critical_data_only_the_ideal_gas_is_left) {
+    session().substance.Tcr = session().substance.pcr = 0;
+    reopen();
+    EXPECT_EQ(window->EOSKombi->count(), 1);
+    EXPECT_EQ(models().EOSKode, eos_ideal_gas);
+    EXPECT_FALSE(models().Konzept);
+    press(window, "cmdOKModell");
+    EXPECT_TRUE(enabled("mnuCalcMain"));
+    for (const char* name : {"mnu2D", "mnu3D", "mnuFitting", "Toolbar1_15"}) EXPECT_FALSE(enabled(name));
+}
+
+TEST_F(ModelsWindow, an_equation_without_parameters_opens_nothing) {
+    press(window, "cmdOKModell");
+    choose(window->EOSKombi, "CEOS Tovarn / Ji I");
+    press(window, "cmdOKModell");
+    EXPECT_FALSE(messages.take().empty());
+    EXPECT_FALSE(enabled("mnuCalcMain"));
+}
+
+TEST_F(ModelsWindow, the_virial_equation_by_hand_keeps_what_was_typed) {
+    const auto answer = [](const char* b0, bool ok) {
+        QTimer::singleShot(0, [b0, ok] {
+            auto* box = qobject_cast<frmBParInput*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(box);
+            box->par[0]->clear();
+            QTest::keyClicks(box->par[0], QLatin1String(b0));
+            QTest::keyClick(box->par[0], Qt::Key_Return);  // on to the next box
+            if (ok)
+                QTest::keyClick(box->par[2], Qt::Key_Return);
+            else
+                QTest::keyClick(box, Qt::Key_Escape);
+        });
+    };
+    answer("0,125x", true);
+    choose(window->EOSKombi, "VIRIAL-EOS manual input");
+    EXPECT_EQ(session().eos.EOSb, 0.125);
+    press(window, "cmdOKModell");
+    EXPECT_EQ(session().eos.EOSb, 0.125);
+    EXPECT_TRUE(enabled("mnuCalcMain"));
+    choose(window->EOSKombi, "CEOS Peng / Robinson");
+    answer("7", false);
+    choose(window->EOSKombi, "VIRIAL-EOS manual input");
+    EXPECT_EQ(session().eos.EOSb, 0.0);
+}
+
+TEST_F(ModelsWindow, keys_and_help) {
+    window->EOSKombi->setFocus();
+    QTest::keyClick(window->EOSKombi, Qt::Key_Return);  // presses the default button
+    EXPECT_TRUE(enabled("mnuCalcMain"));
+    for (const char* name : {"EOSHilfe", "PriorHilfe", "pHilfe", "HLVHilfe", "cpHilfe", "rhoLHilfe"}) {
+        press(window, name);
+        auto* help = frame.findChild<QWidget*>(QStringLiteral("help_window"));
+        ASSERT_TRUE(help && help->isVisible()) << name;
+        help->close();
+    }
+}
+
+}  // namespace
+}  // namespace quom

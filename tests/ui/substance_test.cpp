@@ -1,0 +1,190 @@
+#include <QLineEdit>
+#include <QListView>
+
+#include "ui/desk.h"
+#include "ui/frmQModell.h"
+#include "ui/frmQStoffWahl.h"
+#include "ui/frmQTextEdit.h"
+#include "ui/number_box.h"
+#include "ui/result_list.h"
+#include "ui/status_panel.h"
+#include "ui/value_box.h"
+
+namespace quom {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Pair;
+using ::testing::StartsWith;
+
+class SubstanceWindow : public Desk {
+ protected:
+    SubstanceWindow() {
+        open_starter_database();
+        window = frame.child<frmQStoffWahl>();
+    }
+    void type_name(const char* text) const {
+        window->NameCombo->lineEdit()->selectAll();
+        QTest::keyClicks(window->NameCombo->lineEdit(), QString::fromUtf8(text));
+    }
+    void key(Qt::Key k) const { QTest::keyClick(window->NameCombo->lineEdit(), k); }
+    std::string marked() const { return window->StoffListe->currentIndex().data().toString().toStdString(); }
+    std::string name() const { return window->NameCombo->currentText().toStdString(); }
+    bool is_open() const { return window->isVisible(); }
+
+    frmQStoffWahl* window = nullptr;
+};
+
+TEST_F(SubstanceWindow, shows_the_database) {
+    ASSERT_TRUE(window && is_open());
+    const int count = session().database.file.StoffAnzahl();
+    EXPECT_EQ(window->windowTitle().toStdString(),
+              "Select a substance (in total  " + std::to_string(count) + ")");
+    EXPECT_EQ(window->StoffListe->model()->rowCount(), count);
+    EXPECT_EQ(window->txtDatenbank->text().toStdString(), "quom.q07");
+    EXPECT_THAT(marked(), StartsWith("1     "));
+    EXPECT_EQ(window->StoffOK->text().toStdString(), " Continue >\nLoad data");
+}
+
+TEST_F(SubstanceWindow, enter_finds_and_a_second_enter_goes_on_to_the_models) {
+    type_name("propan");  // german
+    key(Qt::Key_Return);
+    EXPECT_THAT(marked(), HasSubstr("Propane"));
+    EXPECT_EQ(name(), "Propane");
+    EXPECT_EQ(window->tex4->text().toStdString(), "CAS-RN:   74-98-6");
+    EXPECT_THAT(window->Text2->text().toStdString(), StartsWith("structure: "));
+    EXPECT_TRUE(is_open());
+    EXPECT_EQ(session().database.StoffIndexAktiv, 0);
+    key(Qt::Key_Return);
+    EXPECT_FALSE(is_open());
+    EXPECT_EQ(session().substance.StoffName, "Propane");
+    EXPECT_EQ(frame.panels[1]->text().toStdString(), "Propane");
+    ASSERT_TRUE(frame.child<frmQModell>());
+    EXPECT_EQ(frame.child<frmQModell>()->windowTitle().toStdString(), "Propane Calculation Models for ");
+    EXPECT_TRUE(enabled("mnuModel"));
+    EXPECT_FALSE(enabled("mnuCalcMain"));
+    EXPECT_TRUE(messages.take().empty());
+}
+
+TEST_F(SubstanceWindow, a_name_that_is_not_found_loads_nothing) {
+    type_name("propane");
+    key(Qt::Key_Return);
+    type_name("unobtainium");
+    key(Qt::Key_Return);
+    EXPECT_THAT(messages.take(), ElementsAre(Pair("ERROR: Selection of a substance", "Nothing found.")));
+    EXPECT_EQ(name(), "Propane");  // the entry marked in the list is shown again
+    type_name("unobtainium");
+    press(window, "StoffOK");
+    EXPECT_EQ(messages.take().size(), 1u);
+    EXPECT_TRUE(is_open());
+    EXPECT_EQ(session().database.StoffIndexAktiv, 0);
+    EXPECT_FALSE(frame.child<frmQModell>());
+}
+
+TEST_F(SubstanceWindow, typing_filters_the_list_and_keeps_the_choice) {
+    const int all = window->StoffListe->model()->rowCount();
+    type_name("propan");
+    const int some = window->StoffListe->model()->rowCount();
+    EXPECT_GT(some, 1);
+    EXPECT_LT(some, all / 4);
+    EXPECT_EQ(session().database.StoffIndex, 1);
+    type_name("unobtainium");
+    EXPECT_EQ(window->StoffListe->model()->rowCount(), all);
+    type_name("74-98-6");
+    EXPECT_EQ(window->StoffListe->model()->rowCount(), 1);
+    key(Qt::Key_Return);
+    EXPECT_EQ(window->StoffListe->model()->rowCount(), all);
+    EXPECT_THAT(marked(), HasSubstr("Propane"));
+
+    type_name("1-propanol");
+    key(Qt::Key_Down);  // to the filtered list
+    window->StoffListe->setCurrentIndex(window->StoffListe->model()->index(0, 0));
+    EXPECT_EQ(name(), "1-Propanol");
+    QTest::keyClick(window->StoffListe, Qt::Key_Return);
+    EXPECT_EQ(session().substance.StoffName, "1-Propanol");
+}
+
+TEST_F(SubstanceWindow, system_numbers) {
+    const int number = session().database.file.rows[9].SubstanceNo;
+    window->Text1->setFocus();
+    window->Text1->clear();
+    QTest::keyClicks(window->Text1, QString::number(number));
+    EXPECT_THAT(marked(), StartsWith("10    "));
+    window->Text1->setText(QStringLiteral("0001"));
+    QTest::keyClicks(window->Text1, QStringLiteral("1"));  // five characters do nothing
+    EXPECT_THAT(marked(), StartsWith("10    "));
+    window->Text1->clear();
+    QTest::keyClicks(window->Text1, QStringLiteral("0"));
+    EXPECT_TRUE(window->Text1->text().isEmpty());
+    EXPECT_EQ(session().database.StoffIndex, 10);
+}
+
+TEST_F(SubstanceWindow, remembers_eight_names) {
+    const char* const names[] = {"Methane", "Ethane", "Propane",  "Benzene", "Toluene",
+                                 "Water",   "Helium", "Nitrogen", "Oxygen"};
+    for (const char* text : names) {
+        type_name(text);
+        key(Qt::Key_Return);
+    }
+    ASSERT_EQ(window->NameCombo->count(), 8);
+    EXPECT_EQ(window->NameCombo->itemText(0).toStdString(), "Ethane");
+    EXPECT_EQ(window->NameCombo->itemText(7).toStdString(), "Oxygen");
+}
+
+TEST_F(SubstanceWindow, escape_goes_to_the_list_and_then_out_with_nothing_changed) {
+    choose_substance("Propane");
+    press(frame.child<frmQModell>(), "cmdOKModell");
+    menu("mnuStoffwahl")->trigger();
+    EXPECT_THAT(marked(), HasSubstr("Propane"));
+    type_name("benzene");
+    key(Qt::Key_Return);
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(is_open());
+    QTest::keyClick(window->StoffListe, Qt::Key_Escape);
+    EXPECT_FALSE(is_open());
+    EXPECT_EQ(session().substance.StoffName, "Propane");
+    EXPECT_EQ(session().database.StoffIndex, session().database.StoffIndexAktiv);
+    EXPECT_TRUE(enabled("mnuCalcMain"));
+    EXPECT_TRUE(frame.child<frmQModell>());
+}
+
+TEST_F(SubstanceWindow, a_new_substance_asks_what_becomes_of_the_data) {
+    session().exp.points.resize(3);
+    messages.answers = {Answer::no};
+    choose_substance("Propane");
+    EXPECT_THAT(
+        messages.take(),
+        ElementsAre(Pair("exper. data", "New substance was chosen.\nDelete loaded exper. data now?")));
+    EXPECT_EQ(session().exp.points.size(), 3u);
+    messages.answers = {Answer::yes};
+    choose_substance("Benzene");
+    EXPECT_EQ(session().exp.points.size(), 1u);
+}
+
+TEST_F(SubstanceWindow, shows_the_synonyms_of_the_marked_substance) {
+    type_name("propane");
+    key(Qt::Key_Return);
+    press(window, "cmdSynonyme");
+    auto* list = frame.child<frmQTextEdit>();
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->windowTitle().toStdString(), " List of synonyms");
+    EXPECT_THAT(list->head->toPlainText().toStdString(), HasSubstr("CAS-RN: 74-98-6"));
+    EXPECT_THAT(list->text->toPlainText().toStdString(), HasSubstr("PROPAN"));
+    QTest::keyClick(list->text, Qt::Key_Escape);
+    EXPECT_FALSE(frame.child<frmQTextEdit>());
+    EXPECT_TRUE(is_open());
+}
+
+TEST_F(Desk, no_substance_without_a_database) {
+    frmQStoffWahl::open(frame);
+    EXPECT_FALSE(frame.child<frmQStoffWahl>());
+    const auto told = messages.take();
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(told[0].second,
+              "A database must be selected before choosing a substance. \n"
+              "=> via icon \"New project\" or via Menüpunkt \"Daten\" or via menue item \"Data\"");
+}
+
+}  // namespace
+}  // namespace quom
