@@ -157,7 +157,7 @@ void end_with_result(CalcRun& run) {
 
 void result_block(CalcRun& run) {
     run.NoResult ? end_without_result(run) : end_with_result(run);
-    for (double& slot : run.out.Result.slots) {
+    for (double& slot : run.out.Result.values) {
         if (!std::isfinite(slot)) slot = 0.0;
     }
     if (run.text && !run.request.Quiet) run.out.view.Liste.text = run.out.list;

@@ -54,9 +54,9 @@ enum CalcSlot : int {
 
 // Values in displayed units (volumes times vFactor, energies and heat capacities times uFactor); 0: no value.
 struct CalcResult {
-    std::array<double, slot_count> slots{};
-    double& operator[](int slot) { return slots[static_cast<std::size_t>(slot)]; }
-    double operator[](int slot) const { return slots[static_cast<std::size_t>(slot)]; }
+    std::array<double, slot_count> values{};
+    double& operator[](int slot) { return values[static_cast<std::size_t>(slot)]; }
+    double operator[](int slot) const { return values[static_cast<std::size_t>(slot)]; }
 };
 
 }  // namespace quom

@@ -182,7 +182,7 @@ TEST(States, are_the_same_without_texts) {
         const CalcBatchResult loud = b.run(mode, 300.0, 500.0, 100.0);
         const BatchResult kept = b.record();
         const CalcBatchResult quiet = b.run(mode, 300.0, 500.0, 100.0, false);
-        EXPECT_EQ(loud.Result.slots, quiet.Result.slots) << mode;
+        EXPECT_EQ(loud.Result.values, quiet.Result.values) << mode;
         EXPECT_EQ(loud.p, quiet.p) << mode;
         EXPECT_EQ(loud.err, quiet.err) << mode;
         EXPECT_EQ(loud.LPercent, quiet.LPercent) << mode;
@@ -289,7 +289,7 @@ TEST(Driver, never_gives_a_value_that_is_no_number) {
                         const CalcBatchResult r = b.run(mode, T, p, 1e3 * pr);
                         SCOPED_TRACE(::testing::Message() << cas << " eos " << eos << " mode " << mode
                                                           << " Tr " << Tr << " pr " << pr);
-                        for (const double x : r.Result.slots) EXPECT_TRUE(std::isfinite(x));
+                        for (const double x : r.Result.values) EXPECT_TRUE(std::isfinite(x));
                         EXPECT_TRUE(std::isfinite(r.p));
                         EXPECT_EQ(r.list.find("(Error)"), std::string::npos) << r.list;
                         EXPECT_EQ(r.err == 0 || !r.fault.empty(), true);
