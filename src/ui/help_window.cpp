@@ -3,10 +3,12 @@
 #include <QDir>
 #include <QFile>
 #include <QPushButton>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
 #include "ui/labels.h"
+#include "ui/look.h"
 #include "ui/window_keys.h"
 
 namespace quom {
@@ -32,6 +34,27 @@ QString index_page() {
         text += QStringLiteral("- [%1](topic:%2)\n").arg(head.mid(2).trimmed()).arg(topic_of(file));
     }
     return text;
+}
+
+// Heads a little larger than the text, formulas in the fixed font, room between the paragraphs.
+void lay_out(QTextDocument* document) {
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        QTextCursor cursor(block);
+        QTextBlockFormat paragraph = block.blockFormat();
+        paragraph.setBottomMargin(block.textList() ? 3 : 8);
+        cursor.setBlockFormat(paragraph);
+        cursor.select(QTextCursor::BlockUnderCursor);
+        QTextCharFormat letters;
+        if (paragraph.headingLevel() > 0) {
+            letters.setFont(head_font(), QTextCharFormat::FontPropertiesAll);
+            letters.setFontPointSize(head_font().pointSizeF() * 1.4);
+            cursor.setCharFormat(letters);
+        } else if (paragraph.hasProperty(QTextFormat::BlockCodeFence) ||
+                   block.charFormat().fontFixedPitch()) {
+            letters.setFont(fixed_font());
+            cursor.setCharFormat(letters);
+        }
+    }
 }
 
 }  // namespace
@@ -62,12 +85,14 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window), browser(n
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(browser, 1);
     layout->addLayout(buttons);
-    resize(620, 640);
+    resize(720, 560);
 }
 
 void HelpWindow::show_topic(int topic) {
     const QString page = topic > 0 ? help_page(topic) : QString();
     browser->setMarkdown(page.isEmpty() ? index_page() : read_page(page));
+    lay_out(browser->document());
+    browser->moveCursor(QTextCursor::Start);
     show();
     raise();
     activateWindow();

@@ -89,10 +89,25 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
             painter->restore();
             return;
+        case PE_IndicatorToolBarSeparator:
+            painter->fillRect(option->rect.center().x(), option->rect.top() + 6, 1,
+                              option->rect.height() - 12, look_colour(LookColour::ListFrame));
+            return;
         default:
             break;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element == CE_MenuItem && item && item->menuItemType == QStyleOptionMenuItem::Separator) {
+        painter->fillRect(item->rect.left() + 8, item->rect.center().y(), item->rect.width() - 16, 1,
+                          look_colour(LookColour::ListFrame));
+        return;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

@@ -56,7 +56,7 @@ void mdiMenus::build_menu_bar() {
 
 void mdiMenus::add_row(const MenuRow& row) {
     const QString name = object_name(row.name, row.index);
-    auto* action = new QAction(caption_of(row), &frame_);
+    auto* action = new QAction(is_separator(row) ? QString() : caption_of(row), &frame_);
     action->setObjectName(name);
     if (is_separator(row))
         action->setSeparator(true);

@@ -4,10 +4,16 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QEventLoop>
+#include <QMenu>
 #include <QPixmap>
+#include <QTimer>
 
 #include "base/files.h"
+#include "session/data_diagnosis.h"
 #include "session/program_path.h"
+#include "ui/dialogs.h"
+#include "ui/frmBParInput.h"
 #include "ui/frmQModell.h"
 #include "ui/frmQStoffWahl.h"
 #include "ui/mdiQUOM.h"
@@ -33,6 +39,10 @@ void press(mdiQUOM& frame, const char* window, const char* button) {
         if (auto* b = w->findChild<QAbstractButton*>(QLatin1String(button))) b->click();
 }
 
+void pop_up(mdiQUOM& frame, const char* name) {
+    if (auto* menu = frame.findChild<QMenu*>(QLatin1String(name))) menu->popup(frame.pos() + QPoint(20, 30));
+}
+
 constexpr Step Steps[] = {
     {"start", [](mdiQUOM&) {}},
     {"substances",
@@ -47,6 +57,19 @@ constexpr Step Steps[] = {
     {"synonyms", [](mdiQUOM& f) { press(f, frmQStoffWahl::Name, "cmdSynonyme"); }},
     {"models", [](mdiQUOM& f) { press(f, frmQStoffWahl::Name, "StoffOK"); }},
     {"models-confirmed", [](mdiQUOM& f) { press(f, frmQModell::Name, "cmdOKModell"); }},
+    {"diagnosis", [](mdiQUOM& f) { MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(f.session()))); }},
+    {"question",
+     [](mdiQUOM& f) {
+         MessageBoxes(&f).ask({.title = "exper. data",
+                               .text = "New substance was chosen.\nDelete loaded exper. data now?",
+                               .buttons = Buttons::yes_no,
+                               .default_button = Answer::yes,
+                               .kind = MessageKind::question});
+     }},
+    {"virial", [](mdiQUOM& f) { frmBParInput(f.session(), &f).exec(); }},
+    {"data", [](mdiQUOM& f) { pop_up(f, "mnuData"); }},
+    {"calculations", [](mdiQUOM& f) { pop_up(f, "mnuCalcMain"); }},
+    {"functions", [](mdiQUOM& f) { pop_up(f, "mnuGraf_FuT"); }},
     {"help", [](mdiQUOM& f) { f.show_help(62); }},
 };
 
@@ -60,14 +83,25 @@ int take_screenshots(mdiQUOM& frame, const QString& folder) {
     s.messages = &answers;
     int written = 0;
     for (const Step& step : Steps) {
-        step.go(frame);
-        QApplication::processEvents();
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (!window->isVisible() || window->objectName().isEmpty()) continue;
+        const auto take = [&](QWidget* window) {
+            if (!window->isVisible() || window->objectName().isEmpty()) return;
             const QString file =
                 QStringLiteral("%1/%2-%3.png").arg(folder, QLatin1String(step.name), window->objectName());
             if (window->grab().save(file)) ++written;
-        }
+        };
+        // A modal window holds the step until it is closed.
+        QTimer::singleShot(50, &frame, [&] {
+            if (QWidget* modal = QApplication::activeModalWidget()) {
+                take(modal);
+                modal->close();
+            }
+        });
+        step.go(frame);
+        QEventLoop pause;
+        QTimer::singleShot(60, &pause, &QEventLoop::quit);
+        pause.exec();
+        for (QWidget* window : QApplication::topLevelWidgets()) take(window);
+        while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
     }
     s.messages = before;
     return written;
