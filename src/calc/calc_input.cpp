@@ -5,6 +5,7 @@
 
 #include "base/code_page.h"
 #include "base/number_text.h"
+#include "calc/calc_partial.h"
 #include "calc/mode_table.h"
 #include "engine/vaporization_enthalpy.h"
 
@@ -88,13 +89,21 @@ struct Named {
     }
 };
 
-bool boxes_complete(const InputForm& form, const BoxValues& boxes) {
+// The first box without a value that can be taken; none when all have one.
+std::optional<std::size_t> faulty_box(const InputForm& form, const BoxValues& boxes) {
     for (std::size_t i = 0; i < form.par.size(); ++i) {
         const auto stored = static_cast<float>(boxes[i]);  // most are kept as singles
-        if (!std::isfinite(stored)) return false;
-        if (form.par[i].optional ? stored < 0.0f : !(stored > 0.0f)) return false;
+        if (!std::isfinite(stored)) return i;
+        if (form.par[i].optional ? stored < 0.0f : !(stored > 0.0f)) return i;
     }
-    return !form.par.empty();
+    return form.par.empty() ? std::optional<std::size_t>(0) : std::nullopt;
+}
+
+std::size_t box_of(const InputForm& form, BoxValue value) {
+    for (std::size_t i = 0; i < form.par.size(); ++i) {
+        if (form.par[i].value == value) return i;
+    }
+    return 0;
 }
 
 }  // namespace
@@ -134,11 +143,34 @@ Dispatch CalcDispatch(Session& s) {
     return way;
 }
 
+InputRecord input_record(const Session& s) {
+    const CalcState& c = s.calc;
+    return {.CalcMode = c.CalcMode,
+            .ParInputKind = c.ParInputKind,
+            .GlobalCalc = c.GlobalCalc,
+            .BensonRhoL = c.BensonRhoL,
+            .RhoLWanted = c.RhoLWanted,
+            .VLEAssumed = c.VLEAssumed,
+            .benson = s.benson};
+}
+
+void put_back(Session& s, const InputRecord& record) {
+    CalcState& c = s.calc;
+    c.CalcMode = record.CalcMode;
+    c.ParInputKind = record.ParInputKind;
+    c.GlobalCalc = record.GlobalCalc;
+    c.BensonRhoL = record.BensonRhoL;
+    c.RhoLWanted = record.RhoLWanted;
+    c.VLEAssumed = record.VLEAssumed;
+    s.benson = record.benson;
+}
+
 InputForm input_form(const Session& s, int kind, const InputOptions& options) {
     InputForm form;
     form.button = "Calculate";
     if (kind == input_reference_point) {
         form.caption = "Input: Reference Point";
+        form.title = partial_reference_title;
         form.button = "O.K.";
         form.par = {{BoxValue::T, "        T/K = ", {}},
                     {BoxValue::pLV, "  p(LV)/kPa = ", {}},
@@ -146,13 +178,16 @@ InputForm input_form(const Session& s, int kind, const InputOptions& options) {
                     {BoxValue::rhoV, "rho_V/kg/m^3= ", {}}};
     } else if (kind == input_tank) {
         form.caption = s.calc.GlobalCalc ? "Tank calculation (\"GLOBAL\")" : "Tank calculation (\"PARTIAL\")";
+        form.title = mode_entry(9)->list_title;
         form.optm_n = true;
         form.par = {{BoxValue::tank_V, "      V/m^3   ", {}},
                     options.amount ? InputBox{BoxValue::tank_n, "      n/kmol  ", {}}
                                    : InputBox{BoxValue::tank_m, "      m/kg    ", {}},
                     {BoxValue::T, label_T, {}}};
     } else if (kind > input_direct && kind <= input_direct + last_mode) {
+        const ModeEntry& entry = *mode_entry(kind - input_direct);
         form.caption = "Direct calculation";
+        form.title = trim(entry.list_title.empty() ? entry.menu_text : entry.list_title);
         direct_boxes(s, kind - input_direct, options, form);
     }
     return form;
@@ -178,7 +213,7 @@ double volume_of_density(const Session& s, double rho) {
 
 InputTaken take_input(Session& s, int kind, const InputOptions& options, const BoxValues& boxes) {
     const InputForm form = input_form(s, kind, options);
-    if (!boxes_complete(form, boxes)) return {.refusal = no_valid_input()};
+    if (const auto box = faulty_box(form, boxes)) return {.refusal = no_valid_input(), .box = *box};
     const Named value{form, boxes};
     const double M = static_cast<double>(s.substance.MolMass);
     if (kind == input_reference_point) {
@@ -190,7 +225,7 @@ InputTaken take_input(Session& s, int kind, const InputOptions& options, const B
     }
     if (kind == input_tank) {
         const double m = options.amount ? value(BoxValue::tank_n) * M : value(BoxValue::tank_m);
-        if (!(m > 0.0)) return {.refusal = no_valid_input()};
+        if (!(m > 0.0)) return {.refusal = no_valid_input(), .box = box_of(form, BoxValue::tank_n)};
         s.calc.tank = {.m = static_cast<float>(m),
                        .V = static_cast<float>(value(BoxValue::tank_V)),
                        .T = static_cast<float>(value(BoxValue::T))};
@@ -199,7 +234,8 @@ InputTaken take_input(Session& s, int kind, const InputOptions& options, const B
     const unsigned specified = mode_entry(kind - input_direct)->specified;
     double rho = value(BoxValue::density);
     if (options.volume && form.optRhoV) rho = density_of_volume(s, value(BoxValue::volume));
-    if (form.optRhoV && !(rho > 0.0)) return {.refusal = no_valid_input()};
+    if (form.optRhoV && !(rho > 0.0))
+        return {.refusal = no_valid_input(), .box = box_of(form, BoxValue::volume)};
     if (s.exp.points.empty()) s.exp.points.resize(1);
     TpRhoPoint& point = s.exp.points[0];
     point = {};
@@ -256,6 +292,27 @@ BoxValues input_boxes(const Session& s, int kind, const InputOptions& options) {
         }
     }
     return boxes;
+}
+
+BoxValues convert_boxes(const Session& s, int kind, const InputOptions& from, const InputOptions& to,
+                        BoxValues boxes) {
+    const InputForm form = input_form(s, kind, from);
+    const double M = static_cast<double>(s.substance.MolMass);
+    for (std::size_t i = 0; i < form.par.size(); ++i) {
+        const BoxValue value = form.par[i].value;
+        if (!std::isfinite(boxes[i])) continue;
+        if (value == BoxValue::tank_m && to.amount) boxes[i] = M > 0.0 ? boxes[i] / M : 0.0;
+        if (value == BoxValue::tank_n && !to.amount) boxes[i] *= M;
+        if (value == BoxValue::density && to.volume) boxes[i] = volume_of_density(s, boxes[i]);
+        if (value == BoxValue::volume && !to.volume) boxes[i] = density_of_volume(s, boxes[i]);
+    }
+    return boxes;
+}
+
+std::string box_text(int kind, BoxValue value, double x) {
+    if (x == 0.0) return {};
+    const bool is_double = kind > input_direct && (value == BoxValue::T || value == BoxValue::p);
+    return is_double ? genNum(x) : genNum(static_cast<float>(x));
 }
 
 VirialInput virial_input(const Session& s) { return {s.eos.EOSb, s.eos.EOSnb, s.eos.EOSm}; }

@@ -2,6 +2,7 @@
 // the one table of input boxes.
 #pragma once
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -32,6 +33,15 @@ Dispatch CalcDispatch(Session& s);
 // Whether values of a mode come from the boxes and not from the data points: always for tank and process.
 bool is_direct(const Session& s, int mode);
 
+// What the inputs of a calculation write before the user goes on. A cancelled input puts it back.
+struct InputRecord {
+    int CalcMode = 0, ParInputKind = 0;
+    bool GlobalCalc = true, BensonRhoL = true, RhoLWanted = false, VLEAssumed = false;
+    BensonReference benson;
+};
+InputRecord input_record(const Session& s);
+void put_back(Session& s, const InputRecord& record);
+
 // ---- frmParinput ----
 
 enum InputKind : int {
@@ -59,6 +69,7 @@ struct InputBox {
 // What the window shows for one kind; at most four boxes.
 struct InputForm {
     std::string caption;
+    std::string_view title;     // of the group of boxes
     std::string_view button;    // of cmdParameter_OK
     std::vector<InputBox> par;  // empty: the kind has no boxes
     bool optm_n = false;        // the groups of options are shown
@@ -75,6 +86,7 @@ using BoxValues = std::array<double, 4>;  // in the order of InputForm::par
 struct InputTaken {
     std::optional<Message> refusal{};  // nothing was taken
     bool calculate = false;            // CalcBatch is to run with CalcMode on data point 0
+    std::size_t box = 0;               // of a refusal: the first box to be corrected
 };
 // Checks the boxes of a kind and stores them: the reference point, the tank, or data point 0, which is
 // emptied before. Boxes in the units of their labels; a volume becomes a density by vFactor and M.
@@ -83,6 +95,14 @@ InputTaken take_input(Session& s, int kind, const InputOptions& options, const B
 
 // What the boxes of a kind hold when the window opens: the values last taken, 0 where there are none.
 BoxValues input_boxes(const Session& s, int kind, const InputOptions& options);
+
+// The boxes after another choice of an option: amount to mass, density to volume, and back; 0 where that is
+// not possible.
+BoxValues convert_boxes(const Session& s, int kind, const InputOptions& from, const InputOptions& to,
+                        BoxValues boxes);
+
+// Text of a box: 15 digits where the record keeps a double, else 7; empty for 0.
+std::string box_text(int kind, BoxValue value, double x);
 
 // Volume in the displayed unit to density [kg/m^3] and back; 0 where M or the value is not above 0.
 double density_of_volume(const Session& s, double displayed_volume);
