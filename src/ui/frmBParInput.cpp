@@ -44,8 +44,18 @@ frmBParInput::frmBParInput(Session& session, QWidget* parent)
 }
 
 void frmBParInput::take() {
-    const VirialInput input{.b0 = par[0]->value(), .b1 = par[1]->value(), .b2 = par[2]->value()};
-    if (const auto refusal = take_virial_input(session_, input)) {
+    double b[3];
+    for (int i = 0; i < 3; ++i) {
+        const auto number = box_number(par[i]->text().toStdString());
+        if (!number) {
+            session_.tell(no_valid_input());
+            par[i]->setFocus();
+            par[i]->selectAll();
+            return;
+        }
+        b[i] = *number;
+    }
+    if (const auto refusal = take_virial_input(session_, {.b0 = b[0], .b1 = b[1], .b2 = b[2]})) {
         session_.tell(*refusal);
         return;
     }

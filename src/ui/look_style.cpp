@@ -255,6 +255,12 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
         case CT_LineEdit:
         case CT_ComboBox:
             return base.expandedTo(QSize(0, 24));
+        case CT_GroupBox: {
+            // The title is drawn bold by hand; the box measures it in its own font.
+            const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+            const int title = box ? QFontMetrics(head_font()).horizontalAdvance(box->text) + 24 : 0;
+            return base.expandedTo(QSize(title, 0));
+        }
         case CT_MenuBarItem:
             return base + QSize(0, 4);
         default:

@@ -1,5 +1,6 @@
 #include "ui/menu_table.h"
 
+#include "ui/frmQOptions.h"
 #include "ui/menu_actions.h"
 
 namespace quom {
@@ -184,7 +185,7 @@ constexpr MenuRow MenuRows[] = {
     {"mnuCalc_20", "mnuCalc_sub_database", 6, nullptr, Needs::equ_cpS, nullptr, 18},
     {"", "mnuFitting", -1, "Fitting", Needs::calculation, nullptr, 0},
     {"", "mnuKonv3X", -1, "Unit Converter", Needs::nothing, start_unit_converter, 0},
-    {"", "mnuOptions", -1, "&Options", Needs::models, nullptr, 0},
+    {"", "mnuOptions", -1, "&Options", Needs::models, open_options, 0},
     {"", "mnuWindow", -1, "&Windows...", Needs::nothing, nullptr, 0},
     {"", "mnuHilfe", -1, "&Help", Needs::nothing, nullptr, 0},
     {"mnuHilfe", "mnuHilfe_About", -1, "About the Program (german)", Needs::nothing, show_help_topic, help_about},
@@ -202,7 +203,7 @@ constexpr ToolRow ToolRows[] = {
     {6, "load-project", " load an existing project *.QC6", Needs::nothing, nullptr, 0},
     {8, "save-project", " save present project as *.QC6 ", Needs::substance, nullptr, 0},
     {0, "", "", Needs::nothing, nullptr, 0},
-    {11, "reference-state", "reference state for thermodynamic functions", Needs::substance, nullptr, 0},
+    {11, "reference-state", "reference state for thermodynamic functions", Needs::substance, open_reference_state, 0},
     {15, "tank", " Tank calc., GLOBAL or PART. concept acc. \"Models\"    ", Needs::calculation, nullptr, 0},
     {0, "", "", Needs::nothing, nullptr, 0},
     {20, "exp-data-new", " exper. data NEW Input/Load ", Needs::database, nullptr, 0},

@@ -1,0 +1,193 @@
+// Reference state, options, constants of the manual virial equation.
+#include <QCheckBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTimer>
+#include <functional>
+
+#include "calc/calc_batch.h"
+#include "calc/calc_input.h"
+#include "engine/eos_parameters.h"
+#include "ui/desk.h"
+#include "ui/frmBParInput.h"
+#include "ui/frmQOptions.h"
+#include "ui/frmReferenz.h"
+#include "ui/number_box.h"
+#include "ui/value_box.h"
+
+namespace quom {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+const auto not_valid = Pair("Execution not possible", "no valid input");
+
+class Settings : public Desk {
+ protected:
+    Settings() { go_to_calculations(); }
+    // Runs the dialog that an entry of the menu opens; `use` drives it and ends it.
+    template <class Window>
+    void in_dialog(const char* entry, const std::function<void(Window*)>& use) {
+        bool used = false;
+        QTimer::singleShot(0, &frame, [&] {
+            auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(window) << entry;
+            used = true;
+            use(window);
+            if (window->isVisible()) window->reject();
+        });
+        menu(entry)->trigger();
+        EXPECT_TRUE(used) << entry;
+    }
+};
+
+TEST_F(Settings, reference_state_takes_its_options) {
+    ReferenceState& r = session().reference;
+    const double M = static_cast<double>(session().substance.MolMass);
+    session().units.EnergyMode = 3;  // kJ/kg
+    in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) {
+        EXPECT_TRUE(w->opt_HNull[0]->isChecked());
+        w->TRef0->setText(QStringLiteral("273.15"));
+        w->pRef0->setText(QStringLiteral("100"));
+        w->hOffset->setText(QStringLiteral("200"));
+        w->sOffset->setText(QStringLiteral("1"));
+        w->TEnv->setText(QStringLiteral("0"));
+        w->OK->click();
+    });
+    EXPECT_EQ(r.TRef0, 273.15f);
+    EXPECT_EQ(r.pRef0, 100.0f);
+    EXPECT_NEAR(r.hOffset, 200 * M, 1e-9);  // kJ/kmol
+    EXPECT_NEAR(r.sOffset, M, 1e-12);
+    EXPECT_EQ(r.TEnv, 1e-6);
+    struct Case {
+        int option, RefKode;
+        double s0;
+    };
+    const SubstanceConstants& x = session().substance;
+    for (const Case& c : {Case{1, 10, (x.dfH0 - x.dfG0) / 298.15}, Case{2, 2, x.S0abs}}) {
+        in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) {
+            w->opt_HNull[static_cast<std::size_t>(c.option)]->click();
+            EXPECT_EQ(w->TRef0->text(), QStringLiteral("298.15"));
+            EXPECT_EQ(w->pRef0->text(), QStringLiteral("101.325"));
+            EXPECT_EQ(w->hOffset->text(), QStringLiteral("0"));
+            EXPECT_FALSE(w->TRef0->isEnabled());
+            EXPECT_NEAR(w->s0->text().toDouble(), c.s0 / M, 1e-5);
+            w->OK->click();
+        });
+        EXPECT_EQ(r.RefKode, c.RefKode);
+        EXPECT_EQ(r.hOffset, 0.0);
+    }
+}
+
+TEST_F(Settings, reference_state_refused_or_cancelled_stays) {
+    const ReferenceState before = session().reference;
+    in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) {
+        struct Case {
+            NumberBox* box;
+            const char* text;
+        };
+        for (const Case& c :
+             {Case{w->TRef0, "0"}, {w->pRef0, "-1"}, {w->hOffset, "1.2.3"}, {w->TEnv, "-1"}}) {
+            const QString good = c.box->text();
+            c.box->setText(QLatin1String(c.text));
+            w->OK->click();
+            EXPECT_TRUE(w->isVisible()) << c.text;
+            EXPECT_THAT(messages.take(), ElementsAre(not_valid)) << c.text;
+            c.box->setText(good);
+        }
+        w->opt_HNull[2]->click();
+        QTest::keyClick(w, Qt::Key_Escape);
+        EXPECT_FALSE(w->isVisible());
+    });
+    EXPECT_EQ(session().reference, before);
+    in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) { w->OK->click(); });
+    EXPECT_EQ(session().reference, before) << "opened and confirmed, nothing is another value";
+}
+
+TEST_F(Settings, options_reach_the_record_and_the_menu) {
+    in_dialog<frmQOptions>("mnuOptions", [&](frmQOptions* w) {
+        EXPECT_FALSE(w->chkPartialKurve->isEnabled());
+        EXPECT_TRUE(w->OptCalcMode[1]->isChecked());
+        w->optMolarSpez[1]->click();
+        w->OptCalcMode[0]->click();
+        w->chkCurveTpRestricted->click();
+        w->optKurvenMischen[1]->click();
+        w->cmbSepCSV->setCurrentIndex(2);
+        w->Slider1_punktdichte->setFocus();
+        QTest::keyClick(w->Slider1_punktdichte, Qt::Key_Right);
+        w->cmdOK->click();
+    });
+    const Options& o = session().options;
+    EXPECT_EQ(session().units.EnergyMode, 3);
+    EXPECT_EQ(session().units.VolumeMode, 1);
+    EXPECT_NEAR(session().units.vFactor * static_cast<double>(session().substance.MolMass), 1.0, 1e-12);
+    EXPECT_TRUE(o.BatchMode && o.KurvenMischen && !o.chkCurveTpRestricted);
+    EXPECT_EQ(o.SepCSV, '\t');
+    EXPECT_EQ(o.Dens, 550);
+    EXPECT_EQ(menu("mnuCalc_1")->text(),
+              QStringLiteral("columns T, rho(L) => p, state L/V     + thermod. Fu."));
+
+    in_dialog<frmQOptions>("mnuOptions", [&](frmQOptions* w) {
+        EXPECT_TRUE(w->optMolarSpez[1]->isChecked());
+        w->optMolarSpez[0]->click();
+        w->OptCalcMode[1]->click();
+        QTest::keyClick(w, Qt::Key_Escape);
+    });
+    EXPECT_EQ(session().units.EnergyMode, 3);
+    EXPECT_TRUE(o.BatchMode);
+}
+
+TEST_F(Settings, options_that_cannot_be_had_keep_the_window_open) {
+    session().substance.MolMass = 0;
+    session().options.DezimalKomma = true;
+    in_dialog<frmQOptions>("mnuOptions", [&](frmQOptions* w) {
+        w->optMolarSpez[1]->click();
+        w->cmdOK->click();
+        EXPECT_TRUE(w->isVisible());
+        EXPECT_THAT(messages.take(), ElementsAre(Pair("Execution not possible",
+                                                      "For this substance the molar mass is missing.")));
+        w->optMolarSpez[0]->click();
+        w->cmbSepXY->setCurrentIndex(1);
+        messages.answers = {Answer::yes};
+        w->cmdOK->click();
+    });
+    ASSERT_EQ(messages.asked.size(), 1u);
+    EXPECT_EQ(messages.asked[0].title, "Warning for XY file");
+    EXPECT_EQ(session().options.SepXY, ';');
+}
+
+TEST_F(Settings, manual_virial_constants_survive_the_comparison) {
+    Session& s = session();
+    s.models.EOSKode = eos_virial_manual;
+    s.models.VPhaseOnly = true;
+    ClearEOSPar(s);
+    {
+        frmBParInput window(s, &frame);
+        const char* typed[] = {"0.15", "1.2e5", "2.1"};
+        for (int i = 0; i < 3; ++i) window.par[i]->setText(QLatin1String(typed[i]));
+        window.par[1]->setText(QStringLiteral("1.2e5e"));
+        window.cmdParameter_OK->click();
+        EXPECT_THAT(messages.take(), ElementsAre(not_valid));
+        EXPECT_EQ(s.eos.EOSb, 0.0);
+        window.par[1]->setText(QLatin1String(typed[1]));
+        window.cmdParameter_OK->click();
+        EXPECT_EQ(window.result(), QDialog::Accepted);
+    }
+    s.exp.points[0] = {.T = 300};
+    s.calc.CalcMode = 11;
+    EXPECT_FALSE(CalcBatch(s, {.Mode = 11}).view.Liste.text.empty());
+    frmBParInput window(s, &frame);
+    EXPECT_EQ(window.par[0]->text(), QStringLiteral("0.15"));
+    EXPECT_EQ(window.par[1]->text(), QStringLiteral("120000"));
+    window.par[0]->setText(QStringLiteral("7"));
+    window.show();
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_EQ(s.eos.EOSb, 0.15);
+    EXPECT_EQ(s.eos.EOSm, 2.1);
+}
+
+}  // namespace
+}  // namespace quom
