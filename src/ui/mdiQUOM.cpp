@@ -195,9 +195,9 @@ void mdiQUOM::unload(const char* name) {
     QWidget* window = child(name);
     if (!window) return;
     auto* sub = qobject_cast<QMdiSubWindow*>(window->parentWidget());
-    window->close();  // a window may still store what its closing stores
     area->removeSubWindow(sub);
     sub->hide();
+    window->close();     // a window may still store what its closing stores
     sub->deleteLater();  // the window goes with it; it may be the one whose button was pressed
 }
 

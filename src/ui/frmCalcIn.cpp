@@ -1,0 +1,193 @@
+#include "ui/frmCalcIn.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "ui/labels.h"
+#include "ui/look.h"
+#include "ui/result_list.h"
+
+namespace quom {
+
+namespace {
+
+constexpr int text_digits = 78;  // width of the texts
+constexpr int reference_lines = 6;
+
+// A text over several lines with room for so many of them.
+QLabel* text_label(const char* name, int lines) {
+    auto* label = named(new QLabel, name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label->setMinimumSize(text_width(*label, text_digits), label->fontMetrics().lineSpacing() * lines + 2);
+    return label;
+}
+
+QRadioButton* option(const char* name, int index, const QString& text) {
+    return named(new QRadioButton(text), QByteArray(name) + '_' + QByteArray::number(index), text);
+}
+
+}  // namespace
+
+frmCalcIn::frmCalcIn(Session& session, bool diagram_pending, QWidget* parent)
+    : InputWindow(parent),
+      session_(session),
+      before_(input_record(session)),
+      selection_(OpenPartial(session, diagram_pending)) {
+    setObjectName(QLatin1String(Name));
+    setWindowTitle(shown(partial_caption));
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(make_situation());
+    layout->addWidget(make_density());
+    layout->addWidget(make_reference());
+    lblStatus = text_label("lblStatus", 2);
+    layout->addWidget(lblStatus);
+    OK = named(new QPushButton(QStringLiteral("Continue >")), "OK", QStringLiteral("Continue >"));
+    cancel = named(new QPushButton(QStringLiteral("Cancel <Esc>")), "cancel", QStringLiteral("Cancel <Esc>"));
+    add_end_row(layout, cancel, OK);
+
+    leave_by(cancel);
+    set_tab_order({opt_glob[0], opt_glob[1], optPartialBenson[0], optPartialBenson[1], Ref_opt[0], Ref_opt[1],
+                   Ref_opt[2], txtRef, cancel, OK});
+    connect(this, &InputWindow::left, this, [this] { put_back(session_, before_); });
+    connect(OK, &QPushButton::clicked, this, [this] {
+        const PartialContinue next = ContinuePartial(session_, selection_);
+        finish();
+        emit continued(next);
+    });
+    show_view();
+    focus_first();
+}
+
+void frmCalcIn::focus_first() {
+    const PartialView& view = selection_.view;
+    (view.opt_glob_enabled ? static_cast<QWidget*>(opt_glob[view.GlobalCalc ? 0 : 1]) : OK)->setFocus();
+}
+
+QWidget* frmCalcIn::make_situation() {
+    const PartialView& view = selection_.view;
+    fraSituation =
+        named(new QGroupBox(view.second_title.empty() ? QStringLiteral("GLOBAL or PARTIAL calculation")
+                                                      : shown(view.second_title)),
+              "fraSituation");
+    auto* column = new QVBoxLayout(fraSituation);
+    lblAssumption = text_label("lblAssumption", 3);
+    lblAssumption->setText(shown(view.assumption));
+    column->addWidget(lblAssumption);
+    auto* row = new QHBoxLayout;
+    opt_glob = {option("opt_glob", 0, QStringLiteral("GLOBAL calculation")),
+                option("opt_glob", 1, QStringLiteral("PARTIAL calculation"))};
+    for (QRadioButton* button : opt_glob) {
+        row->addWidget(button);
+        // The text of the whole group in place of the choice, where the concept of the models decides.
+        if (view.situation == PartialSituation::partial_concept) button->hide();
+        // With an EOS of the V-phase alone GLOBAL can be pressed, and says why it cannot be had.
+        button->setEnabled(view.opt_glob_enabled || session_.models.VPhaseOnly);
+    }
+    row->addStretch();
+    column->addLayout(row);
+    connect(opt_glob[0], &QRadioButton::clicked, this, [this] { choose_concept(true); });
+    connect(opt_glob[1], &QRadioButton::clicked, this, [this] { choose_concept(false); });
+    return fraSituation;
+}
+
+QWidget* frmCalcIn::make_density() {
+    fraPartial = named(new QGroupBox(QStringLiteral("L-density of the PARTIAL calculation")), "fraPartial");
+    auto* column = new QVBoxLayout(fraPartial);
+    column->setSpacing(4);
+    optPartialBenson = {option("optPartialBenson", 0, QStringLiteral("BENSON's method (Mathias/Cailletet)")),
+                        option("optPartialBenson", 1, QStringLiteral("database equation rho(L) = Fu(T)"))};
+    lblRange = named(new QLabel, "lblRange");
+    lblMethod = named(new QLabel, "lblMethod");
+    column->addWidget(optPartialBenson[0]);
+    auto* row = new QHBoxLayout;
+    row->addWidget(optPartialBenson[1]);
+    row->addWidget(lblRange);
+    row->addStretch();
+    column->addLayout(row);
+    column->addWidget(lblMethod);
+    for (int i : {0, 1}) {
+        connect(optPartialBenson[static_cast<std::size_t>(i)], &QRadioButton::clicked, this, [this, i] {
+            ChooseDensity(session_, selection_, i == 0);
+            show_view();
+        });
+    }
+    return fraPartial;
+}
+
+QWidget* frmCalcIn::make_reference() {
+    fraRef = named(new QGroupBox(shown(partial_reference_title)), "fraRef");
+    auto* column = new QVBoxLayout(fraRef);
+    column->setSpacing(4);
+    const char* texts[] = {"Proposed reference data",
+                           "BENSON's approximation for RhoL(ref) at the normal boiling point",
+                           "Manual input of reference data"};
+    for (int i = 0; i < 3; ++i) {
+        auto*& button = Ref_opt[static_cast<std::size_t>(i)];
+        button = option("Ref_opt", i, QString::fromLatin1(texts[i]));
+        column->addWidget(button);
+        connect(button, &QRadioButton::clicked, this, [this, i] { choose_reference(i); });
+    }
+    lblRefHead = named(new QLabel, "lblRefHead");
+    column->addSpacing(4);
+    column->addWidget(lblRefHead);
+    txtRef = named(new ResultList, "txtRef", shown(partial_reference_title));
+    txtRef->set_lines(reference_lines);
+    column->addWidget(txtRef);
+    return fraRef;
+}
+
+void frmCalcIn::show_view() {
+    const PartialView& view = selection_.view;
+    opt_glob[view.GlobalCalc ? 0 : 1]->setChecked(true);
+    optPartialBenson[view.BensonRhoL ? 0 : 1]->setChecked(true);
+    Ref_opt[static_cast<std::size_t>(view.Ref_opt)]->setChecked(true);
+    // A group that the chosen way does not use cannot be changed.
+    fraPartial->setEnabled(!view.GlobalCalc);
+    for (QRadioButton* button : optPartialBenson) button->setEnabled(view.optPartialBenson_enabled);
+    fraRef->setEnabled(!view.GlobalCalc && view.BensonRhoL);
+    lblMethod->setText(shown(view.method));
+    lblRange->setText(QString::fromStdString(view.range));
+    lblRefHead->setText(QString::fromStdString(view.heading));
+    txtRef->show_text(view.reference_text);
+    lblStatus->setText(QString::fromStdString(view.status));
+    OK->setEnabled(view.OK_enabled);
+}
+
+void frmCalcIn::choose_concept(bool global) {
+    const auto refusal = ChooseConcept(session_, selection_, global);
+    if (refusal) session_.tell(*refusal);
+    show_view();
+}
+
+void frmCalcIn::choose_reference(int option) {
+    const bool manual = option == ref_manual;
+    if (manual && !input_open_) before_input_ = {selection_, session_.benson};
+    input_open_ = manual;
+    ChooseReference(session_, selection_, option);
+    show_view();
+    emit reference_input(manual);
+}
+
+void frmCalcIn::reference_taken() {
+    input_open_ = false;
+    ReferenceTaken(session_, selection_);
+    show_view();
+    OK->setFocus();
+}
+
+void frmCalcIn::reference_left() {
+    input_open_ = false;
+    selection_ = before_input_.selection;
+    session_.benson = before_input_.point;
+    show_view();
+    Ref_opt[static_cast<std::size_t>(selection_.view.Ref_opt)]->setFocus();
+}
+
+}  // namespace quom

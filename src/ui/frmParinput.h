@@ -1,0 +1,53 @@
+// The one input of values: reference point, tank, direct calculation.
+#pragma once
+#include <array>
+#include <cstddef>
+
+#include "calc/calc_input.h"
+#include "ui/input_window.h"
+
+class QGroupBox;
+class QLabel;
+class QPushButton;
+class QRadioButton;
+
+namespace quom {
+
+class NumberBox;
+
+class frmParinput : public InputWindow {
+    Q_OBJECT
+ public:
+    static constexpr const char* Name = "frmParinput";
+    // kind: 4, 33 or 100 + CalcMode.
+    frmParinput(Session& session, int kind, QWidget* parent = nullptr);
+    void focus_first();
+
+    QGroupBox* fraPar = nullptr;
+    std::array<QLabel*, 4> Bz{};
+    std::array<NumberBox*, 4> par{};
+    std::array<QRadioButton*, 2> optm_n{};
+    std::array<QRadioButton*, 2> optRhoV{};
+    QPushButton* cmdParameter_OK = nullptr;
+    QPushButton* cmdClose = nullptr;
+
+ signals:
+    void taken();      // the reference point is in the record
+    void calculate();  // the values of a calculation are in the record
+
+ private:
+    QWidget* make_boxes();
+    QWidget* make_options();
+    void show_form();
+    void show_value(std::size_t box, double value);
+    BoxValues read_boxes() const;
+    void choose(const InputOptions& options);
+    void take();
+
+    Session& session_;
+    const int kind_;
+    InputOptions options_;
+    InputForm form_;
+};
+
+}  // namespace quom
