@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "base/number_text.h"
-#include "calc/calc_batch.h"
 #include "calc/quantities.h"
 #include "engine/thermo_functions.h"
 
@@ -267,6 +266,14 @@ bool iso_calculate(Session& s, IsoCalculator& c) {
                                     .optIsoPhase = c.optIsoPhase,
                                     .txtFuConst = c.txtFuConst};
     return true;
+}
+
+CalcBatchResult iso_state(Session& s) {
+    const int ExtLevel = s.calc.ExtLevel;
+    s.calc.ExtLevel = 1;
+    CalcBatchResult state = CalcBatch(s, {.Mode = 8, .Point = 0});
+    s.calc.ExtLevel = ExtLevel;
+    return state;
 }
 
 void iso_reset(Session& s, IsoCalculator& c) {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/messages.h"
+#include "calc/calc_batch.h"
 #include "session/session.h"
 
 namespace quom {
@@ -81,6 +82,9 @@ void show_current_state(Session& s, IsoCalculator& c);
 
 // cmdCalc: searches from the state of data point 0. False: txtTpCalc is "No solution found".
 bool iso_calculate(Session& s, IsoCalculator& c);
+
+// The state of data point 0 as mode 8 shows it, without extended output.
+CalcBatchResult iso_state(Session& s);
 
 // cmdReset: data point 0 and the boxes as of the last success; "No solution" without one.
 void iso_reset(Session& s, IsoCalculator& c);

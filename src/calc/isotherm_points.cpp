@@ -14,8 +14,8 @@ namespace quom {
 namespace {
 
 constexpr int CurvePointCount = 400;
-constexpr int CoexistenceCount = 40;
-constexpr double LowestCoexistence = 0.55;  // T/T(cr)
+constexpr int CoexistenceCount = 80;
+constexpr double LowestCoexistence = 0.3;  // T/T(cr)
 
 // The scratch of the engine as it was, whatever a picture evaluates.
 class KeptScratch {
@@ -133,6 +133,24 @@ std::vector<IsothermStretch> stretches(const Isotherm& curve, double low, double
     return parts;
 }
 
+// The isotherm as the fluid takes it in equilibrium: through the two-phase region at p(LV).
+std::vector<IsothermStretch> stable_isotherm(Session& s, const Isotherm& curve, double T, double low,
+                                             double high, const std::vector<double>& extremes) {
+    const double vFactor = s.units.vFactor;
+    const Saturation at = extremes.empty() ? Saturation{.err = -1} : pLV_EOS(s, T);
+    if (at.err) return {{Stretch::one_phase, sampled(curve, low, high, CurvePointCount, vFactor)}};
+    const double vL = s.scratch.VRoot[0], vV = s.scratch.VRoot[2];
+    std::vector<VpPoint> points;
+    if (vL > low) points = sampled(curve, low, vL, CurvePointCount / 2, vFactor);
+    points.push_back({vL * vFactor, at.value});
+    points.push_back({vV * vFactor, at.value});
+    if (high > vV) {
+        const std::vector<VpPoint> vapor = sampled(curve, vV, high, CurvePointCount / 2, vFactor);
+        points.insert(points.end(), vapor.begin(), vapor.end());
+    }
+    return {{Stretch::one_phase, points}};
+}
+
 // What both pictures say alike. False: no picture.
 bool begin_picture(const Session& s, IsothermPicture& picture) {
     if (!is_cubic(s.models.EOSKode) || !(s.substance.Tcr > TinyT) || !(s.substance.pcr > TinyT)) return false;
@@ -144,7 +162,8 @@ bool begin_picture(const Session& s, IsothermPicture& picture) {
     return true;
 }
 
-std::vector<VpPoint> coexistence_curve(Session& s) {
+// L and V side from the critical point down to p_low [kPa].
+std::vector<VpPoint> coexistence_curve(Session& s, double p_low) {
     std::vector<VpPoint> liquid, vapor;
     liquid.push_back({s.eos.vcrEOS * s.units.vFactor, s.substance.pcr});
     for (int i = 1; i <= CoexistenceCount; ++i) {
@@ -155,6 +174,7 @@ std::vector<VpPoint> coexistence_curve(Session& s) {
         if (at.err) continue;
         liquid.push_back({s.scratch.VRoot[0] * s.units.vFactor, at.value});
         vapor.push_back({s.scratch.VRoot[2] * s.units.vFactor, at.value});
+        if (at.value < p_low) break;
     }
     std::reverse(liquid.begin(), liquid.end());
     liquid.insert(liquid.end(), vapor.begin(), vapor.end());
@@ -238,21 +258,19 @@ IsothermPicture region_picture(Session& s, double T, double p) {
             largest = std::max(largest, v);
         }
     }
-    picture.coexistence = coexistence_curve(s);
     // Far from p(cr) only a logarithmic axis shows the state and the critical point at once.
     picture.log_p = p > 0.0 && (p > 6.0 * picture.pcr || p < 0.1 * picture.pcr);
-    picture.p_high = 1.8 * std::max(p, picture.pcr);
+    picture.p_high = (picture.log_p ? 6.0 : 1.8) * std::max(p, picture.pcr);
     picture.p_low = picture.log_p ? 0.25 * std::min(p, picture.pcr) : 0.0;
-    const double high = 6.0 * largest;
+    picture.coexistence = coexistence_curve(s, std::max(picture.p_low, 0.001 * picture.pcr));
+    const double high = 10.0 * largest;
     double low = critical.v_of(picture.p_high, high);
     picture.critical_isotherm = sampled(critical, low, high, CurvePointCount, vFactor);
     if (T > TinyT) {
         const Isotherm curve(s, T);
         const std::vector<double> extremes = curve.extremes();
-        double vL = 0.0, vV = 0.0;
-        if (!extremes.empty() && pLV_EOS(s, T).err == 0) vL = s.scratch.VRoot[0], vV = s.scratch.VRoot[2];
         const double start = curve.v_of(picture.p_high, extremes.empty() ? high : extremes[0]);
-        picture.isotherm = stretches(curve, start, high, extremes, vL, vV, vFactor);
+        picture.isotherm = stable_isotherm(s, curve, T, start, high, extremes);
         low = std::min(low, start);
     }
     picture.v_low = 0.8 * low * vFactor;

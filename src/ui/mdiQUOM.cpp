@@ -29,9 +29,9 @@ namespace {
 constexpr QSize FirstSize(1280, 820), LeastSize(960, 640);
 
 // Input and output windows of calculations.
-constexpr const char* CalculationWindows[] = {"frmParinput",     "frmCalcIn",  "frmBParInput",
-                                              "frmIsoCalc",      "frmKessel",  "frmInputProzessLinien",
-                                              "frmCEOSDiagnose", "frmQCalcOut"};
+constexpr const char* CalculationWindows[] = {
+    "frmParinput",           "frmCalcIn",       "frmBParInput",        "frmIsoCalc", "frmKessel",
+    "frmInputProzessLinien", "frmCEOSDiagnose", "frmPictureSuperCrit", "frmQCalcOut"};
 // Windows that belong to a substance, in the order in which they go.
 constexpr const char* SubstanceWindows[] = {"frmQBankEdit", "frmQModell", "frmQFitting",  "frmTpVSInputBox",
                                             "frmQGraph2D",  "frmGraph3D", "frmTpRhoEdit", "frmQXYEdit"};

@@ -5,6 +5,7 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QSyntaxHighlighter>
+#include <QTextBlock>
 #include <QTextDocument>
 
 #include "ui/look.h"
@@ -21,9 +22,19 @@ bool is_ruler(const QString& line) {
     return true;
 }
 
+// A line before a ruler is a head, but not every one: between rulers of "*" stands a head, before the upper
+// one a value; and rulers of "-" stand around values.
+bool is_head(const QTextBlock& line) {
+    const QString below = line.next().text();
+    if (!is_ruler(below)) return false;
+    const QChar kind = below.trimmed().front();
+    if (kind == QLatin1Char('*')) return is_ruler(line.previous().text());
+    return kind == QLatin1Char('=') || !line.text().contains(QLatin1Char('='));
+}
+
 }  // namespace
 
-// Rulers in their own colour; a line before a ruler is a head.
+// Rulers and heads in their own colours.
 class ResultList::Heads : public QSyntaxHighlighter {
  public:
     using QSyntaxHighlighter::QSyntaxHighlighter;
@@ -35,7 +46,7 @@ class ResultList::Heads : public QSyntaxHighlighter {
         QTextCharFormat format;
         if (is_ruler(text)) {
             format.setForeground(look_colour(LookColour::Ruler));
-        } else if (is_ruler(currentBlock().next().text())) {
+        } else if (is_head(currentBlock())) {
             format.setForeground(look_colour(LookColour::SectionHead));
             format.setFontWeight(QFont::Bold);
         } else {

@@ -1,0 +1,38 @@
+// What the cubic equation of state says about the state of the last calculation: the isotherm, and its roots
+// with their meaning.
+#pragma once
+#include <QWidget>
+
+#include "calc/eos_diagnosis.h"
+
+class QLabel;
+class QPushButton;
+
+namespace quom {
+
+class IsothermView;
+class ValueBox;
+
+class frmCEOSDiagnose : public QWidget {
+    Q_OBJECT
+ public:
+    static constexpr const char* Name = "frmCEOSDiagnose";
+    explicit frmCEOSDiagnose(Session& session, QWidget* parent = nullptr);
+    // Shows the state of the last calculation.
+    void refresh();
+
+    QLabel* lblEOS;
+    ValueBox* lblState;
+    IsothermView* picIsotherm;
+    QLabel* lblRoot[3];    // "v(1) ="
+    ValueBox* txtRoot[3];  // value with unit and meaning
+    QPushButton* cmdClose;
+
+ private:
+    class RootKey;
+    void build_layout();
+    Session& session_;
+    RootKey* key_[3];
+};
+
+}  // namespace quom

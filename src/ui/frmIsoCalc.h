@@ -1,0 +1,56 @@
+// The Iso Calculator: which p at a given T, or which T at a given p, gives a function its value.
+#pragma once
+#include <QWidget>
+
+#include "calc/iso_search.h"
+
+class QAbstractButton;
+class QLabel;
+class QPushButton;
+class QRadioButton;
+
+namespace quom {
+
+class NumberBox;
+class ResultList;
+class ValueBox;
+
+class frmIsoCalc : public QWidget {
+    Q_OBJECT
+ public:
+    static constexpr const char* Name = "frmIsoCalc";
+    frmIsoCalc(Session& session, IsoCalculator calculator, QWidget* parent = nullptr);
+
+    QRadioButton* optIsoTp[2];     // T given, p given
+    QRadioButton* OptIsoFu[8];     // v, h, s, g, u, a, e of H, e of U
+    QRadioButton* optIsoPhase[2];  // L, V
+    QLabel *lblTpVorgabe, *lblFuConst, *lblTpCalc;
+    NumberBox *txtTpVorgabe, *txtFuConst;
+    ValueBox* txtTpCalc;
+    ResultList* Liste;  // the state found
+    QPushButton *cmdCalc, *cmdReset, *cmdShowManuInput, *cmdEsc;
+    QAbstractButton* cmdIsoHelp;
+
+ signals:
+    // T and p of the direct input are those of another state.
+    void state_changed();
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    void build_layout();
+    void connect_controls();
+    void read_options();
+    void choose();  // another function, phase or given quantity
+    void calculate();
+    void reset();
+    void show_calculator();
+    void show_found_state();
+
+    Session& session_;
+    IsoCalculator calculator_;
+    QLabel* lblFuUnit;
+};
+
+}  // namespace quom

@@ -1,0 +1,95 @@
+// The result of a calculation: specified values, state, list, and the steps through the data points.
+#pragma once
+#include <QPointer>
+#include <QWidget>
+
+#include "calc/calc_batch.h"
+
+class QCheckBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+class QVBoxLayout;
+
+namespace quom {
+
+class ColumnHeads;
+class ResultList;
+class ValueBox;
+class ViewLabel;
+class frmCEOSDiagnose;
+class frmIsoCalc;
+class frmPictureSuperCrit;
+
+class frmQCalcOut : public QWidget {
+    Q_OBJECT
+ public:
+    static constexpr const char* Name = "frmQCalcOut";
+    // Clears the results of all points and calculates the first one, or the direct input.
+    explicit frmQCalcOut(Session& session, QWidget* parent = nullptr);
+
+    // Calculates the point in force anew and shows it. False: there is nothing to show, and the user was
+    // told.
+    bool refresh();
+    // False: there was nothing to show when the window was made, and the user was told why; it is not to
+    // open.
+    bool loaded() const { return loaded_; }
+    const CalcBatchResult& result() const { return result_; }
+    QSize sizeHint() const override { return QWidget::sizeHint().expandedTo({780, 660}); }
+
+    QGroupBox* fraBatchVorgabe;
+    ValueBox *par1, *par2;
+    QPushButton *cmdRueck, *cmdVor;
+    ViewLabel *co1, *Bezeichnung2, *lblGleich;
+    ValueBox* txtco2;
+    QLabel *lblLphase, *lblVphase;
+    ResultList* Liste;
+    QCheckBox* chkUHS;
+    QCheckBox* ResPlus[2];
+    QPushButton *cmdInfoSuperCrit, *cmdCEOSDiagnose, *cmdIsoCalc, *cmdShowManuInput;
+    QPushButton *cmdProtokoll, *cmdOpenNew;
+    ValueBox* lblProtText2;
+    QRadioButton* optResultPrint[3];  // none, printer, file
+    QCheckBox* chkFuncPrint;
+    QPushButton* cmdCalc_OK;
+
+ signals:
+    // The user ends the calculation: all its windows are to close.
+    void calculation_ended();
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+ private:
+    void build_layout();
+    void build_state(QVBoxLayout* layout);
+    void build_outputs(QVBoxLayout* layout);
+    void connect_controls();
+    void load();
+    bool calculate(bool warn_triple);
+    void show_view();
+    void show_diagnosis_button();
+    void show_point_text(const char* head);
+    void step(int direction);
+    void set_extended();
+    void open_iso_calculator_window();
+    void open_diagnosis();
+    void open_picture();
+    void end_calculation();
+
+    Session& session_;
+    CalcBatchResult result_;
+    bool direct_;
+    bool loaded_ = false;
+    bool placed_ = false;
+    ColumnHeads* heads_;
+    QPointer<frmIsoCalc> iso_;
+    QPointer<frmCEOSDiagnose> diagnosis_;
+    QPointer<frmPictureSuperCrit> picture_;
+};
+
+}  // namespace quom
