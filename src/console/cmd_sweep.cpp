@@ -1,6 +1,7 @@
 // sweep: one calculation a line of a CSV table.
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -130,7 +131,7 @@ Report sweep(Program& program, const SweepArguments& a) {
 
 Action declare_sweep(CLI::App& app) {
     const auto a = std::make_shared<SweepArguments>();
-    const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+    const int cores = static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 64u));
     a->settings.jobs = cores;
     add_substance(app, a->substance);
     add_mode(app, a->settings.mode);
@@ -141,7 +142,7 @@ Action declare_sweep(CLI::App& app) {
         ->required()
         ->type_name("FILE|-");
     app.add_option("--jobs", a->settings.jobs, "Calculations side by side (default: the number of cores)")
-        ->check(CLI::Range(1, 256))
+        ->check(CLI::Range(1, 64))
         ->type_name("N");
     app.add_flag("--functions", a->settings.functions,
                  "With h, s, g, u, a, exergies, cp, cV, w of both phases");

@@ -13,7 +13,12 @@
 namespace quom::console {
 namespace {
 
-constexpr std::size_t BlockBytes = 64 * 1024;  // of the input; the output is some twenty times as long
+// Bytes of the input in a block. The output is some twenty times as long, and two blocks a job are on their
+// way: with many jobs the blocks get smaller, so that all of them stay below 100 MB.
+std::size_t block_bytes(int jobs) {
+    constexpr std::size_t largest = 64 * 1024, smallest = 8 * 1024, together = 1280 * 1024;
+    return std::clamp(together / (2 * static_cast<std::size_t>(jobs) + 2), smallest, largest);
+}
 constexpr std::size_t FaultsNamed = 20;
 
 struct FieldName {
@@ -90,7 +95,7 @@ void run_block(SweepLine& worker, Block& block) {
 // Cuts the input into blocks of whole lines.
 class Reader {
  public:
-    explicit Reader(const SweepStreams& streams) : streams_(streams) {}
+    Reader(const SweepStreams& streams, std::size_t bytes) : streams_(streams), bytes_(bytes) {}
 
     // The next block; false at the end, and when a line is longer than a block (too_long tells).
     bool next(std::string& into) {
@@ -98,17 +103,16 @@ class Reader {
         rest_.clear();
         while (!ended_) {
             const std::size_t have = into.size();
-            into.resize(BlockBytes);
-            const std::size_t got =
-                have < BlockBytes ? streams_.read(into.data() + have, BlockBytes - have) : 0;
+            into.resize(bytes_);
+            const std::size_t got = have < bytes_ ? streams_.read(into.data() + have, bytes_ - have) : 0;
             into.resize(have + got);
-            if (got == 0 && have < BlockBytes) ended_ = true;
+            if (got == 0 && have < bytes_) ended_ = true;
             const std::size_t last = into.rfind('\n');
-            if (ended_ || (last != std::string::npos && into.size() == BlockBytes)) {
+            if (ended_ || (last != std::string::npos && into.size() == bytes_)) {
                 if (!ended_) rest_.assign(into, last + 1), into.resize(last + 1);
                 break;
             }
-            if (into.size() == BlockBytes) {
+            if (into.size() == bytes_) {
                 too_long_ = true;
                 return false;
             }
@@ -131,6 +135,7 @@ class Reader {
 
  private:
     const SweepStreams& streams_;
+    std::size_t bytes_;
     std::string rest_;
     bool ended_ = false, too_long_ = false;
 };
@@ -257,7 +262,8 @@ std::string sweep_columns(int mode, bool functions, char delimiter) {
 
 SweepTotals run_sweep(const Session& s, const SweepSettings& settings, const SweepStreams& streams) {
     SweepTotals totals;
-    Reader reader(streams);
+    const std::size_t bytes = block_bytes(settings.jobs);
+    Reader reader(streams, bytes);
     const SweepHead head = read_sweep_head(reader.first_line(), settings.mode);
     if (!head.fault.empty()) {
         totals.broken = head.fault;
@@ -284,8 +290,8 @@ SweepTotals run_sweep(const Session& s, const SweepSettings& settings, const Swe
             add(totals, block.totals);
         }
         if (reader.too_long())
-            totals.broken = "line " + std::to_string(line) + " is longer than " + std::to_string(BlockBytes) +
-                            " characters";
+            totals.broken =
+                "line " + std::to_string(line) + " is longer than " + std::to_string(bytes) + " characters";
     }
     if (!writable) totals.broken = "the output could not be written";
     return totals;
