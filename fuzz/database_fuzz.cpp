@@ -2,6 +2,7 @@
 #include <unistd.h>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "base/files.h"
@@ -9,13 +10,15 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace quom;
-    const std::string path = "/tmp/quom_fuzz_" + std::to_string(getpid());
+    const std::string path =
+        (std::filesystem::temp_directory_path() / ("quom_fuzz_" + std::to_string(getpid()))).string();
     if (!write_file_atomic(path, {reinterpret_cast<const char*>(data), size}).empty()) return 0;
     for (const int kind : {6, 7}) {
         Session s;
         const LoadResult loaded = LoadDatabase(s, kind, path);
-        if (loaded.err && (loaded.fault.empty() || s.database.file.StoffAnzahl() != 0)) std::abort();
-        for (int i = 0; i <= s.database.file.StoffAnzahl() + 1; ++i) SelectSubstance(s, i);
+        const int count = s.database.file.StoffAnzahl();
+        if ((loaded.err != 0) != (count == 0) || (loaded.err != 0) == loaded.fault.empty()) std::abort();
+        for (int i = 0; i <= count + 1; ++i) SelectSubstance(s, i);
     }
     unlink(path.c_str());
     return 0;

@@ -20,6 +20,7 @@ void ResetSession(Session& s) {
 }
 
 std::int16_t confirm_substance(Session& s, int index) {
+    if (index == 0) return 0;
     ResetSession(s);
     const bool has_data = s.exp.points.size() > 1;
     if (has_data && s.tell({.title = "exper. data",

@@ -15,7 +15,7 @@ void ResetSession(Session& s);
 // What the confirmation of a substance does to the record: ResetSession, the question whether experimental
 // data go (title "exper. data"), SelectSubstance, the correlated vapor pressure equation in force, start
 // values of diagrams. Returns the flag of SelectSubstance: -1 without T(cr) or p(cr), or when the record
-// cannot be read.
+// cannot be read. Index 0, "nothing chosen", changes nothing.
 std::int16_t confirm_substance(Session& s, int index);
 
 }  // namespace quom

@@ -161,6 +161,7 @@ class Builder {
         add_texts(row, record);
         for (const ColumnGroup& group : groups) add_cells(row, group, record);
         check_formula(row, record_cell(record, layout_, 0));
+        check_melting(row, record);
         set_record_i16(record, layout_.SystemNo, static_cast<std::int16_t>(blocks_.size() + 1));
         records_ += record;
         add_names(row);
@@ -242,6 +243,18 @@ class Builder {
         else if (std::abs(*mass - static_cast<double>(M)) > 0.05)
             fault(substances_, row,
                   "M " + genNum(M) + " does not agree with " + genNum(*mass) + " of formula " + formula);
+    }
+
+    // A melting point that belongs to another compound shows against the boiling point and the liquid
+    // equations.
+    void check_melting(const CsvRow& row, const std::string& record) {
+        const float Tnb = record_cell(record, layout_, 10), Ttr = record_cell(record, layout_, 91);
+        const float rhoLTLo = record_cell(record, layout_, 21);
+        if (Tnb > 0.0f && Ttr >= Tnb && substances_.at(row, "tnb_mark") != "sublimation")
+            fault(substances_, row, "Ttr " + genNum(Ttr) + " is not below Tnb " + genNum(Tnb));
+        if (rhoLTLo > 0.0f && rhoLTLo < Ttr - 100.0f)
+            fault(substances_, row,
+                  "rhoL_TLo " + genNum(rhoLTLo) + " lies more than 100 K below Ttr " + genNum(Ttr));
     }
 
     // One block of the synonym file: main names first, then what follows the ";", then the table of synonyms.

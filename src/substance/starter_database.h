@@ -23,8 +23,8 @@ struct StarterDatabase {
 };
 // Builds both files. Every row is checked: CAS number with its check digit and unlike all others, lengths and
 // characters of the texts, numbers, a formula that agrees with M within 0.05 kg/kmol, limits that are whole
-// kelvin of 16 bits with TLo < THi beside the coefficients they belong to, names that lead to one substance
-// only.
+// kelvin of 16 bits with TLo < THi beside the coefficients they belong to, a melting point below the boiling
+// point that fits the liquid density, names that lead to one substance only.
 StarterDatabase build_starter_database(const StarterTables& tables);
 
 }  // namespace quom
