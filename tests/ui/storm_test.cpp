@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QRandomGenerator>
 #include <QTimer>
+#include <functional>
 #include <iostream>
 #include <random>
 
@@ -114,19 +115,22 @@ TEST_F(Storm, LeavesTheProgramStanding) {
     std::cout << "storm of " << wanted << " actions, seed " << seed << std::endl;
     go_to_calculations();
 
-    // A timer plays the actions, so that the storm goes on inside modal windows too.
+    // Each action asks for the next one before it is played, so that the storm goes on inside modal windows.
     QEventLoop loop;
-    QTimer timer;
     int done = 0;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
+    std::function<void()> tick = [&] {
         messages.asked.clear();
-        if (done++ < wanted) return one_action();
-        if (QWidget* popup = QApplication::activePopupWidget()) return void(popup->close());
-        if (QWidget* modal = QApplication::activeModalWidget()) return void(modal->close());
-        timer.stop();
-        loop.quit();
-    });
-    timer.start(0);
+        if (done++ < wanted) {
+            QTimer::singleShot(0, &loop, tick);
+            return one_action();
+        }
+        QWidget* popup = QApplication::activePopupWidget();
+        QWidget* modal = QApplication::activeModalWidget();
+        if (!popup && !modal) return loop.quit();
+        QTimer::singleShot(0, &loop, tick);
+        popup ? popup->close() : modal->close();
+    };
+    QTimer::singleShot(0, &loop, tick);
     QTimer::singleShot(600000, &loop, [&loop] { loop.exit(1); });
     EXPECT_EQ(loop.exec(), 0) << "the storm did not end, seed " << seed;
     EXPECT_TRUE(frame.isVisible() || frame.isMinimized()) << "seed " << seed;
