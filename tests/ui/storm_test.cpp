@@ -71,6 +71,9 @@ class Storm : public Desk {
     }
 
     void one_action() {
+        if (!QApplication::activeModalWidget() && !QApplication::activePopupWidget() && pick(250) == 0) {
+            return go_to_calculations();  // back to where most windows can open
+        }
         QWidget* window = front();
         if (qobject_cast<QMenu*>(window) && pick(3) == 0) return QTest::keyClick(window, Qt::Key_Escape);
         if (QApplication::activeModalWidget() && pick(12) == 0) {
