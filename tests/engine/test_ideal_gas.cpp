@@ -116,7 +116,11 @@ TEST(IdGasFunc, WithoutEquationAndRefusals) {
     EXPECT_EQ(none.s, -7.0);
     for (const int form : {-1, 0, 3}) EXPECT_EQ(cpIdG(s, 400.0, form).cp, 0.0f) << form;
     s.models.cpKode = 2;
-    EXPECT_EQ(IdGasFunc(s, 0.09, 100.0).err, -1);
+    const auto set = s.substance.cpDIPPR;
+    s.substance.cpDIPPR = {30, 20, 1, 10, 1};
+    EXPECT_EQ(IdGasFunc(s, 0.1, 100.0).err, 0);
+    EXPECT_EQ(IdGasFunc(s, 0.099, 100.0).err, -1);
+    s.substance.cpDIPPR = set;
     for (const int form : {1, 2}) {
         s.models.cpKode = form;
         for (const double T : {0.0, -10.0, static_cast<double>(NAN)}) {

@@ -223,6 +223,10 @@ TEST(KorreliereEVP, CurvesPassBothPoints) {
             EXPECT_NEAR(pLV_EVP(s, s.substance.Tcr, code).value / s.substance.pcr, 1.0, 1e-4)
                 << cas << " code " << code;
         }
+        // E is a/(R^2 ln 10) of the equation of state that gives the set its name
+        const SubstanceConstants& c = s.substance;
+        EXPECT_NEAR(c.KFW[4] * LnTen * c.pcr / std::pow(c.Tcr, 2.0), 27.0 / 64.0, 1e-5);
+        EXPECT_NEAR(c.KFR[4] * LnTen * c.pcr / std::pow(c.Tcr, 2.5), 0.42748, 1e-5);
         const TLimits& range = s.substance.KFRLimits;
         EXPECT_NEAR(range.TLo, s.substance.Ttr, 0.5);
         EXPECT_NEAR(range.THi, s.substance.Tcr, 0.5);
