@@ -24,57 +24,38 @@ Codes codes(const ModelList& list) {
 
 // Propane, changed by a row: it has Frost/Kalkwarf, Wagner, Antoine below T(nb), delta(LV)h, rho(L), a Watson
 // pair.
+using Constants = SubstanceConstants;
 struct Offer {
     const char* record;
-    void (*change)(Session& s);
+    void (*change)(Constants& c);
     Codes eos, evp, hlv;
 };
-const Codes AllEos = {0, 2, 3, 4, 5, 6, 7, 8, 10, 16, 11, 12, 13, 14, 15}, AllHlv = {1, 2, 3, 4, 5, 6, 7},
-            Correlated = {3, 4, 1, 5, 6, 7, 8};
+const Codes Eos = {0, 2, 3, 4, 5, 6, 7, 8, 10, 16, 11, 12, 13, 14, 15},
+            Plain = {0, 2, 3, 4, 7, 8, 10, 11, 12, 13}, Evp = {3, 4, 1, 5, 6, 7, 8},
+            EvpHigh = {3, 4, 1, 2, 5, 6, 7, 8}, Hlv = {1, 2, 3, 4, 5, 6, 7}, HlvPlain = {1, 2, 4, 5, 6};
 const Offer Offers[] = {
-    {"as it is", [](Session&) {}, AllEos, Correlated, AllHlv},
-    {"with Antoine above T(nb)",
-     [](Session& s) { s.substance.AntHi[0] = 6.0f; },
-     AllEos,
-     {3, 4, 1, 2, 5, 6, 7, 8},
-     AllHlv},
-    {"without omega",
-     [](Session& s) { s.substance.omega = 0.0; },
-     {0, 2, 3, 4, 7, 8, 10, 11, 12, 13},
-     Correlated,
-     {1, 2, 4, 5, 6}},
-    {"with an omega that counts for the EOS alone",
-     [](Session& s) { s.substance.omega = 1e-7; },
-     AllEos,
-     Correlated,
-     {1, 2, 4, 5, 6}},
-    {"without T(cr)", [](Session& s) { s.substance.Tcr = 0.0; }, {0}, {3, 4, 1}, {1, 5, 7}},
-    {"without p(cr)", [](Session& s) { s.substance.pcr = 0.0; }, {0}, {3, 4, 1}, {1, 3, 4, 5, 6, 7}},
-    {"without T(nb)", [](Session& s) { s.substance.Tnb = 0.0f; }, AllEos, {3, 4, 1}, AllHlv},
-    {"with the critical point alone",
-     [](Session& s) {
-         SubstanceConstants& c = s.substance;
-         c.KFTLo = c.WagnerTLo = c.HLVTLo = c.RhoLTLo = 0;
-         c.Tnb = c.AntLo[0] = c.WatsonHLV = 0.0f;
-     },
-     AllEos,
-     {0},
-     {2, 3, 6, 7}},
-    {"with nothing", [](Session& s) { s.substance = {}; }, {0}, {0}, {0}},
-    {"with a negative limit of Frost/Kalkwarf", [](Session& s) { s.substance.KFTLo = -1; }, AllEos,
-     Correlated, AllHlv},
-    {"with an EOS of the V-phase alone",
-     [](Session& s) { s.models.VPhaseOnly = true; },
-     AllEos,
-     Correlated,
-     {1, 2, 3, 4, 5, 6}},
+    {"as it is", [](Constants&) {}, Eos, Evp, Hlv},
+    {"with Antoine above T(nb)", [](Constants& c) { c.AntHi[0] = 6.0f; }, Eos, EvpHigh, Hlv},
+    {"a limit below 0 K counts", [](Constants& c) { c.KFTLo = -1; }, Eos, Evp, Hlv},
+    {"without omega", [](Constants& c) { c.omega = 0.0; }, Plain, Evp, HlvPlain},
+    {"omega for the EOS alone", [](Constants& c) { c.omega = 1e-7; }, Eos, Evp, HlvPlain},
+    {"without T(cr)", [](Constants& c) { c.Tcr = 0.0; }, {0}, {3, 4, 1}, {1, 5, 7}},
+    {"without p(cr)", [](Constants& c) { c.pcr = 0.0; }, {0}, {3, 4, 1}, {1, 3, 4, 5, 6, 7}},
+    {"without T(nb)", [](Constants& c) { c.Tnb = 0.0f; }, Eos, {3, 4, 1}, Hlv},
+    {"without equations",
+     [](Constants& c) { c.KFTLo = c.WagnerTLo = c.HLVTLo = c.RhoLTLo = 0; },
+     Eos,
+     {1, 5, 6, 7, 8},
+     {2, 3, 4, 6, 7}},
+    {"without a Watson pair", [](Constants& c) { c.WatsonHLV = 0.0f; }, Eos, Evp, {1, 2, 3, 5, 6, 7}},
+    {"with nothing", [](Constants& c) { c = {}; }, {0}, {0}, {0}},
 };
 
 TEST(ModelLists, OfferWhatTheRecordAllows) {
     const Session propane = test::substance_session(test::propane, eos_peng_robinson);
     for (const Offer& row : Offers) {
         Session s = propane;
-        row.change(s);
+        row.change(s.substance);
         EXPECT_EQ(codes(AktualisiereEOSKombi(s)), row.eos) << row.record;
         EXPECT_EQ(codes(AktualisierepKombi(s)), row.evp) << row.record;
         EXPECT_EQ(codes(AktualisiereHLVKombi(s)), row.hlv) << row.record;
@@ -120,23 +101,20 @@ TEST(ModelLists, Selection) {
 // Steps of one user at the window, and what the record and the delta(LV)h list are after each.
 struct Step {
     const char* action;
-    void (*act)(Session& s, ModelList& hlv);
+    int eos, option;  // the choice made: a code, or with -1 the option of the concept
     bool VPhaseOnly, Konzept;
     int last_hlv, HLVKode;
 };
 const Step Steps[] = {
-    {"Redlich/Kwong", [](Session& s, ModelList& l) { EOSKombi_Click(s, 4, l); }, false, true, 7, 7},
-    {"PARTIAL", [](Session& s, ModelList&) { PriorOpt_Click(s, 1); }, false, false, 7, 7},
-    {"another cubic keeps the concept", [](Session& s, ModelList& l) { EOSKombi_Click(s, 6, l); }, false,
-     false, 7, 7},
-    {"virial: 7 leaves, the first is taken", [](Session& s, ModelList& l) { EOSKombi_Click(s, 16, l); }, true,
-     false, 6, 1},
-    {"another virial", [](Session& s, ModelList& l) { EOSKombi_Click(s, 12, l); }, true, false, 6, 1},
-    {"no GLOBAL now", [](Session& s, ModelList&) { PriorOpt_Click(s, 0); }, true, false, 6, 1},
-    {"back to a cubic: GLOBAL, 7 returns", [](Session& s, ModelList& l) { EOSKombi_Click(s, 5, l); }, false,
-     true, 7, 1},
-    {"once only", [](Session& s, ModelList& l) { EOSKombi_Click(s, 6, l); }, false, true, 7, 1},
-    {"ideal gas", [](Session& s, ModelList& l) { EOSKombi_Click(s, 0, l); }, true, false, 6, 1},
+    {"Redlich/Kwong", 4, 0, false, true, 7, 7},
+    {"PARTIAL", -1, 1, false, false, 7, 7},
+    {"another cubic keeps the concept", 6, 0, false, false, 7, 7},
+    {"virial: 7 leaves, the first is taken", 16, 0, true, false, 6, 1},
+    {"another virial", 12, 0, true, false, 6, 1},
+    {"no GLOBAL now", -1, 0, true, false, 6, 1},
+    {"back to a cubic: GLOBAL, 7 returns", 5, 0, false, true, 7, 1},
+    {"once only", 6, 0, false, true, 7, 1},
+    {"ideal gas", 0, 0, true, false, 6, 1},
 };
 
 TEST(Choice, EquationOfStateAndConcept) {
@@ -144,7 +122,11 @@ TEST(Choice, EquationOfStateAndConcept) {
     ModelList hlv = AktualisiereHLVKombi(s);
     HLVKombi_Click(s, hlv_eos);
     for (const Step& step : Steps) {
-        step.act(s, hlv);
+        if (step.eos < 0) {
+            PriorOpt_Click(s, step.option);
+        } else {
+            EOSKombi_Click(s, step.eos, hlv);
+        }
         EXPECT_EQ(s.models.VPhaseOnly, step.VPhaseOnly) << step.action;
         EXPECT_EQ(s.models.Konzept, step.Konzept) << step.action;
         EXPECT_EQ(hlv.entries.back().code, step.last_hlv) << step.action;
