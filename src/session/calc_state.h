@@ -68,7 +68,7 @@ struct CalcState {
     int ExtLevel = 1;            // 1 no extended output; 2 first box, 3 second box, 4 both
     bool ShowFunctions = false;  // the table of functions in the list
 
-    // Written by frmQCalcOut: where it stood when it was closed; -1 before.
+    // Written by frmQCalcOut: where the user last moved it; -1 before.
     int QCalcOutLeft = -1, QCalcOutTop = -1;
 
     // Written by CalcDispatch and frmCalcIn: 4 reference point, 33 tank, 100 + CalcMode direct values.

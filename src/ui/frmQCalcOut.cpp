@@ -340,10 +340,6 @@ void frmQCalcOut::end_calculation() {
 }
 
 void frmQCalcOut::closeEvent(QCloseEvent* event) {
-    if (const auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-        session_.calc.QCalcOutLeft = sub->x();
-        session_.calc.QCalcOutTop = sub->y();
-    }
     for (QWidget* window :
          {static_cast<QWidget*>(iso_), static_cast<QWidget*>(diagnosis_), static_cast<QWidget*>(picture_)})
         drop_window(window);
@@ -357,6 +353,18 @@ void frmQCalcOut::showEvent(QShowEvent* event) {
     placed_ = true;
     const QPoint kept(session_.calc.QCalcOutLeft, session_.calc.QCalcOutTop);
     if (kept.x() >= 0 && kept.y() >= 0 && sub->parentWidget()->rect().contains(kept)) sub->move(kept);
+    sub->installEventFilter(this);
+}
+
+// The place is noted while the window is moved: when it closes it may have left the main window already.
+bool frmQCalcOut::eventFilter(QObject* watched, QEvent* event) {
+    const auto* sub = qobject_cast<QMdiSubWindow*>(watched);
+    if (event->type() == QEvent::Move && sub && sub->parentWidget() && !sub->isMaximized() &&
+        !sub->isMinimized()) {
+        session_.calc.QCalcOutLeft = sub->x();
+        session_.calc.QCalcOutTop = sub->y();
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void frmQCalcOut::changeEvent(QEvent* event) {

@@ -495,6 +495,10 @@ void IsothermView::show_picture(IsothermPicture picture) {
     update();
 }
 
+QSize IsothermView::sizeHint() const { return {text_width(*this, 74), text_width(*this, 53)}; }
+
+QSize IsothermView::minimumSizeHint() const { return {text_width(*this, 48), text_width(*this, 36)}; }
+
 void IsothermView::copy() const {
     constexpr QSize Sheet(800, 560);
     constexpr int Scale = 2;

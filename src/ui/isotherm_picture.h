@@ -32,8 +32,8 @@ class IsothermView : public QWidget {
     void show_picture(IsothermPicture picture);
     const IsothermPicture& picture() const { return picture_; }
     void copy() const;  // as a picture on paper
-    QSize sizeHint() const override { return {560, 400}; }
-    QSize minimumSizeHint() const override { return {360, 280}; }
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
  protected:
     void paintEvent(QPaintEvent* event) override;

@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QWidget>
+#include <QtMath>
 #include <iterator>
 
 #include "ui/look.h"
@@ -144,7 +145,7 @@ QFont head_font() {
 }
 
 int text_width(const QWidget& widget, int digits) {
-    return widget.fontMetrics().horizontalAdvance(QLatin1Char('0')) * digits;
+    return qCeil(QFontMetricsF(widget.font()).horizontalAdvance(QLatin1Char('0')) * digits);
 }
 
 QSize natural_size(QWidget& widget, const QSize& first) {

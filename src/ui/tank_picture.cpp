@@ -147,6 +147,10 @@ void TankPicture::show_tank(TankView view) {
     update();
 }
 
+QSize TankPicture::sizeHint() const { return {text_width(*this, 48), text_width(*this, 40)}; }
+
+QSize TankPicture::minimumSizeHint() const { return {text_width(*this, 37), text_width(*this, 29)}; }
+
 void TankPicture::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     draw_tank(painter, size(), view_);

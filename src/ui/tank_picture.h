@@ -17,8 +17,8 @@ class TankPicture : public QWidget {
     explicit TankPicture(QWidget* parent = nullptr);
     void show_tank(TankView view);
     const TankView& tank() const { return view_; }
-    QSize sizeHint() const override { return {360, 300}; }
-    QSize minimumSizeHint() const override { return {280, 220}; }
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
  protected:
     void paintEvent(QPaintEvent* event) override;
