@@ -8,22 +8,14 @@
 #include "calc/calc_batch.h"
 #include "engine/vapor_pressure.h"
 #include "engine/vaporization_enthalpy.h"
+#include "support/queued_messages.h"
 #include "support/starter.h"
 
 namespace quom::test {
 
-// Takes the default answer and remembers what was asked.
-struct Listener : Messages {
-    std::vector<Message> asked;
-    Answer ask(const Message& message) override {
-        asked.push_back(message);
-        return message.default_button;
-    }
-};
-
 struct Bench {
     Session s;
-    Listener listener;
+    QueuedMessages listener;
 
     explicit Bench(std::string_view cas = propane, int eos = eos_peng_robinson)
         : s(substance_session(cas, eos)) {

@@ -52,9 +52,9 @@ TEST(CalcDispatch, decides_the_inputs_of_each_mode) {
     };
     for (const Way& w : ways) {
         Session s = sample::propane(w.EOSKode);
-        sample::Asked asked;
-        asked.answers.assign(w.answers.begin(), w.answers.end());
-        s.messages = &asked;
+        QueuedMessages user;
+        user.answers.assign(w.answers.begin(), w.answers.end());
+        s.messages = &user;
         s.models.HLVKode = w.HLVKode;
         s.options.BatchMode = w.batch;
         s.calc.CalcMode = w.mode;
@@ -70,7 +70,7 @@ TEST(CalcDispatch, decides_the_inputs_of_each_mode) {
         EXPECT_EQ(s.calc.GlobalCalc, w.GlobalCalc) << w.name;
         EXPECT_EQ(s.calc.VLEAssumed, opens == "SRP" && w.mode == 3) << w.name;
         if (w.mode == 2) {
-            EXPECT_EQ(asked.messages.at(0).text, "possible only using a cubic EOS");
+            EXPECT_EQ(user.asked.at(0).text, "possible only using a cubic EOS");
         }
     }
 }
@@ -394,13 +394,13 @@ TEST(Options, set_units_or_refuse) {
     for (const Case& c : cases) {
         Session s = sample::propane();
         c.change(s);
-        sample::Asked asked;
-        s.messages = &asked;
+        QueuedMessages user;
+        s.messages = &user;
         OptionsInput input = open_options(s);
         input.specific = c.specific, input.chkReduziert = c.reduced, input.Dens = 7000;
         const OptionsResult r = apply_options(s, input);
         EXPECT_EQ(r.taken, c.taken) << c.name;
-        EXPECT_EQ(asked.messages.size(), c.taken ? 0u : 1u) << c.name;
+        EXPECT_EQ(user.asked.size(), c.taken ? 0u : 1u) << c.name;
         EXPECT_EQ(s.units.EnergyMode, c.EnergyMode) << c.name;
         EXPECT_EQ(s.units.VolumeMode, c.VolumeMode) << c.name;
         EXPECT_NEAR(s.units.uFactor, c.uFactor, 1e-6) << c.name;
@@ -425,13 +425,13 @@ TEST(Options, ask_about_a_comma_only_where_it_is_the_decimal_sign) {
     for (const bool decimal_comma : {false, true}) {
         Session s = sample::propane();
         s.options.DezimalKomma = decimal_comma;
-        sample::Asked asked;
-        asked.answers = {Answer::yes, Answer::no};
-        s.messages = &asked;
+        QueuedMessages user;
+        user.answers = {Answer::yes, Answer::no};
+        s.messages = &user;
         OptionsInput input = open_options(s);
         input.SepCSV = input.SepXY = ',';
         apply_options(s, input);
-        EXPECT_EQ(asked.messages.size(), decimal_comma ? 2u : 0u);
+        EXPECT_EQ(user.asked.size(), decimal_comma ? 2u : 0u);
         EXPECT_EQ(s.options.SepCSV, decimal_comma ? ';' : ',');
         EXPECT_EQ(s.options.SepXY, ',');
     }

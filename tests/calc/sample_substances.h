@@ -1,14 +1,12 @@
 // Sessions with a substance and its models, made in memory.
 #pragma once
 #include <cmath>
-#include <deque>
 #include <string>
-#include <vector>
 
-#include "base/messages.h"
 #include "engine/eos_parameters.h"
 #include "engine/vapor_pressure.h"
 #include "session/session.h"
+#include "support/queued_messages.h"
 
 namespace quom::sample {
 
@@ -39,18 +37,5 @@ inline Session propane(int EOSKode = eos_peng_robinson) {
     InitEOSPar(s, EOSKode);
     return s;
 }
-
-// Answers in the order given, then the default; keeps what was asked.
-struct Asked : Messages {
-    std::deque<Answer> answers;
-    std::vector<Message> messages;
-    Answer ask(const Message& message) override {
-        messages.push_back(message);
-        if (answers.empty()) return message.default_button;
-        const Answer answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-};
 
 }  // namespace quom::sample

@@ -2,23 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "engine/vapor_pressure.h"
+#include "support/queued_messages.h"
 #include "support/starter.h"
 
 namespace quom {
 namespace {
-
-struct OneAnswer : Messages {
-    Answer answer;
-    std::vector<Message> told;
-    explicit OneAnswer(Answer a) : answer(a) {}
-    Answer ask(const Message& message) override {
-        told.push_back(message);
-        return answer;
-    }
-};
 
 TEST(StartUpTest, reset_touches_what_belongs_to_a_substance_and_nothing_else) {
     Session s = test::substance_session(test::propane, 6);
@@ -41,16 +30,17 @@ TEST(StartUpTest, reset_touches_what_belongs_to_a_substance_and_nothing_else) {
 
 TEST(StartUpTest, confirming_a_substance) {
     for (const Answer answer : {Answer::yes, Answer::no}) {
-        OneAnswer user(answer);
+        QueuedMessages user;
+        user.answers.push_back(answer);
         Session s = test::starter_session();
         s.messages = &user;
         s.models.EVPKode = evp_thompson;
         s.exp.points.resize(3);
         EXPECT_EQ(confirm_substance(s, 0), 0);
-        EXPECT_TRUE(user.told.empty());
+        EXPECT_TRUE(user.asked.empty());
         EXPECT_EQ(confirm_substance(s, FindCAS(s, test::propane)), 0);
-        ASSERT_EQ(user.told.size(), 1u);
-        EXPECT_EQ(user.told[0].text, "New substance was chosen.\nDelete loaded exper. data now?");
+        ASSERT_EQ(user.asked.size(), 1u);
+        EXPECT_EQ(user.asked[0].text, "New substance was chosen.\nDelete loaded exper. data now?");
         EXPECT_EQ(s.exp.points.size(), answer == Answer::yes ? 1u : 3u);
         EXPECT_EQ(s.units.TcrStart, s.substance.Tcr);
         // The correlated set is there, and goes through the normal boiling point by its making.

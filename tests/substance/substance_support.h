@@ -9,18 +9,9 @@
 
 #include "base/files.h"
 #include "session/session.h"
+#include "support/queued_messages.h"
 
 namespace quom::test {
-
-// Keeps what the user was told and gives one answer.
-struct Listener : Messages {
-    std::vector<Message> told;
-    Answer answer = Answer::ok;
-    Answer ask(const Message& message) override {
-        told.push_back(message);
-        return answer;
-    }
-};
 
 // An empty folder named after the running test, removed at the end.
 class Folder {

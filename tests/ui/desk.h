@@ -17,31 +17,11 @@
 #include <vector>
 
 #include "session/shell.h"
+#include "support/queued_messages.h"
 #include "ui/dialogs.h"
 #include "ui/mdiQUOM.h"
 
 namespace quom {
-
-// Answers from a queue, or the default when it is empty; keeps what was asked.
-class QueuedMessages : public Messages {
- public:
-    std::deque<Answer> answers;
-    std::vector<Message> asked;
-    Answer ask(const Message& message) override {
-        asked.push_back(message);
-        if (answers.empty()) return message.default_button;
-        const Answer answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    // Titles and texts asked since the last call.
-    std::vector<std::pair<std::string, std::string>> take() {
-        std::vector<std::pair<std::string, std::string>> texts;
-        for (const Message& m : asked) texts.emplace_back(m.title, m.text);
-        asked.clear();
-        return texts;
-    }
-};
 
 // Answers questions for files from a queue; an empty queue or text means cancelled.
 class QueuedDialogs : public Dialogs {

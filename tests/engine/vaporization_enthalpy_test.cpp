@@ -161,17 +161,17 @@ TEST(Hlv, RangeCountsPositiveOnBothSides) {
         bool box;
     } rows[] = {{300, 0, false}, {269, 5, false}, {268, 6, true}, {505, 5, false}, {506.4, 6, true}};
     for (const auto& row : rows) {
-        sample::Asked user;
+        QueuedMessages user;
         s.messages = &user;
         double T = row.T, p = 0.0;
         EXPECT_EQ(hLV(s, hlv_equation, T, p, evp_wagner, true).dT, row.dT) << row.T;
-        ASSERT_EQ(user.messages.size(), row.box ? 1u : 0u) << row.T;
+        ASSERT_EQ(user.asked.size(), row.box ? 1u : 0u) << row.T;
         if (!row.box) continue;
-        EXPECT_EQ(user.messages[0].title, "Warning concerning equation delta(LV)h = Fu(T)");
-        EXPECT_EQ(user.messages[0].text,
+        EXPECT_EQ(user.asked[0].title, "Warning concerning equation delta(LV)h = Fu(T)");
+        EXPECT_EQ(user.asked[0].text,
                   "Temperature 6 K outside parameter validity\n(cf. Data/Parameters delta(LV)h = Fu(T))");
         EXPECT_EQ(hLV_Fu(s, row.T).dT, row.dT);  // no box without leave
-        EXPECT_EQ(user.messages.size(), 1u);
+        EXPECT_EQ(user.asked.size(), 1u);
     }
 }
 

@@ -186,15 +186,15 @@ TEST(ModelOk, WarnsOfOmegaZero) {
                 {3, 6, 0.1, false}, {3, 0, -0.2, false}};
     for (const auto& row : rows) {
         Session s = test::substance_session(test::propane, row.EOSKode);
-        sample::Asked user;
+        QueuedMessages user;
         s.messages = &user;
         s.substance.omega = row.omega;
         s.models.HLVKode = row.HLVKode;
         EXPECT_EQ(cmdOKModell_Click(s).err, 0);  // it stops nothing
-        ASSERT_EQ(user.messages.size(), row.box ? 1u : 0u) << row.HLVKode << " " << row.EOSKode;
+        ASSERT_EQ(user.asked.size(), row.box ? 1u : 0u) << row.HLVKode << " " << row.EOSKode;
         if (!row.box) continue;
-        EXPECT_EQ(user.messages[0].title, "WARNING");
-        EXPECT_EQ(user.messages[0].text,
+        EXPECT_EQ(user.asked[0].title, "WARNING");
+        EXPECT_EQ(user.asked[0].text,
                   "no acentric factor available.\nCalculated using omega = 0\n(Input => database editor)");
     }
 }

@@ -14,7 +14,7 @@
 namespace quom {
 namespace {
 
-Session starter(test::Listener& listener) {
+Session starter(QueuedMessages& listener) {
     Session s;
     s.database.ProgramPath = QUOM_STARTER_DATA;
     EXPECT_EQ(LoadDatabase(s, 7, "quom.q07").err, 0);
@@ -77,7 +77,7 @@ TEST(Synonyms, BlocksHeadsAndEnds) {
 
 // Every substance is found by its English name, its German name, each of its synonyms and its CAS number.
 TEST(Search, EverySubstanceByEveryName) {
-    test::Listener listener;
+    QueuedMessages listener;
     Session s = starter(listener);
     const std::string bytes = test::bytes_of(std::string(QUOM_STARTER_DATA) + "/" + SynonymFile);
     const std::vector<SynonymBlock> blocks = read_synonym_blocks(bytes);
@@ -96,7 +96,7 @@ TEST(Search, EverySubstanceByEveryName) {
             EXPECT_EQ(FindSubstance(s, name).index, index) << name << " of " << block.casrn;
         }
     }
-    EXPECT_TRUE(listener.told.empty());
+    EXPECT_TRUE(listener.asked.empty());
     s.options.Englisch = false;  // the same file with the German names
     ASSERT_EQ(LoadDatabase(s, 7, "quom.q07").err, 0);
     for (const auto& [name, cas] : {std::pair{"wasser", "7732-18-5"},
@@ -111,44 +111,44 @@ TEST(Search, EverySubstanceByEveryName) {
 }
 
 TEST(Search, NothingFoundTellsWhyAndKeepsTheRow) {
-    test::Listener listener;
+    QueuedMessages listener;
     Session s = starter(listener);
     s.database.StoffIndex = 7;
     EXPECT_EQ(FindSubstance(s, "no such thing").index, 7);
     EXPECT_FALSE(FindSubstance(s, "").found);
-    ASSERT_FALSE(listener.told.empty());
-    EXPECT_EQ(listener.told[0].title, "ERROR: Selection of a substance");
-    EXPECT_EQ(listener.told[0].text, "Nothing found.");
+    ASSERT_FALSE(listener.asked.empty());
+    EXPECT_EQ(listener.asked[0].title, "ERROR: Selection of a substance");
+    EXPECT_EQ(listener.asked[0].text, "Nothing found.");
     // a substance of the synonym file that the database does not hold
     test::Folder folder;
     folder.write(SynonymFile, "99-99-9\r\n#X\r\nUNOBTAINIUM\r\n\r\nEND\r\n");
     s.database.ProgramPath = folder.path();
-    listener.told.clear();
+    listener.asked.clear();
     EXPECT_FALSE(FindSubstance(s, "Unobtainium").found);
-    ASSERT_EQ(listener.told.size(), 1u);
-    EXPECT_EQ(listener.told[0].text, "CASRN 99-99-9 This substance is not involved in the database ");
+    ASSERT_EQ(listener.asked.size(), 1u);
+    EXPECT_EQ(listener.asked[0].text, "CASRN 99-99-9 This substance is not involved in the database ");
     // no file at all
     s.database.ProgramPath = folder.path("nowhere");
-    listener.told.clear();
+    listener.asked.clear();
     EXPECT_FALSE(FindSubstance(s, "Unobtainium").found);
-    EXPECT_EQ(listener.told.at(0).text, "Nothing found.");
+    EXPECT_EQ(listener.asked.at(0).text, "Nothing found.");
 }
 
 TEST(Search, ListOfSynonyms) {
-    test::Listener listener;
+    QueuedMessages listener;
     const Session s = starter(listener);
     EXPECT_GT(ShowSynonyms(s, "7732-18-5").count, 3);
     for (const char* none : {"", "   ", "<>"}) EXPECT_EQ(ShowSynonyms(s, none).err, -1);
-    ASSERT_EQ(listener.told.size(), 3u);
-    EXPECT_EQ(listener.told[0].title, "WARNING");
-    EXPECT_EQ(listener.told[0].text, "CASRN not given/ not correct");
+    ASSERT_EQ(listener.asked.size(), 3u);
+    EXPECT_EQ(listener.asked[0].title, "WARNING");
+    EXPECT_EQ(listener.asked[0].text, "CASRN not given/ not correct");
     EXPECT_EQ(ShowSynonyms(s, "00-00-0").err, -1);  // passes the test of the number, is not in the file
-    EXPECT_EQ(listener.told.back().title, "Execution not possible");
-    EXPECT_TRUE(listener.told.back().text.starts_with("CASRN is still lacking in the list of synonyms\n"));
+    EXPECT_EQ(listener.asked.back().title, "Execution not possible");
+    EXPECT_TRUE(listener.asked.back().text.starts_with("CASRN is still lacking in the list of synonyms\n"));
 }
 
 TEST(Search, SystemNumberAndMemory) {
-    test::Listener listener;
+    QueuedMessages listener;
     Session s = starter(listener);
     s.database.StoffIndex = 3;
     const int number = s.database.file.rows[9].SubstanceNo;

@@ -87,16 +87,16 @@ TEST(CondensedPhases, BoxesFrom6KOutside) {
     for (const Warned& row : Boxes) {
         Session s = test::substance_session(row.solid ? test::water : test::ethanol, eos_peng_robinson);
         for (const bool warn : {true, false}) {
-            sample::Asked user;
+            QueuedMessages user;
             s.messages = &user;
             const DensityResult r = row.solid ? rhoS_Fu(s, row.T, warn) : rhoL_Fu(s, row.T, warn);
             EXPECT_EQ(r.dT, row.dT) << row.T;
-            ASSERT_EQ(user.messages.size(), warn && row.offset ? 1u : 0u) << row.T;
-            if (user.messages.empty()) continue;
+            ASSERT_EQ(user.asked.size(), warn && row.offset ? 1u : 0u) << row.T;
+            if (user.asked.empty()) continue;
             const std::string temperature = std::string(" Temperature") + row.offset;
-            EXPECT_EQ(user.messages[0].title, row.solid ? "Warning concerning the equ. rho(S) = Fu(T)"
-                                                        : "Warning concerning the equation rho(L) = Fu(T)");
-            EXPECT_EQ(user.messages[0].text,
+            EXPECT_EQ(user.asked[0].title, row.solid ? "Warning concerning the equ. rho(S) = Fu(T)"
+                                                     : "Warning concerning the equation rho(L) = Fu(T)");
+            EXPECT_EQ(user.asked[0].text,
                       temperature + (row.solid ? " K outside T-range of the parameters\n(range of validity: "
                                                  "150 ... 273 K)"
                                                : " K outside parameter validity\n(for temperature range cf. "
@@ -105,12 +105,12 @@ TEST(CondensedPhases, BoxesFrom6KOutside) {
     }
     // the line has no validity
     Session s = test::starter_session();
-    sample::Asked user;
+    QueuedMessages user;
     s.messages = &user;
     s.substance.RhoL = {800, -1.2f, 300};
     s.substance.RhoLTHi = 310;
     EXPECT_EQ(rhoL_Fu(s, 700, true).dT, 0);
-    EXPECT_TRUE(user.messages.empty());
+    EXPECT_TRUE(user.asked.empty());
 }
 
 struct CpForm {

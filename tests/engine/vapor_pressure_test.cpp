@@ -262,17 +262,17 @@ TEST(VaporPressure, BoxesOutsideTheValidity) {
     for (const Warned& row : Boxes) {
         for (const bool warn : {true, false}) {
             const double p = pLV_EVP(s, row.T, row.code).value;
-            sample::Asked user;
+            QueuedMessages user;
             s.messages = &user;
             const EvpResult r =
                 row.inverse ? TLV_EVP(s, p, row.code, warn) : pLV_EVP(s, row.T, row.code, warn);
             s.messages = nullptr;
             EXPECT_EQ(r.dT, row.dT) << row.code << " " << row.T;
             EXPECT_EQ(r.err, 0);
-            ASSERT_EQ(user.messages.size(), warn && row.text ? 1u : 0u) << row.code << " " << row.T;
-            if (user.messages.empty()) continue;
-            EXPECT_EQ(user.messages[0].title, "Warning concerning vapor pressure equation");
-            EXPECT_EQ(user.messages[0].text,
+            ASSERT_EQ(user.asked.size(), warn && row.text ? 1u : 0u) << row.code << " " << row.T;
+            if (user.asked.empty()) continue;
+            EXPECT_EQ(user.asked[0].title, "Warning concerning vapor pressure equation");
+            EXPECT_EQ(user.asked[0].text,
                       std::string(row.text) + "\n(cf. Data/Parameters vapor pressure equ.)");
         }
     }
