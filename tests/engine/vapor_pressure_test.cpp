@@ -15,7 +15,7 @@ namespace quom {
 namespace {
 
 constexpr std::string_view toluene = "108-88-3", butane = "106-97-8", R134a = "811-97-2",
-                           heavy_water = "7789-20-0";
+                           heavy_water = "7789-20-0", bromine = "7726-95-6", cycloheptane = "291-64-5";
 
 // Selects a substance and fills its correlated sets.
 void with_all_sets(Session& s, std::string_view cas) {
@@ -176,6 +176,8 @@ const HardCase HardCases[] = {
     {test::propane, 7, 0.985, 0.995, "start beyond T(cr)"},
     {test::nitrogen, 7, 0.985, 0.995, "start beyond T(cr)"},
     {test::water, 7, 0.985, 0.995, "start beyond T(cr)"},
+    {bromine, 7, 0.96, 0.995, "a second root on the falling part of the curve, at 5 T(cr)"},
+    {cycloheptane, 4, 0.94, 0.974, "first step beyond the T(cr) of the set"},
     {test::hydrogen, 7, 0.5, 0.995, "quantum gas"},
     {test::hydrogen, 3, 0.5, 0.995, "quantum gas"},
 };
