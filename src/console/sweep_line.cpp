@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 
 #include "base/code_page.h"
 #include "calc/mode_table.h"
@@ -82,7 +81,7 @@ void add_state_columns(std::vector<SweepColumnSpec>& columns, int mode, bool fun
 }  // namespace
 
 void RowWriter::put(std::string_view text) {
-    std::memcpy(space(text.size()), text.data(), text.size());
+    text.copy(space(text.size()), text.size());
     used_ += text.size();
 }
 
