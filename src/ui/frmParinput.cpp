@@ -9,6 +9,7 @@
 #include <limits>
 
 #include "ui/labels.h"
+#include "ui/look.h"
 #include "ui/number_box.h"
 
 namespace quom {
@@ -36,6 +37,8 @@ frmParinput::frmParinput(Session& session, int kind, QWidget* parent)
     setWindowTitle(QString::fromStdString(form_.caption));
 
     auto* layout = new QVBoxLayout(this);
+    // Wide enough for the caption between icon and buttons of the title bar.
+    setMinimumWidth(QFontMetrics(head_font()).horizontalAdvance(windowTitle()) + 100);
     layout->addWidget(make_boxes());
     if (QWidget* options = make_options()) layout->addWidget(options);
 

@@ -12,9 +12,12 @@
 #include "base/files.h"
 #include "session/data_diagnosis.h"
 #include "session/program_path.h"
+#include "ui/calculation_road.h"
 #include "ui/dialogs.h"
 #include "ui/frmBParInput.h"
+#include "ui/frmCalcIn.h"
 #include "ui/frmQModell.h"
+#include "ui/frmQOptions.h"
 #include "ui/frmQStoffWahl.h"
 #include "ui/mdiQUOM.h"
 #include "ui/menu_actions.h"
@@ -67,6 +70,13 @@ constexpr Step Steps[] = {
                                .kind = MessageKind::question});
      }},
     {"virial", [](mdiQUOM& f) { frmBParInput(f.session(), &f).exec(); }},
+    {"reference-state", [](mdiQUOM& f) { open_reference_state(f, 0); }},
+    {"options", [](mdiQUOM& f) { open_options(f, 0); }},
+    {"selection", [](mdiQUOM& f) { start_calculation(f, 4); }},
+    {"selection-partial", [](mdiQUOM& f) { press(f, frmCalcIn::Name, "opt_glob_1"); }},
+    {"reference-point", [](mdiQUOM& f) { press(f, frmCalcIn::Name, "Ref_opt_2"); }},
+    {"input", [](mdiQUOM& f) { start_calculation(f, 1); }},
+    {"input-tank", [](mdiQUOM& f) { start_tank(f, 0); }},
     {"data", [](mdiQUOM& f) { pop_up(f, "mnuData"); }},
     {"calculations", [](mdiQUOM& f) { pop_up(f, "mnuCalcMain"); }},
     {"functions", [](mdiQUOM& f) { pop_up(f, "mnuGraf_FuT"); }},
