@@ -4,12 +4,31 @@
 #include <utility>
 
 #include "ui/frmCalcIn.h"
+#include "ui/frmKessel.h"
 #include "ui/frmParinput.h"
+#include "ui/frmQCalcOut.h"
 #include "ui/mdiQUOM.h"
 
 namespace quom {
 
-CalculationRoad::CalculationRoad(mdiQUOM& frame) : QObject(&frame), frame_(frame) {}
+namespace {
+
+ResultWindow make_result(Session& s) {
+    auto* window = new frmQCalcOut(s);
+    if (window->loaded()) return {window, window->sizeHint(), [window] { window->refresh(); }};
+    delete window;
+    return {};
+}
+
+ResultWindow make_tank(Session& s) {
+    auto* window = new frmKessel(s);
+    return {window, window->sizeHint(), [window] { window->refresh(); }};
+}
+
+}  // namespace
+
+CalculationRoad::CalculationRoad(mdiQUOM& frame)
+    : QObject(&frame), windows{make_result, make_tank, {}}, frame_(frame) {}
 
 CalculationRoad& CalculationRoad::of(mdiQUOM& frame) {
     auto* road = frame.findChild<CalculationRoad*>(QString(), Qt::FindDirectChildrenOnly);

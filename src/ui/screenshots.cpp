@@ -16,11 +16,13 @@
 #include "ui/dialogs.h"
 #include "ui/frmBParInput.h"
 #include "ui/frmCalcIn.h"
+#include "ui/frmParinput.h"
 #include "ui/frmQModell.h"
 #include "ui/frmQOptions.h"
 #include "ui/frmQStoffWahl.h"
 #include "ui/mdiQUOM.h"
 #include "ui/menu_actions.h"
+#include "ui/number_box.h"
 
 namespace quom {
 
@@ -40,6 +42,14 @@ struct Step {
 void press(mdiQUOM& frame, const char* window, const char* button) {
     if (QWidget* w = frame.child(window))
         if (auto* b = w->findChild<QAbstractButton*>(QLatin1String(button))) b->click();
+}
+
+void calculate(mdiQUOM& frame, std::initializer_list<const char*> values) {
+    auto* input = frame.child<frmParinput>();
+    if (!input) return;
+    std::size_t box = 0;
+    for (const char* value : values) input->par[box++]->setText(QLatin1String(value));
+    input->cmdParameter_OK->click();
 }
 
 void pop_up(mdiQUOM& frame, const char* name) {
@@ -76,7 +86,15 @@ constexpr Step Steps[] = {
     {"selection-partial", [](mdiQUOM& f) { press(f, frmCalcIn::Name, "opt_glob_1"); }},
     {"reference-point", [](mdiQUOM& f) { press(f, frmCalcIn::Name, "Ref_opt_2"); }},
     {"input", [](mdiQUOM& f) { start_calculation(f, 1); }},
-    {"input-tank", [](mdiQUOM& f) { start_tank(f, 0); }},
+    {"result",
+     [](mdiQUOM& f) {
+         calculate(f, {"300", "100"});
+     }},
+    {"tank", [](mdiQUOM& f) { start_tank(f, 0); }},
+    {"tank-result",
+     [](mdiQUOM& f) {
+         calculate(f, {"1", "100", "300"});
+     }},
     {"data", [](mdiQUOM& f) { pop_up(f, "mnuData"); }},
     {"calculations", [](mdiQUOM& f) { pop_up(f, "mnuCalcMain"); }},
     {"functions", [](mdiQUOM& f) { pop_up(f, "mnuGraf_FuT"); }},
