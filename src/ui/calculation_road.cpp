@@ -1,6 +1,7 @@
 #include "ui/calculation_road.h"
 
 #include <QEvent>
+#include <algorithm>
 #include <utility>
 
 #include "ui/frmCalcIn.h"
@@ -137,8 +138,12 @@ bool CalculationRoad::show_result(Shown& shown, const std::function<ResultWindow
     const ResultWindow window = make(frame_.session());
     if (!window.widget) return false;
     shown = {window.widget, window.refresh};
-    if (&shown == &result_) window.widget->installEventFilter(this);
+    const bool tank = &shown == &tank_;
+    if (!tank) window.widget->installEventFilter(this);
     frame_.open_child(window.widget, window.first_size, Sizing::free, beside);
+    // Over the result, where it has to be, the tank covers no column of the list.
+    if (QWidget* frame = window.widget->parentWidget(); tank && beside)
+        frame->move(std::max(frame->x(), frame->parentWidget()->width() - frame->width()), frame->y());
     return true;
 }
 

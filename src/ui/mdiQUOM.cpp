@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
+#include <algorithm>
 
 #include "session/data_diagnosis.h"
 #include "session/start_up.h"
@@ -152,7 +153,11 @@ void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWi
     connect(window, &QWidget::windowTitleChanged, sub, &QWidget::setWindowTitle);
 
     const QSize frame = sub->sizeHint() - window->sizeHint();
-    const QSize size = natural_size(*window, first) + frame.expandedTo(QSize(0, 0));
+    const QSize border = frame.expandedTo(QSize(0, 0));
+    QSize size = natural_size(*window, first) + border;
+    // A list gives way before the area has to be scrolled.
+    if (sizing == Sizing::free)
+        size = size.boundedTo(area->viewport()->size()).expandedTo(window->minimumSizeHint() + border);
     if (sizing == Sizing::fixed) sub->setFixedSize(size);
     if (sizing == Sizing::width_only) sub->setFixedHeight(size.height());
 
@@ -166,6 +171,9 @@ void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWi
                  ? right
                  : left->geometry().topLeft() + QPoint(26, 26);
     }
+    // Whole in the area where it has room there.
+    const QSize room = area->viewport()->size() - size;
+    at = QPoint(std::max(0, std::min(at.x(), room.width())), std::max(0, std::min(at.y(), room.height())));
     sub->setGeometry(QRect(at, size));
     show_child(window);
 }

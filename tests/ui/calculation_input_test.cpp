@@ -331,6 +331,30 @@ TEST_F(Calculation, a_partial_tank_above_the_critical_point_has_nothing_to_show)
     EXPECT_EQ(open_windows().size(), 3u);
 }
 
+TEST_F(Calculation, the_menu_leads_to_the_result_beside_the_input) {
+    delete &CalculationRoad::of(frame);  // and with it the stand-ins
+    session().units.VolumeMode = 0;
+    menu("mnuCalc_2")->trigger();
+    for (const char* text : {"300", "100"}) type(text);
+    ASSERT_EQ(open_windows(), (std::vector<std::string>{"frmParinput", "frmQCalcOut"}));
+    const QRect inputs = input()->parentWidget()->geometry();
+    const QWidget* result_window = frame.child("frmQCalcOut");
+    const QRect results = result_window->parentWidget()->geometry();
+    EXPECT_EQ(results.left(), inputs.right() + 11);
+    EXPECT_TRUE(frame.area->viewport()->rect().contains(results));
+    const auto list = [&] { return in<ResultList>(result_window, "Liste")->toPlainText(); };
+    const QString first = list();
+    EXPECT_TRUE(first.contains(QStringLiteral("Density")));
+    type("400");
+    type("100");
+    EXPECT_NE(list(), first);
+    press(result_window, "cmdCalc_OK");
+    EXPECT_THAT(open_windows(), IsEmpty());
+    menu("Toolbar1_15")->trigger();
+    for (const char* text : {"1", "100", "300"}) type(text);
+    EXPECT_EQ(open_windows(), (std::vector<std::string>{"frmParinput", "frmQCalcOut", "frmKessel"}));
+}
+
 TEST_F(Calculation, the_selection_leads_to_a_diagram_too) {
     int drawn = 0;
     CalculationRoad::of(frame).select_for_diagram([&] { ++drawn; });
