@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "session/program_path.h"
@@ -16,7 +17,8 @@
 namespace {
 
 struct Arguments {
-    std::string program_folder, screenshots;
+    std::string program_folder;
+    std::string pictures;  // one run of the road for pictures, into this folder
     bool trace_start = false;
     std::vector<std::string> project;
 };
@@ -29,17 +31,33 @@ Arguments read_arguments(const QStringList& given) {
             a.trace_start = true;
         else if (given[i] == QStringLiteral("--program-folder") && has_value)
             a.program_folder = given[++i].toStdString();
-        else if (given[i] == QStringLiteral("--screenshots") && has_value)
-            a.screenshots = given[++i].toStdString();
+        else if (given[i] == QStringLiteral("--pictures") && has_value)
+            a.pictures = given[++i].toStdString();
         else
             a.project.push_back(given[i].toStdString());
     }
     return a;
 }
 
+// "--screenshots DIR" needs no display: the program runs itself for each scale. -1: not asked for.
+int screenshots(int argc, char** argv) {
+    QStringList others;
+    QString folder;
+    for (int i = 1; i < argc; ++i) {
+        if (std::string_view(argv[i]) == "--screenshots" && i + 1 < argc)
+            folder = QString::fromLocal8Bit(argv[++i]);
+        else
+            others << QString::fromLocal8Bit(argv[i]);
+    }
+    if (folder.isEmpty()) return -1;
+    const QCoreApplication app(argc, argv);
+    return quom::screenshot_runs(QCoreApplication::applicationFilePath(), others, folder);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (const int status = screenshots(argc, argv); status >= 0) return status;
     QElapsedTimer clock;
     clock.start();
     QApplication app(argc, argv);
@@ -66,9 +84,9 @@ int main(int argc, char** argv) {
     trace("start-up");
     QTimer::singleShot(0, &frame, [&] {
         trace("ready");
-        if (!arguments.screenshots.empty()) {
-            const int taken = quom::take_screenshots(frame, QString::fromStdString(arguments.screenshots));
-            std::printf("%d pictures in %s\n", taken, arguments.screenshots.c_str());
+        if (!arguments.pictures.empty()) {
+            const int taken = quom::take_screenshots(frame, QString::fromStdString(arguments.pictures));
+            std::printf("%d pictures in %s\n", taken, arguments.pictures.c_str());
             frame.close();
         }
     });

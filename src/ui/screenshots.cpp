@@ -5,8 +5,12 @@
 #include <QComboBox>
 #include <QDir>
 #include <QEventLoop>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QPixmap>
+#include <QProcess>
+#include <QSet>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include "base/files.h"
@@ -17,10 +21,12 @@
 #include "ui/frmBParInput.h"
 #include "ui/frmCalcIn.h"
 #include "ui/frmParinput.h"
+#include "ui/frmQCalcOut.h"
 #include "ui/frmQModell.h"
 #include "ui/frmQOptions.h"
 #include "ui/frmQStoffWahl.h"
 #include "ui/mdiQUOM.h"
+#include "ui/mdi_area.h"
 #include "ui/menu_actions.h"
 #include "ui/number_box.h"
 
@@ -90,7 +96,28 @@ constexpr Step Steps[] = {
      [](mdiQUOM& f) {
          calculate(f, {"300", "100"});
      }},
-    {"tank", [](mdiQUOM& f) { start_tank(f, 0); }},
+    {"functions-table", [](mdiQUOM& f) { press(f, frmQCalcOut::Name, "chkUHS"); }},
+    {"eos-diagnosis", [](mdiQUOM& f) { press(f, frmQCalcOut::Name, "cmdCEOSDiagnose"); }},
+    {"supercritical-input",
+     [](mdiQUOM& f) {
+         f.unload_calculation_windows();
+         start_calculation(f, 1);
+         calculate(f, {"400", "200"});
+     }},
+    {"supercritical", [](mdiQUOM& f) { press(f, frmQCalcOut::Name, "cmdInfoSuperCrit"); }},
+    {"iso",
+     [](mdiQUOM& f) {
+         f.unload_calculation_windows();
+         start_calculation(f, 8);
+         calculate(f, {"320", "500"});
+         press(f, frmQCalcOut::Name, "cmdIsoCalc");
+     }},
+    {"iso-found", [](mdiQUOM& f) { press(f, "frmIsoCalc", "cmdCalc"); }},
+    {"tank",
+     [](mdiQUOM& f) {
+         f.unload_calculation_windows();
+         start_tank(f, 0);
+     }},
     {"tank-result",
      [](mdiQUOM& f) {
          calculate(f, {"1", "100", "300"});
@@ -101,6 +128,19 @@ constexpr Step Steps[] = {
     {"help", [](mdiQUOM& f) { f.show_help(62); }},
 };
 
+// One run of the road: a folder of pictures at a scale and in a theme.
+struct PictureRun {
+    const char *folder, *scale, *theme;
+};
+constexpr PictureRun Runs[] = {{"100", "1", "light"}, {"200", "2", "light"}, {"dark", "1", "dark"}};
+
+constexpr QSize PictureSize(1360, 900);
+
+// A screen without a display that holds the main window at any of the scales.
+constexpr const char* Screen =
+    R"({"screens":[{"name":"pictures","x":0,"y":0,"width":3840,"height":2400,"logicalDpi":96,)"
+    R"("logicalBaseDpi":96,"dpr":1}]})";
+
 }  // namespace
 
 int take_screenshots(mdiQUOM& frame, const QString& folder) {
@@ -109,13 +149,16 @@ int take_screenshots(mdiQUOM& frame, const QString& folder) {
     Session& s = frame.session();
     Messages* const before = s.messages;
     s.messages = &answers;
+    frame.resize(PictureSize);
     int written = 0;
+    QSet<QString> seen;  // windows with a picture of their own
     for (const Step& step : Steps) {
         const auto take = [&](QWidget* window) {
             if (!window->isVisible() || window->objectName().isEmpty()) return;
             const QString file =
                 QStringLiteral("%1/%2-%3.png").arg(folder, QLatin1String(step.name), window->objectName());
             if (window->grab().save(file)) ++written;
+            seen.insert(window->objectName());
         };
         // A modal window holds the step until it is closed.
         QTimer::singleShot(50, &frame, [&] {
@@ -129,10 +172,35 @@ int take_screenshots(mdiQUOM& frame, const QString& folder) {
         QTimer::singleShot(60, &pause, &QEventLoop::quit);
         pause.exec();
         for (QWidget* window : QApplication::topLevelWidgets()) take(window);
+        for (const QMdiSubWindow* sub : frame.area->subWindowList()) {
+            const bool first = !seen.contains(sub->widget()->objectName());
+            if (first || sub == frame.area->activeSubWindow()) take(sub->widget());
+        }
         while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
     }
     s.messages = before;
     return written;
+}
+
+int screenshot_runs(const QString& program, const QStringList& others, const QString& folder) {
+    const QTemporaryDir temporary;
+    const QString screen = temporary.filePath(QStringLiteral("screen.json"));
+    if (!write_file_atomic(screen.toStdString(), Screen).empty()) return 3;
+    for (const PictureRun& run : Runs) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"),
+                           QStringLiteral("offscreen:configfile=") + screen);
+        environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QLatin1String(run.scale));
+        environment.insert(QStringLiteral("QUOM_THEME"), QLatin1String(run.theme));
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(program, QStringList{QStringLiteral("--pictures"),
+                                           QDir(folder).filePath(QLatin1String(run.folder))} +
+                                   others);
+        if (!process.waitForFinished(300000) || process.exitCode() != 0) return 3;
+    }
+    return 0;
 }
 
 }  // namespace quom
