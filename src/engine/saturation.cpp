@@ -29,6 +29,17 @@ void critical_volumes(Session& s) {
     s.scratch.VRoot[2] = s.scratch.VRoot[0];
 }
 
+// So near to the critical point that the three roots are one in double precision (1e-7 of Tcr or pcr),
+// saturation is the critical point itself; both volumes are that root.
+constexpr double CriticalBand = 1e-7;
+Saturation critical_saturation(Session& s, double T, double p, double value) {
+    EOSParT(s, T);
+    const CubicRoots roots = CubicV(s, T, p);
+    if (roots.err) return {.err = -1};
+    s.scratch.VRoot[2] = s.scratch.VRoot[0];
+    return {.value = value};
+}
+
 // Roots at (T, p) and, where there are three, the areas. state: 3 three roots, 1 one root, 0 none above b.
 int roots_and_areas(Session& s, double T, double p, Areas& areas) {
     const CubicRoots roots = CubicV(s, T, p);
@@ -251,7 +262,9 @@ Saturation pLV_EOS(Session& s, double T) {
     const Saturation found = search_p(s, T, start);
     if (found.err == 0) return found;
     const Saturation settled = bisect_p(s, T);
-    return settled.err == 0 ? settled : found;
+    if (settled.err == 0) return settled;
+    if (T > Tcr * (1.0 - CriticalBand)) return critical_saturation(s, T, pcr, pcr);
+    return found;
 }
 
 Saturation TLV_EOS(Session& s, double p, double Tstart) {
@@ -272,7 +285,9 @@ Saturation TLV_EOS(Session& s, double p, double Tstart) {
     }
     if (found.err == 0) return found;
     const Saturation settled = bisect_T(s, p);
-    return settled.err == 0 ? settled : found;
+    if (settled.err == 0) return settled;
+    if (p > pcr * (1.0 - CriticalBand)) return critical_saturation(s, Tcr, p, Tcr);
+    return found;
 }
 
 }  // namespace quom

@@ -94,6 +94,19 @@ TEST(Saturation, HardCases) {
 TEST(Saturation, CriticalPointAndRefusals) {
     Session s = test::substance_session(test::propane, 6);
     const double Tcr = s.substance.Tcr, pcr = s.substance.pcr;
+    for (const double gap : {1e-4, 1e-5, 1e-6, 1e-7, 1e-8, 1e-9, 1e-10}) {  // the three roots become one
+        for (int code = 2; code <= 6; ++code) {
+            test::select_eos(s, code);
+            const Saturation p = pLV_EOS(s, Tcr * (1.0 - gap));
+            EXPECT_EQ(p.err, 0) << gap << " code " << code;
+            EXPECT_NEAR(p.value / pcr, 1.0, 10.0 * gap + 1e-7);
+            EXPECT_GE(s.scratch.VRoot[2], s.scratch.VRoot[0]);
+            const Saturation T = TLV_EOS(s, pcr * (1.0 - gap));
+            EXPECT_EQ(T.err, 0) << gap << " code " << code;
+            EXPECT_NEAR(T.value / Tcr, 1.0, gap + 1e-7);
+            EXPECT_GE(s.scratch.VRoot[2], s.scratch.VRoot[0]);
+        }
+    }
     EXPECT_EQ(pLV_EOS(s, Tcr).value, pcr);
     EXPECT_DOUBLE_EQ(s.scratch.VRoot[0], 1.0 / s.eos.rhocrEOS);
     EXPECT_EQ(TLV_EOS(s, pcr).value, Tcr);
