@@ -34,8 +34,9 @@ constexpr const char* CalculationWindows[] = {
     "frmParinput",           "frmCalcIn",       "frmBParInput",        "frmIsoCalc", "frmKessel",
     "frmInputProzessLinien", "frmCEOSDiagnose", "frmPictureSuperCrit", "frmQCalcOut"};
 // Windows that belong to a substance, in the order in which they go.
-constexpr const char* SubstanceWindows[] = {"frmQBankEdit", "frmQModell", "frmQFitting",  "frmTpVSInputBox",
-                                            "frmQGraph2D",  "frmGraph3D", "frmTpRhoEdit", "frmQXYEdit"};
+constexpr const char* SubstanceWindows[] = {"frmQBankEdit",    "frmQModell",  "frmQFitting",
+                                            "frmTpVSInputBox", "frmQGraph2D", "frmGraph3D",
+                                            "frmTpRhoEdit",    "frmQXYEdit",  "frmQTextEdit"};
 
 }  // namespace
 

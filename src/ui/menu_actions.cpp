@@ -3,10 +3,12 @@
 #include <QFile>
 #include <QProcess>
 
+#include "engine/eos_report.h"
 #include "session/shell.h"
 #include "ui/dialogs.h"
 #include "ui/frmQModell.h"
 #include "ui/frmQStoffWahl.h"
+#include "ui/frmQTextEdit.h"
 #include "ui/mdiQUOM.h"
 
 namespace quom {
@@ -46,6 +48,11 @@ void leave_program(mdiQUOM& frame, int) { frame.close(); }
 void select_substance(mdiQUOM& frame, int) { frmQStoffWahl::open(frame); }
 
 void open_models(mdiQUOM& frame, int) { frmQModell::open(frame); }
+
+void show_eos_parameters(mdiQUOM& frame, int) {
+    const EosReport report = eos_report(frame.session());
+    frmQTextEdit::open(frame, QStringLiteral(" Parameters of EOS"), report.head, report.text);
+}
 
 void start_unit_converter(mdiQUOM& frame, int) {
     const Session& s = frame.session();

@@ -18,6 +18,7 @@ void show_working_directory(mdiQUOM& frame, int);
 void leave_program(mdiQUOM& frame, int);
 void select_substance(mdiQUOM& frame, int);
 void open_models(mdiQUOM& frame, int);
+void show_eos_parameters(mdiQUOM& frame, int);
 void start_unit_converter(mdiQUOM& frame, int);
 void show_help_topic(mdiQUOM& frame, int topic);
 void show_help_note(mdiQUOM& frame, int);

@@ -28,7 +28,7 @@ constexpr MenuRow MenuRows[] = {
     {"mnuData", "mnuData_EditDatenbank", -1, "Editor for *.Q07/*.Q06 database", Needs::substance, nullptr, 0},
     {"mnuData", "mnuData_Fitting", -1, "Fitting Tool", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_sep", 3, "-", Needs::nothing, nullptr, 0},
-    {"mnuData", "mnuData_ParameterEOS", -1, "Parameters of EOS; calculated critical molar volume", Needs::models, nullptr, 0},
+    {"mnuData", "mnuData_ParameterEOS", -1, "Parameters of EOS; calculated critical molar volume", Needs::models, show_eos_parameters, 0},
     {"mnuData", "mnuData_Joback_CritData", -1, "critical data according to LYDERSEN/JOBACK, azentr. factor, normal boiling T", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_JOBACK_bildung", -1, "Quantities of formation (ideal gas state), JOBACK method", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_JOBACK_cpIdG", -1, "Heat capacities (ideal gas state), JOBACK method ", Needs::nothing, nullptr, 0},

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QEventLoop>
+#include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPixmap>
@@ -70,12 +71,21 @@ constexpr Step Steps[] = {
          if (open_picked_database(s, 7, StarterDatabase)) {
              f.refresh();
              select_substance(f, 0);
-             if (auto* w = f.child<frmQStoffWahl>()) w->NameCombo->setEditText(QStringLiteral("Propane"));
+             if (auto* w = f.child<frmQStoffWahl>()) {
+                 w->NameCombo->setEditText(
+                     QStringLiteral("prop"));  // the list is filtered while a name is typed
+                 Q_EMIT w->NameCombo->lineEdit()->textEdited(w->NameCombo->currentText());
+             }
          }
      }},
     {"synonyms", [](mdiQUOM& f) { press(f, frmQStoffWahl::Name, "cmdSynonyme"); }},
-    {"models", [](mdiQUOM& f) { press(f, frmQStoffWahl::Name, "StoffOK"); }},
+    {"models",
+     [](mdiQUOM& f) {
+         if (auto* w = f.child<frmQStoffWahl>()) w->NameCombo->setEditText(QStringLiteral("Propane"));
+         press(f, frmQStoffWahl::Name, "StoffOK");
+     }},
     {"models-confirmed", [](mdiQUOM& f) { press(f, frmQModell::Name, "cmdOKModell"); }},
+    {"eos-parameters", [](mdiQUOM& f) { show_eos_parameters(f, 0); }},
     {"diagnosis", [](mdiQUOM& f) { MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(f.session()))); }},
     {"question",
      [](mdiQUOM& f) {

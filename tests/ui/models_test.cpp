@@ -6,7 +6,9 @@
 #include "ui/desk.h"
 #include "ui/frmBParInput.h"
 #include "ui/frmQModell.h"
+#include "ui/frmQTextEdit.h"
 #include "ui/number_box.h"
+#include "ui/result_list.h"
 #include "ui/status_panel.h"
 #include "ui/value_box.h"
 
@@ -14,6 +16,7 @@ namespace quom {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::Pair;
 
 class ModelsWindow : public Desk {
@@ -158,6 +161,24 @@ TEST_F(ModelsWindow, keys_and_help) {
         ASSERT_TRUE(help && help->isVisible()) << name;
         help->close();
     }
+}
+
+TEST_F(ModelsWindow, the_constants_of_the_equation_are_told) {
+    press(window, "cmdOKModell");
+    menu("mnuData_ParameterEOS")->trigger();
+    auto* shown = frame.child<frmQTextEdit>();
+    ASSERT_TRUE(shown);
+    EXPECT_TRUE(shown->head->toPlainText().startsWith(QStringLiteral("CEOS Peng / Robinson\n")));
+    // b = 0.0777961 R T(cr)/p(cr), m = 0.37464 + 1.54226 omega - 0.26992 omega^2, v(cr) = 0.3074 R
+    // T(cr)/p(cr) of propane: 369.89 K, 4251.2 kPa, omega 0.1521
+    const std::string text = shown->text->toPlainText().toStdString();
+    EXPECT_THAT(text, HasSubstr("b     = .056280"));
+    EXPECT_THAT(text, HasSubstr("m     = .602973"));
+    EXPECT_THAT(text, HasSubstr("crit. volume calculated fromT(cr) and p(cr):\nv(cr) = .222382"));
+    choose(window->EOSKombi, "Idealgas EOS");
+    press(window, "cmdOKModell");
+    menu("mnuData_ParameterEOS")->trigger();
+    EXPECT_EQ(frame.child<frmQTextEdit>()->head->toPlainText().toStdString(), "Selected: Ideal gas equation");
 }
 
 }  // namespace
