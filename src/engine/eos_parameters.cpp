@@ -67,7 +67,9 @@ bool apply_ji(Session& s) {
     e.JiOa = 3.0 * Z * Z + e.JiCd * e.JiOb + 2.0 * e.JiCd * e.JiOb * e.JiOb;
     e.JiAc = RGas * RGas * e.JiOa * s.substance.Tcr * s.substance.Tcr / s.substance.pcr;
     e.vcrEOS = vCritZ(s, Z);
-    return std::isfinite(e.JiAc) && std::isfinite(e.JiOb) && std::isfinite(e.JiCd) && e.JiOb > 0.0;
+    // c and d are formed with sqrt(JiCd^2 + 4 JiCd): above Z = 3/8 (van der Waals) there is none.
+    return std::isfinite(e.JiAc) && std::isfinite(e.JiOb) && e.JiOb > 0.0 &&
+           std::isfinite(std::sqrt(e.JiCd * e.JiCd + 4.0 * e.JiCd));
 }
 
 // T^n; the exponents of the table without a call of pow.

@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <cstdio>
 
 #include "base/code_page.h"
 #include "base/constants.h"
+#include "base/files.h"
 #include "quomc_run.h"
 
 namespace quom::console {
@@ -63,6 +65,20 @@ TEST(Models, offers_and_selection) {
     const Outcome refused = quomc("models water --eos 14 --hlv 7");
     EXPECT_EQ(refused.status, 1);
     EXPECT_THAT(refused.err, HasSubstr("It offers 1, 2, 3, 4, 5, 6."));
+}
+
+// The vapor of propane at 300 K and 100 kPa is 1.787 kg/m^3 (NIST Chemistry WebBook) by any sensible
+// parameters.
+TEST(State, tovarn_ji_with_a_file_of_parameters) {
+    const std::string file = ::testing::TempDir() + "quom_PARAM_JI.DAT";
+    ASSERT_EQ(write_file_atomic(file, "7\r\n0.1, 0.6, 0.08, -0.02, 0.31\r\n"), "");
+    const Json state = found("state propane --T 300 --p 100 --eos 7 --ji " + file);
+    EXPECT_EQ(state["models"]["EOSKode"], 7);
+    EXPECT_NEAR(at(state, "/state/rhoV"), 1.795, 0.005);
+    ASSERT_EQ(write_file_atomic(file, "7\r\n0.1, 0.6\r\n"), "");
+    EXPECT_EQ(quomc("state propane --T 300 --p 100 --eos 7 --ji " + file).status, 3);
+    EXPECT_EQ(quomc("state propane --T 300 --p 100 --eos 7 --ji " + file + ".none").status, 3);
+    std::remove(file.c_str());
 }
 
 // The ideal gas: v = R T/p, cp - cV = R, w^2 = (cp/cV) R T/M.
