@@ -24,8 +24,9 @@ struct Saturation {
 };
 
 // Vapor pressure of the cubic equation at T [K], 0 < T <= Tcr: equal areas under the isotherm (Maxwell 1875).
-// Leaves v(L), v(V) in VRoot[0], VRoot[2] (both 1/rhocrEOS at Tcr) and a(T) .. d(T).
-// err -1: T above Tcr, no equation or one of the vapor phase only, or no solution.
+// Leaves v(L), v(V) in VRoot[0], VRoot[2] and a(T) .. d(T); at Tcr both are 1/rhocrEOS [m^3/kg], so that
+// callers take v(cr) from vcrEOS. Within 1e-7 of Tcr the three roots may be one in double precision: p is pcr
+// then, VRoot[0] = VRoot[2]. err -1: T above Tcr, no equation or one of the vapor phase only, or no solution.
 Saturation pLV_EOS(Session& s, double T);
 
 // Boiling temperature of the cubic equation at p [kPa], 0 < p <= pcr; Tstart [K], 0 none. Leaves the same.
