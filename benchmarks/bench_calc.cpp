@@ -1,41 +1,61 @@
-// Speed of quiet calculations without texts, as long sweeps run them: propane, Peng/Robinson, one thread.
+// Speed of calculations, propane, Peng/Robinson, one thread, all functions of the state with exergies: the
+// outcome alone, as sweeps take it, and with the result list made of it.
 #include <benchmark/benchmark.h>
 
 #include "../tests/support/starter.h"
-#include "calc/calc_batch.h"
+#include "calc/outcome.h"
+#include "report/result_list.h"
 
 namespace {
 
 using namespace quom;
 
-// Argument: the mode; all functions of the state are asked for.
-void BM_quiet_calculation(benchmark::State& state) {
-    Session s = test::substance_session(test::propane, eos_peng_robinson);
-    s.calc.ShowFunctions = true;
-    const CalcRequest request{.Mode = static_cast<int>(state.range(0)), .Quiet = true, .want_text = false};
+const Fluid& propane() {
+    static const auto fluid = test::starter_fluid(test::propane, Eos::peng_robinson);
+    return *fluid;
+}
+
+void count(benchmark::State& state) { state.SetItemsProcessed(state.iterations()); }
+
+// Argument: the mode. 250 to 350 K and 100 to 4000 kPa, liquid and vapor in turn; densities in and beside the
+// two-phase region.
+void BM_outcome(benchmark::State& state) {
+    StateInput input{.mode = mode_of(static_cast<int>(state.range(0)))};
     int i = 0;
     for (auto _ : state) {
-        // 250 to 350 K and 100 to 4000 kPa, liquid and vapor in turn; densities in and beside the two-phase
-        // region
-        s.exp.points[0] = {.T = 250.0 + 0.1 * (i % 1000), .p = 100.0 + 5.0 * (i % 777)};
-        s.exp.points[0].rhoV = s.exp.points[0].rhoL = static_cast<float>(1 + i % 500);
-        benchmark::DoNotOptimize(CalcBatch(s, request).Result[slot_hV]);
+        input.T = 250.0 + 0.1 * (i % 1000);
+        input.p = 100.0 + 5.0 * (i % 777);
+        input.rho = 1 + i % 500;
+        benchmark::DoNotOptimize(CalcBatch(propane(), input));
         ++i;
     }
-    state.SetItemsProcessed(state.iterations());
+    count(state);
 }
-BENCHMARK(BM_quiet_calculation)->Arg(1)->Arg(3)->Arg(4)->Arg(5)->Arg(8)->Arg(13);
+BENCHMARK(BM_outcome)->Arg(1)->Arg(3)->Arg(4)->Arg(5)->Arg(8)->Arg(13);
 
-void BM_calculation_with_texts(benchmark::State& state) {
-    Session s = test::substance_session(test::propane, eos_peng_robinson);
-    s.calc.ShowFunctions = true;
-    s.exp.points[0] = {.T = 300.0, .p = 500.0, .rhoV = 100.0f, .rhoL = 100.0f};
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(CalcBatch(s, {.Mode = static_cast<int>(state.range(0))}).list.size());
-    }
-    state.SetItemsProcessed(state.iterations());
+// 300 K, 500 kPa or 100 kg/m^3, which is two-phase.
+StateInput one_point(benchmark::State& state) {
+    return {.mode = mode_of(static_cast<int>(state.range(0))), .T = 300.0, .p = 500.0, .rho = 100.0};
 }
-BENCHMARK(BM_calculation_with_texts)->Arg(1)->Arg(3)->Arg(8);
+const ListSettings settings{.units = {}, .setup = {}, .ShowFunctions = true};
+
+void BM_outcome_with_list(benchmark::State& state) {
+    const StateInput input = one_point(state);
+    for (auto _ : state) {
+        const Outcome outcome = CalcBatch(propane(), input);
+        benchmark::DoNotOptimize(list_text(make_result_list(propane(), outcome, settings)));
+    }
+    count(state);
+}
+BENCHMARK(BM_outcome_with_list)->Arg(1)->Arg(3)->Arg(8);
+
+// The list of an outcome that is there already.
+void BM_result_list(benchmark::State& state) {
+    const Outcome outcome = CalcBatch(propane(), one_point(state));
+    for (auto _ : state) benchmark::DoNotOptimize(make_result_list(propane(), outcome, settings));
+    count(state);
+}
+BENCHMARK(BM_result_list)->Arg(1)->Arg(3)->Arg(4)->Arg(8);
 
 }  // namespace
 

@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 
 #include "base/files.h"
-#include "session/shell.h"
+#include "forms/shell.h"
 #include "ui/frmQStoffWahl.h"
 #include "ui/look.h"
 #include "ui/mdiQUOM.h"
@@ -23,7 +23,8 @@ constexpr std::size_t RecordBytes = 950, CountAt = 384;
 std::string database_of(const QTemporaryDir& folder, int n) {
     const std::string starter = *read_file(std::string(QUOM_STARTER_DATA) + "/quom.q07").bytes;
     std::string bytes = starter.substr(0, RecordBytes);
-    bytes[CountAt] = static_cast<char>(n & 0xFF), bytes[CountAt + 1] = static_cast<char>(n >> 8);
+    bytes[CountAt] = static_cast<char>(n & 0xFF);
+    bytes[CountAt + 1] = static_cast<char>(n >> 8);
     const int records = static_cast<int>(starter.size() / RecordBytes) - 1;
     for (int i = 0; i < n; ++i)
         bytes += starter.substr(RecordBytes * static_cast<std::size_t>(1 + i % records), RecordBytes);
@@ -47,8 +48,9 @@ void BM_open_and_list(benchmark::State& state) {
     const std::string path = database_of(folder, static_cast<int>(state.range(0)));
     mdiQUOM frame(QUOM_STARTER_DATA);
     frame.show();
+    SilentMessages nobody;
     for (auto _ : state) {
-        if (!open_picked_database(frame.session(), 7, path)) state.SkipWithError("not opened");
+        if (!open_picked_database(frame.session(), 7, path, nobody)) state.SkipWithError("not opened");
         frame.refresh();
         frmQStoffWahl::open(frame);
         QCoreApplication::processEvents();
@@ -61,7 +63,8 @@ void BM_filter(benchmark::State& state) {
     const QTemporaryDir folder;
     mdiQUOM frame(QUOM_STARTER_DATA);
     frame.show();
-    open_picked_database(frame.session(), 7, database_of(folder, static_cast<int>(state.range(0))));
+    SilentMessages nobody;
+    open_picked_database(frame.session(), 7, database_of(folder, static_cast<int>(state.range(0))), nobody);
     frmQStoffWahl::open(frame);
     auto* names = frame.child<frmQStoffWahl>()->NameCombo;
     const char* const typed[] = {"c", "cy", "cyc", "cycl", "cyclo", ""};

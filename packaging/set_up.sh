@@ -7,10 +7,11 @@ build_packages=(
   g++ cmake ninja-build ccache
   qt6-base-dev libqt6opengl6-dev qt6-svg-dev libqcustomplot-dev   # windows, icons, charts
   libcli11-dev nlohmann-json3-dev                                 # console
+  libhwy-dev                                                      # batches of states on vector units
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-dejavu-core                                               # the windows' tests measure text
 )
-check_packages=(git clang-format-14)
+check_packages=(git clang-format-14 clang-tidy-14)
 
 heading() { printf '\n== %s\n' "$1"; }
 

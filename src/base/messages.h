@@ -25,6 +25,12 @@ class Messages {
     virtual Answer ask(const Message& message) = 0;
 };
 
+// A user who is not there: every question gets its default answer.
+class SilentMessages final : public Messages {
+ public:
+    Answer ask(const Message& message) override { return message.default_button; }
+};
+
 // Progress of anything that can last over half a second. fraction is 0 to 1; returns true to cancel.
 using Progress = std::function<bool(double fraction, const std::string& text)>;
 

@@ -1,195 +1,146 @@
-#include "calc/calc_batch.h"
+// One calculation: the function of its mode, and what every mode ends with.
+#include <array>
 
-#include <algorithm>
-
-#include "base/number_text.h"
 #include "calc/calc_run.h"
-#include "calc/quantities.h"
-#include "engine/eos_parameters.h"
-#include "engine/vaporization_enthalpy.h"
+#include "calc/mode_table.h"
+#include "engine/vapor_pressure.h"
 #include "engine/volume_solver.h"
 
 namespace quom {
-
 namespace {
 
-bool is_database_mode(int mode) { return mode >= 14; }
-bool has_region(int mode) { return mode != 11 && mode != 12 && !is_database_mode(mode); }
+constexpr double critical_window_T = 0.05;  // [K]
+constexpr double critical_window_p = 0.02;  // [kPa]
 
-// Head line, labels and code of the region. T or p may be unknown (0).
-struct RegionTexts {
-    std::int16_t code;
-    std::string_view head, L_label, V_label, identity, no_equilibrium;
+void no_calculation(CalcRun& run) { run.fail(Reason::no_mode, static_cast<double>(run.mode())); }
+
+// By family.
+using ModeFunction = void (*)(CalcRun&);
+struct FamilyRow {
+    ModeFamily family;
+    ModeFunction function;
 };
-constexpr RegionTexts region_critical = {
-    4, "critical point (T = T(cr), p = p(cr))   > > > > > > > > >", "", "", "identic", ""};
-constexpr RegionTexts region_supercritical = {
-    2,         "supercritical phase (L) = (V) (T > T(cr), p > p(cr))   > > > > >",
-    "",        "",
-    "identic", " no 2-phase state! "};
-constexpr RegionTexts region_liquid = {
-    1, "supercritical L-phase (T < T(cr), p > p(cr))   > > > > > > >", "L-Phase", "", "(identical)", ""};
-constexpr RegionTexts region_pressure = {
-    1, "supercritical phase (p > p(cr)), NO VLE   > > > > > > > >", "", "", "", ""};
-constexpr RegionTexts region_vapor = {
-    3, "supercritical V-phase (T > T(cr), p < p(cr))   > > > > > > > >", "", "V-phase", "(identical)", ""};
-constexpr RegionTexts region_temperature = {
-    3, "supercritical phase (T > T(cr)), NO VLE   > > > > > > > > >", "", "", "", ""};
+constexpr std::array<FamilyRow, 8> families = {{
+    {ModeFamily::none, no_calculation},
+    {ModeFamily::state, mode_state},
+    {ModeFamily::equilibrium, mode_equilibrium},
+    {ModeFamily::vaporization, mode_vaporization},
+    {ModeFamily::tank, mode_tank},
+    {ModeFamily::virial, mode_virial},
+    {ModeFamily::process, mode_process},
+    {ModeFamily::database, mode_database},
+}};
+constexpr bool in_order() {
+    for (std::size_t i = 0; i < families.size(); ++i) {
+        if (static_cast<std::size_t>(families[i].family) != i) return false;
+    }
+    return true;
+}
+static_assert(in_order(), "a row stands at the number of its family");
 
-// Compared as singles; null below the critical point.
-const RegionTexts* region_of(const CalcRun& run) {
-    const auto T = static_cast<float>(run.T), p = static_cast<float>(run.p);
-    const auto Tcr = static_cast<float>(run.s.substance.Tcr), pcr = static_cast<float>(run.s.substance.pcr);
-    if (T == Tcr && p == pcr) return &region_critical;
-    if (T > Tcr && p > pcr) return &region_supercritical;
-    if (p > pcr) return run.T > 0.0 ? &region_liquid : &region_pressure;
-    if (T > Tcr) return run.p > 0.0 ? &region_vapor : &region_temperature;
-    return nullptr;
+// Tells of a T at which the stable phase may be a solid.
+void warn_triple_point(CalcRun& run, const ModeInfo& mode) {
+    const double Ttr = static_cast<double>(run.substance().Ttr);
+    if (mode.solid_allowed || mode.family == ModeFamily::none || run.fluid.VPhaseOnly) return;
+    if (!run.out.T || !(*run.out.T < Ttr)) return;
+    run.warn({.kind = WarningKind::below_triple_point, .value = *run.out.T, .low = Ttr});
 }
 
-void region_block(CalcRun& run) {
-    OutputView& view = run.out.view;
-    if (run.text) view.lblLphase.text = "L-phase", view.lblVphase.text = "V-phase";
-    view.lblLphase.visible = run.out.IsL, view.lblVphase.visible = run.out.IsV;
-    if (run.s.models.VPhaseOnly || !has_region(run.mode())) return;
-    const RegionTexts* region = region_of(run);
-    run.s.scratch.PhaseRegion = region ? region->code : std::int16_t{0};
-    if (run.s.calc.state.has_state()) run.s.calc.state.PhaseRegion = run.s.scratch.PhaseRegion;
-    view.cmdInfoSuperCrit = region != nullptr;
-    if (!region || !run.text) return;
-    view.co1 = {.text = std::string(region->head), .colour = colour_region, .bold = true, .size = 10};
-    if (!region->L_label.empty()) view.lblLphase.text = region->L_label;
-    if (!region->V_label.empty()) view.lblVphase.text = region->V_label;
-    view.Bezeichnung2.text = region->identity, view.Bezeichnung2.visible = !region->identity.empty();
-    view.lblGleich.text = region->no_equilibrium, view.lblGleich.visible = !region->no_equilibrium.empty();
+// An equation of the V-phase only at a volume where its series in 1/v no longer holds.
+void warn_below_B(CalcRun& run) {
+    const Outcome& out = run.out;
+    if (out.eos && out.eos->B && out.V && out.V->v < std::fabs(*out.eos->B))
+        run.warn({.kind = WarningKind::below_B, .value = out.V->v, .low = *out.eos->B});
 }
 
-void functions_block(CalcRun& run) {
-    run.line(ruler(68, '*'));
-    run.line("                               thermodynamic Fu(T)");
-    run.line(ruler(68, '*'));
-    function_table(run);
-}
-
-// a(T) to d(T), or B(T), of the equation in force at T of the state.
-void parameter_lines(CalcRun& run) {
-    Session& s = run.s;
-    const int mode = run.mode();
-    const std::string name(eos_text(s));
-    if (!run.text || run.T < TinyT || is_database_mode(mode) || mode == 12) return;
-    if (s.models.VPhaseOnly) {
-        if (mode == 11) return;
-        run.line("Virial coeffizient: (" + name + "):");
-        const double B = VirialB(s, s.models.EOSKode, run.T);
-        run.line("  B =" + strNum(static_cast<float>(B)) + " m^3/kmol");
+// An equation of the V-phase only beyond p(LV) of the vapor pressure equation. Under the PARTIAL concept a
+// cubic equation may have another stable phase than the vapor pressure equation.
+void warn_of_other_phase(CalcRun& run) {
+    const Outcome& out = run.out;
+    const ModelSelection& models = run.fluid.models;
+    const bool by_evp = run.fluid.VPhaseOnly || !models.Konzept;
+    if (!by_evp || models.EVPKode == Evp::none || out.phase == PhaseWord::VL) return;
+    if (!out.T || !out.p || !(*out.T < run.substance().Tcr)) return;
+    const EvpResult saturation = pLV_EVP(run.substance(), *out.T, models.EVPKode);
+    if (saturation.reason != Reason::none || (*out.p > saturation.value) == (out.phase == PhaseWord::L))
         return;
+    run.warn({.kind = run.fluid.VPhaseOnly ? WarningKind::beyond_pLV : WarningKind::other_phase_by_evp,
+              .value = *out.p,
+              .high = saturation.value});
+}
+
+// Whether the outcome rests on the equation of state.
+bool uses_eos(const Outcome& out) {
+    return (out.V && out.V->from_eos) || (out.L && out.L->from_eos) ||
+           out.saturation == SaturationSource::eos;
+}
+
+void add_region(CalcRun& run, const ModeInfo& mode) {
+    Outcome& out = run.out;
+    if (run.fluid.VPhaseOnly || !mode.has_region) return;
+    out.region = phase_region(run.fluid, run.T(), run.p());
+    out.near_critical = out.T && out.p && std::fabs(*out.T - run.substance().Tcr) < critical_window_T &&
+                        std::fabs(*out.p - run.substance().pcr) < critical_window_p;
+}
+
+void end_with_result(CalcRun& run, const ModeInfo& mode) {
+    Outcome& out = run.out;
+    add_region(run, mode);
+    warn_below_B(run);
+    if (mode.family == ModeFamily::state) warn_of_other_phase(run);
+    const SubstanceConstants& substance = run.substance();
+    if (run.fluid.eos_row().warns_omega && substance.omega == 0.0 && uses_eos(out))
+        run.warn({.kind = WarningKind::no_omega});
+    if (!out.eos) return;
+    for (const Warning& warning : out.warnings) {
+        if (warning.kind == WarningKind::critical_point) out.eos->critical = true;
     }
-    const bool by_model = mode == 6 || mode == 7;
-    if (!is_cubic(s.models.EOSKode) || (by_model && s.models.HLVKode != hlv_eos)) return;
-    EOSParT(s, run.T);
-    const std::string head = "Paramet. of the generalized cub. EOS (" + name + "):";
-    run.line(head);
-    run.line(ruler(head.size(), '='));
-    run.line("  A =" + strNum(static_cast<float>(s.scratch.aT)));
-    run.line("  B =" + strNum(static_cast<float>(s.scratch.bT)));
-    run.line("  C =" + strNum(static_cast<float>(s.scratch.cT)));
-    run.line("  D =" + strNum(static_cast<float>(s.scratch.dT)));
+    if (run.input.inflection && !run.fluid.VPhaseOnly) out.inflection = InflectionV(run.fluid, run.T());
 }
 
-void offer_diagnosis(CalcRun& run) {
-    const Session& s = run.s;
-    const int mode = run.mode();
-    const bool by_concept = mode == 4 || mode == 5 || mode == 11;
-    const bool by_model = mode == 6 || mode == 7;
-    const bool offered = is_cubic(s.models.EOSKode) && s.calc.GlobalCalc && s.calc.state.has_state() &&
-                         mode != 12 && !is_database_mode(mode) && (s.models.Konzept || !by_concept) &&
-                         (!by_model || s.models.HLVKode == hlv_eos);
-    run.out.view.cmdCEOSDiagnose = offered;
-    if (offered) run.out.view.cmdCEOSDiagnose_colour = colour_diagnosis;
-}
-
-void store_record(CalcRun& run) {
-    std::vector<BatchResult>& list = run.s.calc.BatchResults;
-    const auto point = static_cast<std::size_t>(run.request.Point);
-    if (list.size() <= point) list.resize(std::max(point + 1, run.s.exp.points.size()));
-    list[point] = run.record;
-}
-
-void fill_record(CalcRun& run) {
-    BatchResult& r = run.record;
-    if (run.out.IsL && run.out.IsV) {
-        r.Phase = {'V', '+', 'L'};
-    } else if (run.out.IsL || run.out.IsV) {
-        r.Phase = {' ', run.out.IsL ? 'L' : 'V', ' '};
-    }
-    r.TCalc = single(run.T), r.pCalc = single(run.p);
-    r.rhoVCalc = single(run.rhoV), r.rhoLCalc = single(run.rhoL);
-}
-
-// The point has no result: its record is blank, and nothing is said of phases.
+// The point has no result: what was specified is left, and what was told of it.
 void end_without_result(CalcRun& run) {
-    run.record = {};
-    run.s.calc.state = {};
-    set_phase(run, false, false);
-    run.out.PhaseCode = 0;
-    run.out.p = run.request.p;
-    run.out.err = -1;
-    region_block(run);
-    store_record(run);
-}
-
-void end_with_result(CalcRun& run) {
-    CalcBatchResult& out = run.out;
-    const CalcState& calc = run.s.calc;
-    const int mode = run.mode();
-    region_block(run);
-    if (calc.ExtLevel > 1 && mode != 6 && mode != 7) extended_output(run);
-    const bool has_state = (out.IsL || out.IsV) && run.T > 0.0 && run.p > 0.0;
-    if (calc.ShowFunctions && has_state && mode != 6 && mode != 7 && mode != 8) functions_block(run);
-    parameter_lines(run);
-    fill_record(run);
-    store_record(run);
-    out.p = run.p;
-    if (out.IsV && !out.IsL) out.LPercent = 0.0f;
-    if (out.IsL && !out.IsV) out.LPercent = 100.0f;
-    offer_diagnosis(run);
-}
-
-void result_block(CalcRun& run) {
-    run.NoResult ? end_without_result(run) : end_with_result(run);
-    for (double& slot : run.out.Result.values) {
-        if (!std::isfinite(slot)) slot = 0.0;
-    }
-    if (run.text && !run.request.Quiet) run.out.view.Liste.text = run.out.list;
+    Outcome& out = run.out;
+    Outcome left;
+    left.mode = out.mode;
+    left.failure = out.failure;
+    left.warnings = std::move(out.warnings);
+    const unsigned specified = mode_info(out.mode).specified;
+    if (specified & (spec_T | spec_tank | spec_process)) left.T = out.T;
+    if (specified & (spec_p | spec_process)) left.p = out.p;
+    left.rho = out.rho;
+    left.v = out.v;
+    left.tank_mass = out.tank_mass;
+    left.tank_volume = out.tank_volume;
+    left.limits = out.limits;
+    left.vaporization = std::move(out.vaporization);
+    out = std::move(left);
 }
 
 }  // namespace
 
-CalcBatchResult CalcBatch(Session& s, const CalcRequest& request) {
-    CalcBatchResult out;
-    out.p = request.p;
-    const ModeEntry* entry = mode_entry(request.Mode);
-    if (!entry || request.Point < 0 || static_cast<std::size_t>(request.Point) >= s.exp.points.size()) {
-        out.err = -1;
-        out.fault = entry ? "no such data point" : "no such calculation mode";
-        return out;
-    }
-    s.units.uFactor = unitFactor(s, static_cast<double>(s.calc.state.T));
-    s.calc.state = {};
-    s.scratch.VRoot = {};
-    for (ViewText* label :
-         {&out.view.lblVphase, &out.view.lblLphase, &out.view.lblGleich, &out.view.Bezeichnung2}) {
-        label->visible = false;
-    }
-    CalcRun run{.s = s, .request = request, .out = out, .text = request.want_text};
-    AfterBranch after = AfterBranch::result_block;
-    if (entry->state_of_eos && !has_eos(s)) {
-        CalcMessage(run, error_code(-1), "no equation of state with its constants");
+Outcome CalcBatch(const Fluid& fluid, const StateInput& input) {
+    Outcome out;
+    CalcRun run{.fluid = fluid, .input = input, .out = out};
+    const ModeInfo& mode = mode_info(input.mode);
+    out.mode = mode.mode;
+    if (mode.needs_eos && !fluid.has_eos()) {
+        run.fail(fluid.eos_reason);
+        out.T = input.T;
+        out.p = input.p;
+        out.rho = input.rho;
     } else {
-        after = entry->branch(run);
+        families[static_cast<std::size_t>(mode.family)].function(run);
     }
-    if (after == AfterBranch::result_block) result_block(run);
+    warn_triple_point(run, mode);
+    out.failure ? end_without_result(run) : end_with_result(run, mode);
     return out;
+}
+
+Outcome state_at(const Fluid& fluid, std::optional<double> T, std::optional<double> p,
+                 std::optional<double> rho) {
+    const Mode mode = !rho ? Mode::T_p : T ? Mode::T_rho : Mode::p_rho;
+    return CalcBatch(fluid, {.mode = mode, .T = T, .p = p, .rho = rho, .coefficients = true});
 }
 
 }  // namespace quom

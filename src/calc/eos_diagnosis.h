@@ -5,7 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "session/session.h"
+#include "calc/outcome.h"
+#include "engine/fluid.h"
+#include "quantities/units.h"
 
 namespace quom {
 
@@ -30,7 +32,12 @@ struct EosDiagnosis {
     bool below_critical = true;   // T < T(cr): the picture is the isotherm with three roots, the loop in it
     std::vector<RootLine> lines;  // ascending: one, or three
 };
-// Reads s.calc.state; changes nothing.
-EosDiagnosis diagnose_eos(const Session& s);
+// Volumes times factors.vFactor; v_unit is their unit.
+EosDiagnosis diagnose_eos(const Fluid& fluid, const Outcome& outcome, const UnitFactors& factors,
+                          std::string_view v_unit);
+
+// Whether the window of the diagnosis is offered for an outcome of this setup: a state of a cubic equation
+// under the GLOBAL concept.
+bool diagnosis_offered(const Fluid& fluid, const CalcSetup& setup, const Outcome& outcome);
 
 }  // namespace quom

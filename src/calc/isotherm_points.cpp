@@ -4,9 +4,7 @@
 #include <cmath>
 
 #include "base/code_page.h"
-#include "calc/quantities.h"
 #include "engine/eos_parameters.h"
-#include "engine/model_catalogue.h"
 #include "engine/saturation.h"
 #include "engine/volume_solver.h"
 
@@ -17,27 +15,17 @@ constexpr int CurvePointCount = 400;
 constexpr int CoexistenceCount = 80;
 constexpr double LowestCoexistence = 0.3;  // T/T(cr)
 
-// The scratch of the engine as it was, whatever a picture evaluates.
-class KeptScratch {
- public:
-    explicit KeptScratch(Session& s) : s_(s), kept_(s.scratch) {}
-    ~KeptScratch() { s_.scratch = kept_; }
-    KeptScratch(const KeptScratch&) = delete;
-    KeptScratch& operator=(const KeptScratch&) = delete;
-
- private:
-    Session& s_;
-    Scratch kept_;
-};
-
 // The isotherm of one T in molar volumes.
 //
 //     p = R T/(v - b) - a/((v + c)(v + d)),   dp/dv = -R T/(v - b)^2 + a (2 v + c + d)/((v + c)(v + d))^2
 class Isotherm {
  public:
-    Isotherm(Session& s, double T) : T_(T) {
-        EOSParT(s, T);
-        a_ = s.scratch.aT, b_ = s.scratch.bT, c_ = s.scratch.cT, d_ = s.scratch.dT;
+    Isotherm(const Fluid& fluid, double T) : T_(T) {
+        const EosAtT at = EOSParT(fluid, T);
+        a_ = at.a;
+        b_ = at.b;
+        c_ = at.c;
+        d_ = at.d;
         // Every term has its pole at or below the largest of b, -c, -d.
         pole_ = std::max({b_, -c_, -d_, 0.0});
     }
@@ -134,16 +122,18 @@ std::vector<IsothermStretch> stretches(const Isotherm& curve, double low, double
 }
 
 // The isotherm as the fluid takes it in equilibrium: through the two-phase region at p(LV).
-std::vector<IsothermStretch> stable_isotherm(Session& s, const Isotherm& curve, double T, double low,
-                                             double high, const std::vector<double>& extremes) {
-    const double vFactor = s.units.vFactor;
-    const Saturation at = extremes.empty() ? Saturation{.err = -1} : pLV_EOS(s, T);
-    if (at.err) return {{Stretch::one_phase, sampled(curve, low, high, CurvePointCount, vFactor)}};
-    const double vL = s.scratch.VRoot[0], vV = s.scratch.VRoot[2];
+std::vector<IsothermStretch> stable_isotherm(const Fluid& fluid, const Isotherm& curve, double T, double low,
+                                             double high, const std::vector<double>& extremes,
+                                             double vFactor) {
+    Saturation at;
+    at.reason = Reason::above_critical_T;
+    if (!extremes.empty()) at = pLV_EOS(fluid, T);
+    if (!at.found()) return {{Stretch::one_phase, sampled(curve, low, high, CurvePointCount, vFactor)}};
+    const double vL = at.vL, vV = at.vV;
     std::vector<VpPoint> points;
     if (vL > low) points = sampled(curve, low, vL, CurvePointCount / 2, vFactor);
-    points.push_back({vL * vFactor, at.value});
-    points.push_back({vV * vFactor, at.value});
+    points.push_back({vL * vFactor, at.p});
+    points.push_back({vV * vFactor, at.p});
     if (high > vV) {
         const std::vector<VpPoint> vapor = sampled(curve, vV, high, CurvePointCount / 2, vFactor);
         points.insert(points.end(), vapor.begin(), vapor.end());
@@ -152,41 +142,36 @@ std::vector<IsothermStretch> stable_isotherm(Session& s, const Isotherm& curve, 
 }
 
 // What both pictures say alike. False: no picture.
-bool begin_picture(const Session& s, IsothermPicture& picture) {
-    if (!is_cubic(s.models.EOSKode) || !(s.substance.Tcr > TinyT) || !(s.substance.pcr > TinyT)) return false;
-    picture.eos = trim(eos_name(s.models.EOSKode));
-    picture.v_unit = VolumeName(s);
-    picture.Tcr = s.substance.Tcr;
-    picture.pcr = s.substance.pcr;
-    picture.vcr = s.eos.vcrEOS * s.units.vFactor;
+bool begin_picture(const Fluid& fluid, double vFactor, std::string_view v_unit, IsothermPicture& picture) {
+    const SubstanceConstants& substance = fluid.substance;
+    if (!fluid.eos_row().is_cubic() || !fluid.has_eos()) return false;
+    if (!(substance.Tcr > TinyT) || !(substance.pcr > TinyT)) return false;
+    picture.eos = trim(fluid.eos_row().text);
+    picture.v_unit = v_unit;
+    picture.Tcr = substance.Tcr;
+    picture.pcr = substance.pcr;
+    picture.vcr = fluid.eos.vcrEOS * vFactor;
     return true;
 }
 
 // L and V side from the critical point down to p_low [kPa].
-std::vector<VpPoint> coexistence_curve(Session& s, double p_low) {
+std::vector<VpPoint> coexistence_curve(const Fluid& fluid, double p_low, double vFactor) {
+    const SubstanceConstants& substance = fluid.substance;
     std::vector<VpPoint> liquid, vapor;
-    liquid.push_back({s.eos.vcrEOS * s.units.vFactor, s.substance.pcr});
+    liquid.push_back({fluid.eos.vcrEOS * vFactor, substance.pcr});
     for (int i = 1; i <= CoexistenceCount; ++i) {
         // Dense at the critical point, where the curve is round.
         const double x = static_cast<double>(i) / CoexistenceCount;
-        const double T = s.substance.Tcr * (1.0 - (1.0 - LowestCoexistence) * x * x * x);
-        const Saturation at = pLV_EOS(s, T);
-        if (at.err) continue;
-        liquid.push_back({s.scratch.VRoot[0] * s.units.vFactor, at.value});
-        vapor.push_back({s.scratch.VRoot[2] * s.units.vFactor, at.value});
-        if (at.value < p_low) break;
+        const double T = substance.Tcr * (1.0 - (1.0 - LowestCoexistence) * x * x * x);
+        const Saturation at = pLV_EOS(fluid, T);
+        if (!at.found()) continue;
+        liquid.push_back({at.vL * vFactor, at.p});
+        vapor.push_back({at.vV * vFactor, at.p});
+        if (at.p < p_low) break;
     }
     std::reverse(liquid.begin(), liquid.end());
     liquid.insert(liquid.end(), vapor.begin(), vapor.end());
     return liquid;
-}
-
-int region_of(double T, double p, double Tcr, double pcr) {
-    const auto Ts = static_cast<float>(T), ps = static_cast<float>(p);
-    const auto Tc = static_cast<float>(Tcr), pc = static_cast<float>(pcr);
-    if (Ts == Tc && ps == pc) return 4;
-    if (ps > pc) return Ts > Tc ? 2 : 1;
-    return Ts > Tc ? 3 : 0;
 }
 
 }  // namespace
@@ -197,21 +182,24 @@ std::string_view stretch_name(Stretch kind) {
     return names[static_cast<std::size_t>(kind)];
 }
 
-IsothermPicture diagnosis_picture(Session& s) {
+IsothermPicture diagnosis_picture(const Fluid& fluid, const Outcome& outcome, const UnitFactors& factors,
+                                  std::string_view v_unit) {
     IsothermPicture picture;
-    const KeptScratch kept(s);
-    const EosDiagnosis diagnosis = diagnose_eos(s);
-    if (!diagnosis.available || !begin_picture(s, picture)) return picture;
-    picture.T = static_cast<double>(diagnosis.T);
+    const double vFactor = factors.vFactor;
+    const EosDiagnosis diagnosis = diagnose_eos(fluid, outcome, factors, v_unit);
+    if (!diagnosis.available || !begin_picture(fluid, vFactor, v_unit, picture)) return picture;
+    picture.T = *outcome.T;
     picture.p = diagnosis.p;
     double vL = 0.0, vV = 0.0;
     if (diagnosis.below_critical) {
-        const Saturation at = pLV_EOS(s, picture.T);
-        if (at.err == 0) picture.pLV = at.value, vL = s.scratch.VRoot[0], vV = s.scratch.VRoot[2];
+        if (const Saturation at = pLV_EOS(fluid, picture.T); at.found()) {
+            picture.pLV = at.p;
+            vL = at.vL;
+            vV = at.vV;
+        }
     }
-    const Isotherm curve(s, picture.T);
+    const Isotherm curve(fluid, picture.T);
     if (!curve.good()) return picture;
-    const double vFactor = s.units.vFactor;
     const std::vector<double> extremes = curve.extremes();
     double highest = std::max(picture.p, picture.pLV), lowest = 0.0;
     double largest = std::max(vV, curve.pole());
@@ -238,22 +226,22 @@ IsothermPicture diagnosis_picture(Session& s) {
     return picture;
 }
 
-IsothermPicture region_picture(Session& s, double T, double p) {
+IsothermPicture region_picture(const Fluid& fluid, double T, double p, const UnitFactors& factors,
+                               std::string_view v_unit) {
     IsothermPicture picture;
-    const KeptScratch kept(s);
-    if (!begin_picture(s, picture)) return picture;
+    const double vFactor = factors.vFactor;
+    if (!begin_picture(fluid, vFactor, v_unit, picture)) return picture;
     picture.T = T;
     picture.p = p;
-    picture.region = region_of(T, p, picture.Tcr, picture.pcr);
-    const double vFactor = s.units.vFactor;
-    const Isotherm critical(s, picture.Tcr);
+    picture.region = phase_region(fluid, T, p);
+    const Isotherm critical(fluid, picture.Tcr);
     if (!critical.good()) return picture;
 
-    double largest = std::max(s.eos.vcrEOS, 3.0 * critical.pole());
+    double largest = std::max(fluid.eos.vcrEOS, 3.0 * critical.pole());
     if (T > TinyT && p > TinyT) {
-        const VolumeResult state = VolumeTp(s, T, p);
+        const VolumeResult state = VolumeTp(fluid, T, p);
         const double v = state.vV > 0.0 ? state.vV : state.vL;
-        if (state.err == 0 && v > 0.0) {
+        if (state.reason == Reason::none && v > 0.0) {
             picture.marks.push_back({{v * vFactor, p}, {}, RootMeaning::stable_V});
             largest = std::max(largest, v);
         }
@@ -262,15 +250,15 @@ IsothermPicture region_picture(Session& s, double T, double p) {
     picture.log_p = p > 0.0 && (p > 6.0 * picture.pcr || p < 0.1 * picture.pcr);
     picture.p_high = (picture.log_p ? 6.0 : 1.8) * std::max(p, picture.pcr);
     picture.p_low = picture.log_p ? 0.25 * std::min(p, picture.pcr) : 0.0;
-    picture.coexistence = coexistence_curve(s, std::max(picture.p_low, 0.001 * picture.pcr));
+    picture.coexistence = coexistence_curve(fluid, std::max(picture.p_low, 0.001 * picture.pcr), vFactor);
     const double high = 10.0 * largest;
     double low = critical.v_of(picture.p_high, high);
     picture.critical_isotherm = sampled(critical, low, high, CurvePointCount, vFactor);
     if (T > TinyT) {
-        const Isotherm curve(s, T);
+        const Isotherm curve(fluid, T);
         const std::vector<double> extremes = curve.extremes();
         const double start = curve.v_of(picture.p_high, extremes.empty() ? high : extremes[0]);
-        picture.isotherm = stable_isotherm(s, curve, T, start, high, extremes);
+        picture.isotherm = stable_isotherm(fluid, curve, T, start, high, extremes, vFactor);
         low = std::min(low, start);
     }
     picture.v_low = 0.8 * low * vFactor;

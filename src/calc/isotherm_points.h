@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "calc/eos_diagnosis.h"
-#include "session/session.h"
 
 namespace quom {
 
@@ -47,12 +46,14 @@ struct IsothermPicture {
     int region = 0;                          // of the state, with regions; 0 to 4
 };
 
-// Isotherm of the state of the last calculation (s.calc.state) with the roots that diagnose_eos names. Not
-// available without a state or a cubic EOS. The scratch of the engine stays as it was.
-IsothermPicture diagnosis_picture(Session& s);
+// Isotherm of the state of an outcome with the roots that diagnose_eos names. Not available without a state
+// of a cubic equation. Volumes times factors.vFactor; v_unit is their unit.
+IsothermPicture diagnosis_picture(const Fluid& fluid, const Outcome& outcome, const UnitFactors& factors,
+                                  std::string_view v_unit);
 
 // The regions about the critical point with the isotherm of T [K] and the state at p [kPa]; each may be 0 for
-// not known. Not available without a cubic EOS or critical data. The scratch stays as it was.
-IsothermPicture region_picture(Session& s, double T, double p);
+// not known. Not available without a cubic equation or critical data.
+IsothermPicture region_picture(const Fluid& fluid, double T, double p, const UnitFactors& factors,
+                               std::string_view v_unit);
 
 }  // namespace quom

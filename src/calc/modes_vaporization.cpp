@@ -1,128 +1,104 @@
-// Modes 6 and 7, and the block on the enthalpy of vaporization of all other modes.
-#include "base/code_page.h"
-#include "base/number_text.h"
+// Modes 6 and 7, and the enthalpy of vaporization that all other modes give beside their state.
 #include "calc/calc_run.h"
-#include "calc/quantities.h"
-#include "engine/eos_parameters.h"
-#include "engine/model_catalogue.h"
+#include "engine/validity.h"
+#include "engine/vapor_pressure.h"
 #include "engine/vaporization_enthalpy.h"
 
 namespace quom {
-
 namespace {
 
-bool is_main_purpose(const CalcRun& run) { return run.mode() == 6 || run.mode() == 7; }
+bool is_positive(double x) { return x > 0.0 && std::isfinite(x); }
 
-// Displayed value with its label, and the entropy of vaporization, between rulers.
-void value_lines(CalcRun& run, double h) {
-    const Session& s = run.s;
-    const std::string label = label_text(s, Quantity::hLV);
-    const std::string value = label + " = " + formatMask(h, h < 1000.0 ? "##0.00" : "##########.0");
-    std::string entropy = "(entropy of vaporiz. delta(LV)s = delta(LV)h / T: " + label_text(s, Quantity::sLV);
-    entropy += " =" + strNum(static_cast<float>(h / run.T)) + ")";
-    run.line(ruler(value.size(), '-'));
-    run.line(value);
-    run.line(ruler(value.size(), '-'));
-    run.line(entropy);
-    run.line(ruler(entropy.size(), '-'));
+std::optional<double> given(double x) { return x > 0.0 ? std::optional<double>(x) : std::nullopt; }
+
+// The same quantity by the database equation, where another model is selected and the substance has one.
+std::optional<double> database_value(const CalcRun& run, const HlvInput& selected) {
+    if (selected.model == Hlv::equation || run.substance().HLVTLo == 0) return std::nullopt;
+    HlvInput input = selected;
+    input.model = Hlv::equation;
+    input.T = given(run.T());
+    input.p = given(run.p());
+    const HlvResult r = hLV(run.fluid, input);
+    if (r.reason != Reason::none || r.value == 0) return std::nullopt;
+    return static_cast<double>(r.value);
 }
 
-void compressibility_lines(CalcRun& run, const HlvResult& r) {
-    const bool benson = run.s.models.HLVKode == hlv_evp_benson;
-    run.line("Following compressibility factors z were used:");
-    run.line("z(L) =" + strNum(static_cast<float>(r.ZL)));
-    run.line("z(V) =" + strNum(static_cast<float>(r.ZV)));
-    run.line("z(V) using " + std::string(eos_text(run.s)));
-    run.line(benson ? "rho(L) for z(L) calculation (MATHIAS/CAILLETET/BENSON)"
-                    : "rho(L) for z(L) calculation using database function rho(L) = Fu(T)");
+HlvInput hlv_input(const CalcRun& run) {
+    HlvInput input;
+    input.model = run.fluid.models.HLVKode;
+    input.T = given(run.T());
+    input.p = given(run.p());
+    input.EVP = run.fluid.models.EVPKode;
+    input.benson = run.input.setup.benson;
+    if (run.mode() == Mode::vaporization_T) input.point_p = run.input.p;
+    if (run.mode() == Mode::vaporization_p) input.point_T = run.input.T;
+    return input;
 }
 
-// The same quantity by the database equation, where the substance has one.
-void comparison_line(CalcRun& run, double value) {
-    Session& s = run.s;
-    if (s.models.HLVKode == hlv_equation || s.substance.HLVTLo == 0) return;
-    double T = run.T, p = run.p;
-    const HlvResult r = hLV(s, hlv_equation, T, p, s.models.EVPKode);
-    if (r.err || r.value == 0) return;
-    const double database = static_cast<double>(r.value);
-    const double h = database * s.units.uFactor;
-    run.line("(cf. function from database: " + label_text(s, Quantity::hLV) + " = " +
-             formatMask(h, h < 1000.0 ? "##0.00" : "##########.0") +
-             ", difference = " + formatMask((value / database - 1.0) * 100.0, "##0.0#") + " %)");
+// Where the missing one of T, p of modes 6 and 7 comes from.
+SaturationSource completed_by(const CalcRun& run, const HlvResult& r) {
+    if (run.fluid.models.HLVKode == Hlv::eos) return SaturationSource::eos;
+    const std::optional<double>& point = run.mode() == Mode::vaporization_T ? run.input.p : run.input.T;
+    const double found = run.mode() == Mode::vaporization_T ? r.p : r.T;
+    if (!(found > 0.0)) return SaturationSource::none;
+    return point && *point == found ? SaturationSource::data_point : SaturationSource::evp;
 }
 
-// txtco2 of modes 6 and 7: the coordinate that belongs to the specified one.
-void show_partner(CalcRun& run) {
-    std::string& text = run.out.view.txtco2.text;
-    if (run.mode() == 6 && run.p > TinyT) text = " p(LV) = " + pressure_text(run.p) + " kPa";
-    if (run.mode() == 7) text = " T(LV) = " + formatMask(run.T, "####.000") + " K";
-}
-
-void no_result(CalcRun& run, const HlvResult& r) {
-    run.line("no result received");
-    if (!r.source.empty()) run.line(r.source);
-    if (!is_main_purpose(run)) return;
-    run.FetchFailed = run.NoResult = true;
-    run.out.fault = r.source.empty() ? "no result received" : r.source;
+// T and p as the model has completed them, with the roots where the equation of state has done it.
+void take_completed(CalcRun& run, const HlvResult& r) {
+    Outcome& out = run.out;
+    out.saturation = completed_by(run, r);
+    if (is_positive(r.T)) out.T = r.T;
+    if (is_positive(r.p)) out.p = r.p;
+    if (run.fluid.models.HLVKode == Hlv::eos) {
+        if (const Saturation saturation = pLV_EOS(run.fluid, run.T()); saturation.found())
+            set_eos(run, saturation);
+    } else if (run.fluid.VPhaseOnly) {
+        set_eos_constants(run);
+    }
 }
 
 }  // namespace
 
-void vaporization_block(CalcRun& run) {
-    Session& s = run.s;
-    const int model = s.models.HLVKode;
-    const bool main = is_main_purpose(run);
-    double T = run.T, p = run.p;
-    HlvResult r = hLV(s, model, T, p, s.models.EVPKode, !run.request.Quiet);
-    if (r.value == 0) r.err = -1;
-    if (run.text) {
-        ViewText& co1 = run.out.view.co1;
-        std::string head = "Enthalpy of vaporization from " + std::string(trim(hlv_name(model)));
-        main ? co1.text = head : run.out.list.append(head).append("\n");
+void add_vaporization(CalcRun& run, bool main) {
+    if (run.fluid.models.HLVKode == Hlv::none && !main) return;
+    const HlvInput input = hlv_input(run);
+    const HlvResult r = hLV(run.fluid, input);
+    for (const Warning& warning : r.warnings) run.warn(warning);
+    VaporizationOutcome& found = run.out.vaporization.emplace();
+    found.method = r.method;
+    found.source = r.source;
+    found.reason = r.reason != Reason::none ? r.reason : r.value == 0 ? Reason::no_hlv_data : Reason::none;
+    if (found.reason != Reason::none) {
+        if (main) run.fail(found.reason, run.mode() == Mode::vaporization_T ? run.T() : run.p());
+        return;
     }
-    if (r.err || !std::isfinite(T) || !std::isfinite(p)) return no_result(run, r);
-    if (main) {
-        take_T(run, T);
-        run.p = p;
-        run.out.Result[slot_T] = T;
-        run.out.Result[slot_p] = p;
-        if (run.text) show_partner(run);
+    if (main) take_completed(run, r);
+    found.hLV = static_cast<double>(r.value);
+    if (run.T() > 0.0) found.sLV = *found.hLV / run.T();
+    if (hlv_info(input.model).uses_zeta) {
+        found.zL = r.ZL;
+        found.zV = r.ZV;
     }
-    const double value = static_cast<double>(r.value), h = value * s.units.uFactor;
-    run.record.hLVCalc = single(value);
-    run.out.Result[slot_hLV] = h;
-    if (run.T > 0.0) run.out.Result[slot_sLV] = h / run.T;
-    if (main) {
-        run.out.PhaseCode = 3;
-        keep_state(run, r.fd, r.g1, r.g2);
-    }
-    if (!run.text) return;
-    if (main && !r.source.empty()) run.line(r.source);
-    value_lines(run, h);
-    if (model == hlv_evp_rhoL || model == hlv_evp_benson) compressibility_lines(run, r);
-    comparison_line(run, value);
+    found.database = database_value(run, input);
 }
 
-AfterBranch mode_vaporization(CalcRun& run) {
-    const SubstanceConstants& k = run.s.substance;
-    set_phase(run, true, true);
-    const bool by_T = run.mode() == 6;
-    if (!(by_T ? FetchT(run) : Fetchp(run))) return AfterBranch::result_block;
-    ViewText& par1 = run.out.view.par1;
-    if (by_T) {
-        EOSParT(run.s, run.T);
-        show_T(run);
-    } else {
-        show_p(run, par1);
-    }
-    if (by_T ? !(run.T < k.Tcr) : !(run.p < k.pcr)) {
-        refuse(run, par1, par1.text + (by_T ? " >= T(cr) !!!" : " >= p(cr) !!!"));
-        return AfterBranch::result_block;
-    }
-    // A p of the data point is the second value of mode 6.
-    if (by_T && run.point().p >= TinyT) run.p = run.point().p;
-    vaporization_block(run);
-    return AfterBranch::result_block;
+void add_vaporization_of_state(CalcRun& run) {
+    const Outcome& out = run.out;
+    if (out.phase != PhaseWord::VL || !run.below_critical()) return;
+    if (!out.L || !out.V || out.L->v == out.V->v) return;
+    add_vaporization(run, false);
+}
+
+void mode_vaporization(CalcRun& run) {
+    const SubstanceConstants& substance = run.substance();
+    const bool by_T = run.mode() == Mode::vaporization_T;
+    if (!(by_T ? take_T(run) : take_p(run))) return;
+    if (by_T && !(run.T() < substance.Tcr)) return run.fail(Reason::above_critical_T, run.T(), substance.Tcr);
+    if (!by_T && !(run.p() < substance.pcr))
+        return run.fail(Reason::above_critical_p, run.p(), substance.pcr);
+    set_phases(run, true, true, PhaseWord::VL);
+    add_vaporization(run, true);
 }
 
 }  // namespace quom

@@ -5,8 +5,7 @@
 #include "base/code_page.h"
 #include "base/number_text.h"
 #include "engine/condensed_phases.h"
-#include "engine/eos_parameters.h"
-#include "engine/model_catalogue.h"
+#include "engine/models.h"
 #include "engine/vapor_pressure.h"
 #include "engine/volume_solver.h"
 
@@ -26,34 +25,41 @@ struct VaporDensity {
     std::string source;
 };
 
-VaporDensity vapor_density(Session& s, double T, double p) {
-    if (!(p > 0.0)) return {};
-    const double M = static_cast<double>(s.substance.MolMass);
-    if (s.models.EOSKode != eos_none) {
-        const VolumeResult state = VolumeTp(s, T, p);
-        if (state.err == 0 && state.rhoV > TinyT)
-            return {state.rhoV, " (from " + std::string(trim(eos_name(s.models.EOSKode))) + ")"};
-    }
-    if (s.substance.omega != 0.0) {
-        const double rho = M / (RGas * T / p + VirialB(s, eos_pitzer_curl, T));
-        if (std::isfinite(rho) && rho > 0.0) return {rho, " (using Virial-EOS, PITZER/CURL)"};
-    }
-    return {M * p / RGas / T, " (using idealgas EOS)"};
+std::string eos_name(const Fluid& fluid) { return std::string(trim(fluid.eos_row().text)); }
+
+// M/(R T/p + B) with B by Pitzer and Curl (1957); 0 without omega, critical data or a volume above 0.
+double pitzer_curl_density(const Fluid& fluid, double T, double p) {
+    if (fluid.substance.omega == 0.0) return 0.0;
+    const std::shared_ptr<const Fluid> virial = with_eos(fluid, Eos::pitzer_curl);
+    if (!virial->has_eos()) return 0.0;
+    const double rho = fluid.M / (RGas * T / p + VirialB(*virial, T));
+    return std::isfinite(rho) && rho > 0.0 ? rho : 0.0;
 }
 
-void add_vapor_density(Session& s, ReferencePointResult& r) {
+VaporDensity vapor_density(const Fluid& fluid, double T, double p) {
+    if (!(p > 0.0)) return {};
+    if (fluid.has_eos()) {
+        const VolumeResult state = VolumeTp(fluid, T, p);
+        if (state.reason == Reason::none && state.rhoV > TinyT)
+            return {state.rhoV, " (from " + eos_name(fluid) + ")"};
+    }
+    if (const double rho = pitzer_curl_density(fluid, T, p); rho > 0.0)
+        return {rho, " (using Virial-EOS, PITZER/CURL)"};
+    return {fluid.M * p / RGas / T, " (using idealgas EOS)"};
+}
+
+void add_vapor_density(const Fluid& fluid, ReferencePointResult& r) {
     r.text += " rho(V)(ref)/kg/m^3 =";
-    const VaporDensity vapor = vapor_density(s, r.T, r.p);
+    const VaporDensity vapor = vapor_density(fluid, r.T, r.p);
     r.rhoV = vapor.rho;
     r.text += single(r.rhoV) + vapor.source + "\n";
 }
 
 // rho(L) at the normal boiling T of the result; false when only the single point without a slope is left.
-bool boiling_density(Session& s, const LiquidPoint& point, ReferencePointResult& r) {
-    const auto T = static_cast<float>(r.T);
-    if (s.substance.RhoLTLo > 0) {
-        const DensityResult equation = rhoL_Fu(s, T);
-        if (equation.err == 0 && equation.rho > TinyT) {
+bool boiling_density(const SubstanceConstants& substance, const LiquidPoint& point, ReferencePointResult& r) {
+    if (substance.RhoLTLo > 0) {
+        const DensityResult equation = rhoL_Fu(substance, static_cast<float>(r.T));
+        if (equation.reason == Reason::none && equation.rho > TinyT) {
             r.rhoL = equation.rho;
             r.text += " rho(L)(ref)/kg/m^3 =" + single(r.rhoL) + " (from database equ. rho(T))\n";
             return true;
@@ -70,6 +76,18 @@ bool boiling_density(Session& s, const LiquidPoint& point, ReferencePointResult&
     return false;
 }
 
+// The single point of the record, at p(LV) of the vapor pressure equation in force.
+void take_single_point(const Fluid& fluid, const LiquidPoint& point, ReferencePointResult& r) {
+    r.T = point.T;
+    r.rhoL = point.rho;
+    const EvpResult boiling = pLV_EVP(fluid.substance, r.T, fluid.models.EVPKode);
+    r.p = boiling.reason == Reason::none ? boiling.value : 0.0;
+    r.text = "T(ref)/K         =" + single(r.T) + " (database: single point for density)\n" +
+             " rho(L)(ref)/kg/m^3 =" + single(r.rhoL) + " (database: single point at T(ref))\n" +
+             " pLV(ref)/kPa     =" + single(r.p) + "  (at T(ref) with  " +
+             std::string(evp_info(fluid.models.EVPKode).tag) + "-equation)\n";
+}
+
 }  // namespace
 
 LiquidPoint liquid_point(const SubstanceConstants& substance) {
@@ -78,76 +96,61 @@ LiquidPoint liquid_point(const SubstanceConstants& substance) {
     return {.rho = cell(0), .T = cell(2), .drhodT = cell(1)};
 }
 
-ReferencePointResult ReferencePoint(Session& s) {
+bool has_liquid_density(const SubstanceConstants& substance) {
+    if (substance.RhoLTLo > 0 && substance.RhoLTHi > 0) return true;
+    const LiquidPoint point = liquid_point(substance);
+    return point.rho > TinyT && point.T > TinyT;
+}
+
+BensonReference ReferencePointResult::reference() const {
+    if (reason != Reason::none) return {};
+    return {.TRefL = static_cast<float>(T),
+            .pLVRef = static_cast<float>(p),
+            .rhoLRef = static_cast<float>(rhoL),
+            .rhoVRef = static_cast<float>(rhoV)};
+}
+
+ReferencePointResult ReferencePoint(const Fluid& fluid) {
     ReferencePointResult r;
-    const LiquidPoint point = liquid_point(s.substance);
+    const LiquidPoint point = liquid_point(fluid.substance);
     bool have_rhoL = false;
-    if (static_cast<double>(s.substance.Tnb) > TinyT) {
-        r.T = static_cast<double>(s.substance.Tnb);
+    if (static_cast<double>(fluid.substance.Tnb) > TinyT) {
+        r.T = static_cast<double>(fluid.substance.Tnb);
         r.p = static_cast<double>(ProposalPressure);
         r.text = " T(ref)/K           =" + single(r.T) + " (normal boiling T)\n" +
                  " p(LV)(ref)/kPa     = 101.325 (normal pressure)\n";
-        have_rhoL = boiling_density(s, point, r);
+        have_rhoL = boiling_density(fluid.substance, point, r);
     }
-    if (!have_rhoL && point.rho > TinyT && point.T > TinyT) {
-        r.T = point.T, r.rhoL = point.rho;
-        const EvpResult boiling = pLV_EVP(s, r.T, s.models.EVPKode);
-        r.p = boiling.err == 0 ? boiling.value : 0.0;
-        r.text = "T(ref)/K         =" + single(r.T) + " (database: single point for density)\n" +
-                 " rho(L)(ref)/kg/m^3 =" + single(r.rhoL) + " (database: single point at T(ref))\n" +
-                 " pLV(ref)/kPa     =" + single(r.p) + "  (at T(ref) with  " + s.models.EVPTag +
-                 "-equation)\n";
-    }
+    if (!have_rhoL && point.rho > TinyT && point.T > TinyT) take_single_point(fluid, point, r);
     if (!(r.T > TinyT)) {
-        r.err = -1;
+        r.reason = Reason::no_reference_point;
         return r;
     }
-    add_vapor_density(s, r);
+    add_vapor_density(fluid, r);
     return r;
 }
 
-ReferencePointResult TakeReferencePoint(Session& s) {
-    ReferencePointResult r = ReferencePoint(s);
-    if (r.err == 0) store(s.benson, r);
-    return r;
-}
-
-ReferencePointResult BensonReferencePoint(Session& s) {
+ReferencePointResult BensonReferencePoint(const Fluid& fluid) {
     ReferencePointResult r;
-    const SubstanceConstants& x = s.substance;
+    const SubstanceConstants& x = fluid.substance;
     const double Tnb = static_cast<double>(x.Tnb);
     if (Tnb > TinyT && x.pcr > TinyT && x.rhocrDB > TinyT) {
         r.T = Tnb;
         r.p = static_cast<double>(BensonPressure);
         r.rhoL = static_cast<double>(rhoLRefBenson(r.p, x.pcr, x.rhocrDB));
-        const VolumeResult state = VolumeTp(s, r.T, r.p);
-        if (state.err == 0) r.rhoV = state.rhoV;
+        if (fluid.has_eos()) r.rhoV = VolumeTp(fluid, r.T, r.p).rhoV;
     }
     if (!(r.rhoL > TinyT)) {
         r = {};
-        r.err = -1;
+        r.reason = Reason::no_reference_point;
         return r;
     }
     r.text = "Reference point calculated using BENSON's formula for rho(L):\n T(ref)/K           = " +
              formatMask(r.T, "####.#") + " (normal boiling temp.)\n" +
              " p(LV)(ref)/kPa     = 101.325  (normal pressure)\n" +
              " rho(L)(ref)/kg/m^3 = " + formatMask(r.rhoL, "####.#") + " (BENSON's approximation)\n" +
-             " rho(V)(ref)/kg/m^3 = " + formatMask(r.rhoV, "##.###") + "  ( " +
-             std::string(trim(eos_name(s.models.EOSKode))) + ")";
+             " rho(V)(ref)/kg/m^3 = " + formatMask(r.rhoV, "##.###") + "  ( " + eos_name(fluid) + ")";
     return r;
-}
-
-void store(BensonReference& benson, const ReferencePointResult& point) {
-    benson.TRefL = static_cast<float>(point.T);
-    benson.pLVRef = static_cast<float>(point.p);
-    benson.rhoLRef = static_cast<float>(point.rhoL);
-    benson.rhoVRef = static_cast<float>(point.rhoV);
-}
-
-bool is_complete(const BensonReference& benson) {
-    const double product = static_cast<double>(benson.TRefL) * static_cast<double>(benson.pLVRef) *
-                           static_cast<double>(benson.rhoLRef) * static_cast<double>(benson.rhoVRef);
-    return product > TinyT;
 }
 
 }  // namespace quom

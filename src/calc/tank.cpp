@@ -1,123 +1,123 @@
 // Modes 9 (GLOBAL) and 10 (PARTIAL).
 #include "calc/tank.h"
 
-#include "base/code_page.h"
-#include "base/number_text.h"
 #include "calc/calc_run.h"
 #include "calc/reference_point.h"
-#include "engine/condensed_phases.h"
-#include "engine/eos_parameters.h"
+#include "engine/validity.h"
 #include "engine/vapor_pressure.h"
 #include "engine/volume_solver.h"
 
 namespace quom {
-
 namespace {
 
-constexpr std::string_view execution_not_possible = "Execution not possible";
-
-void contents_row(CalcRun& run, std::string_view label, double L, double V, std::string_view mask) {
-    std::string row(label);
-    row += text_padded(run.out.IsL ? formatMask(L, mask) : std::string(), 20);
-    if (run.out.IsV) row += formatMask(V, mask);
-    run.line(trim_right(row));
+// T, rho and v of the run from m, V, T. False after the failure: not a tank.
+bool take_tank(CalcRun& run) {
+    const StateInput& in = run.input;
+    Outcome& out = run.out;
+    out.T = in.T;
+    out.tank_mass = in.m;
+    out.tank_volume = in.V;
+    const bool given = is_given(in.m) && is_given(in.V) && is_given(in.T);
+    if (!given || !(*in.m * *in.V * *in.T > TinyT) || !std::isfinite(*in.m * *in.V * *in.T)) {
+        run.fail(Reason::no_tank_given);
+        return false;
+    }
+    if (!run.has_M()) {
+        run.fail(Reason::no_molar_mass);
+        return false;
+    }
+    out.rho = *in.m / *in.V;
+    out.v = run.M() / *out.rho;
+    return true;
 }
 
-// The reference point of Benson's method: as the user chose it, else the proposal. False after the refusal.
-bool have_reference(CalcRun& run) {
-    Session& s = run.s;
-    if (!s.calc.BensonRhoL || is_complete(s.benson)) return true;
-    if (TakeReferencePoint(s).err == 0 && is_complete(s.benson)) return true;
-    run.NoResult = run.FetchFailed = true;
-    run.out.fault = "no reference data for PARTIAL method calculable";
-    std::string content = run.out.fault;
-    if (s.substance.Tnb == 0.0f) {
-        content += "\n\nFor " + s.substance.StoffName +
-                   "\nno normal boiling temperature is available in the database!"
-                   "\n\nUse the GLOBAL calculation concept (=> \"Models\").";
-    }
-    s.tell({.title = std::string(execution_not_possible), .text = content, .kind = MessageKind::stop});
+// The reference point of Benson's method: as the input has it, else the proposal. False after the failure.
+bool take_reference(CalcRun& run, BensonReference& benson) {
+    benson = run.input.setup.benson;
+    if (!run.input.setup.BensonRhoL || benson.complete()) return true;
+    const ReferencePointResult proposal = ReferencePoint(run.fluid);
+    benson = proposal.reference();
+    if (proposal.reason == Reason::none && benson.complete()) return true;
+    run.fail(Reason::no_reference_point);
     return false;
 }
 
-// Only vapor: p of the EOS at T, v. False after a fault.
-bool vapor_alone(CalcRun& run) {
-    Session& s = run.s;
-    if (s.models.VPhaseOnly) return vapor_state_T_v(run);
-    EOSParT(s, run.T);
-    const PressureResult r = pTv(s, run.T, run.v);
-    if (r.err) {
-        CalcMessage(run, " (v <= b)", "the volume is not above the covolume");
-        return false;
-    }
-    run.p = r.p;
-    run.y = 1.0;
-    run.vV = run.v, run.rhoV = run.rho;
-    run.vL = run.rhoL = 0.0;
-    run.out.PhaseCode = 1;
-    set_phase(run, false, true);
-    return true;
-}
-
+// A tank full of liquid: nothing tells its pressure.
 void liquid_alone(CalcRun& run) {
-    run.out.Text = "ERROR2";
-    run.out.PhaseCode = 1;
-    run.y = 0.0;
-    run.vL = run.v, run.rhoL = run.rho;
-    run.vV = run.rhoV = 0.0;
-    set_phase(run, true, false);
+    set_phases(run, true, false, PhaseWord::L);
+    run.out.p.reset();
+    set_L(run, *run.out.v, false);
+    run.out.quality = 0.0;
+    set_eos_constants(run);
 }
 
-// Phases by the mean density between rhoL and rhoV of the run at p(LV).
-bool decide(CalcRun& run, double pLV) {
-    if (run.rho >= run.rhoL) {
-        liquid_alone(run);
-        return true;
+// Only vapor: p of the equation of state at T, v.
+void vapor_alone(CalcRun& run) {
+    const double v = *run.out.v;
+    const PressureResult pressure = pTv(run.fluid, run.T(), v);
+    if (pressure.reason != Reason::none) return run.fail(pressure.reason, v, pressure.bound);
+    if (!(pressure.p > 0.0)) return run.fail(Reason::pressure_not_positive, pressure.p);
+    run.out.p = pressure.p;
+    set_phases(run, false, true, PhaseWord::V);
+    set_V(run, v);
+    run.out.quality = 1.0;
+    const VolumeResult volume = VolumeTp(run.fluid, run.T(), pressure.p);
+    if (volume.reason == Reason::none) {
+        set_eos(run, volume);
+    } else {
+        set_eos_constants(run);
     }
-    if (run.rho <= run.rhoV) return vapor_alone(run);
-    run.p = pLV;
-    run.y = (1.0 / run.rho - 1.0 / run.rhoL) / (1.0 / run.rhoV - 1.0 / run.rhoL);
-    run.have_y = true;
-    run.out.PhaseCode = 3;
-    set_phase(run, true, true);
-    return true;
 }
 
-// T, rho and v of the run from the tank record. False: not a tank.
-bool fetch_tank(CalcRun& run) {
-    const TankInput& tank = run.s.calc.tank;
-    const double m = static_cast<double>(tank.m), V = static_cast<double>(tank.V);
-    const double T = static_cast<double>(tank.T);
-    const bool valid = m > 0.0 && V > 0.0 && T > 0.0 && m * V * T > TinyT && std::isfinite(m * V * T);
-    if (!valid || !(run.M() > 0.0)) {
-        run.out.err = -1;
-        run.out.fault = "no valid input";
-        return false;
+// Both phases at p(LV): y = (V/m - 1/rho(L))/(1/rho(V) - 1/rho(L)).
+void both_phases(CalcRun& run, double pLV, double vV, double rhoL) {
+    Outcome& out = run.out;
+    out.p = pLV;
+    out.saturation = SaturationSource::evp;
+    set_phases(run, true, true, PhaseWord::VL);
+    set_V(run, vV);
+    set_partial_L(run, rhoL);
+    const double rhoV = run.M() / vV;
+    out.quality = (1.0 / *out.rho - 1.0 / rhoL) / (1.0 / rhoV - 1.0 / rhoL);
+    set_eos_constants(run);
+    out.eos->PhaseCode = run.fluid.VPhaseOnly ? std::int16_t{0} : std::int16_t{3};
+}
+
+// Phases by the PARTIAL method: p(LV) from the vapor pressure equation, rho(V) from the equation of state,
+// rho(L) by Benson's method or from rho(L) = Fu(T).
+void partial_tank(CalcRun& run) {
+    const SubstanceConstants& substance = run.substance();
+    Outcome& out = run.out;
+    const double T = run.T();
+    if (run.fluid.VPhaseOnly && substance.Tcr > 0.0 && T >= substance.Tcr) return vapor_alone(run);
+    const Evp code = run.fluid.models.EVPKode;
+    const EvpResult saturation = pLV_EVP(substance, T, code);
+    if (saturation.reason != Reason::none) return run.fail(saturation.reason, T);
+    run.warn(range_warning(WarningKind::evp_range, T, evp_limits(substance, code), saturation.dT,
+                           evp_warns_forward));
+    const double pLV = saturation.value;
+    // An equation of the V-phase only: up to p(LV) the whole tank is vapor at its own pressure.
+    if (run.fluid.VPhaseOnly) {
+        const PressureResult pressure = pTv(run.fluid, T, *out.v);
+        if (pressure.reason == Reason::none && pressure.p > 0.0 && pressure.p <= pLV) return vapor_alone(run);
     }
-    take_T(run, T);
-    run.rho = m / V;
-    run.v = run.M() / run.rho;
-    return true;
+    BensonReference benson;
+    if (!take_reference(run, benson)) return;
+    const double vV = partial_vapor_volume(run.fluid, T, pLV);
+    if (!(vV > 0.0)) return run.fail(Reason::no_vapor_density, T);
+    const double rhoV = run.M() / vV;
+    const double rhoL = partial_liquid_density(run, T, rhoV, benson);
+    if (!(rhoL > 0.0)) return run.fail(Reason::no_liquid_density, T);
+    if (*out.rho >= rhoL) return liquid_alone(run);
+    if (*out.rho <= rhoV) return vapor_alone(run);
+    both_phases(run, pLV, vV, rhoL);
 }
 
-bool refuse_partial_above_critical(CalcRun& run) {
-    const double Tcr = run.s.substance.Tcr;
-    if (run.mode() != 10 || run.T < Tcr) return false;
-    const std::string content =
-        "\"PARTIAL Calculation\" - to use only for phase equilibria, i.e. T < T(cr)\n(T(cr)/K =" +
-        strNum(Tcr) + ")";
-    run.s.tell({.title = std::string(execution_not_possible), .text = content, .kind = MessageKind::stop});
-    run.out.Text = "EXIT";
-    run.out.fault = content;
-    run.out.err = -1;
-    return true;
-}
-
-void show_tank_pressure(CalcRun& run) {
-    if (!run.text || !(run.p > 0.0)) return;
-    const bool saturated = run.two_phase() && run.below_critical();
-    run.out.view.txtco2.text =
-        (saturated ? "Vapor pressure p(LV)/kPa = " : " System pressure p/kPa = ") + pressure_text(run.p);
+void add_contents(CalcRun& run) {
+    Outcome& out = run.out;
+    const double rhoL = out.L ? run.M() / out.L->v : 0.0, rhoV = out.V ? run.M() / out.V->v : 0.0;
+    out.tank =
+        tank_contents(*out.tank_mass, *out.tank_volume, run.M(), out.quality.value_or(1.0), rhoL, rhoV);
 }
 
 }  // namespace
@@ -131,84 +131,32 @@ TankContents tank_contents(double m, double V, double M, double y, double rhoL, 
         t.VV = rhoL * y * V / ((rhoL - rhoV) * y + rhoV);
     }
     t.VL = V - t.VV;
-    t.mV = y * m, t.mL = m - t.mV;
-    t.nV = t.mV / M, t.nL = t.mL / M;
+    t.mV = y * m;
+    t.mL = m - t.mV;
+    t.nV = t.mV / M;
+    t.nL = t.mL / M;
+    t.fill = t.VL / V;
     return t;
 }
 
-void TankPartial(CalcRun& run) {
-    Session& s = run.s;
-    run.L_from_eos = false;
-    const bool supercritical = s.substance.Tcr > 0.0 && run.T >= s.substance.Tcr;
-    if (s.models.VPhaseOnly && supercritical) {
-        if (vapor_alone(run)) TankResult(run);
-        return;
+void mode_tank(CalcRun& run) {
+    if (!take_tank(run)) return;
+    const bool partial = run.mode() == Mode::tank_partial;
+    const double Tcr = run.substance().Tcr;
+    if (partial && run.T() >= Tcr) return run.fail(Reason::partial_above_critical, run.T(), Tcr);
+    if (run.fluid.VPhaseOnly) {
+        // The volume has to be one that the equation of state can have at all.
+        const PressureResult pressure = pTv(run.fluid, run.T(), *run.out.v);
+        if (pressure.reason != Reason::none) return run.fail(pressure.reason, *run.out.v, pressure.bound);
     }
-    const EvpResult saturation = pLV_EVP(s, run.T, s.models.EVPKode, !run.request.Quiet);
-    const double pLV = saturation.value;
-    if (saturation.err || !(pLV > 0.0) || !std::isfinite(pLV)) {
-        CalcMessage(run, error_code(saturation.err ? saturation.err : -1),
-                    "no p(LV) of the vapor pressure equation");
-        return;
+    if (partial || run.fluid.VPhaseOnly) {
+        partial_tank(run);
+    } else {
+        state_T_v(run);
     }
-    // An EOS of the V-phase only: up to p(LV) the whole tank is vapor at its own pressure.
-    if (s.models.VPhaseOnly && run.p > 0.0 && run.p <= pLV) {
-        TankResult(run);
-        return;
-    }
-    if (!have_reference(run)) return;
-    const double vV = partial_vapor_volume(run, run.T, pLV);
-    run.vV = vV, run.rhoV = vV > 0.0 ? run.M() / vV : 0.0;
-    if (run.rhoV > 0.0) partial_liquid(run);
-    run.rhoL_method = {};
-    if (!(run.rhoV > 0.0) || !(run.rhoL > TinyT)) {
-        CalcMessage(run, error_code(-1), "no density of the L- or V-phase for the PARTIAL method");
-        return;
-    }
-    run.p = 0.0;
-    if (decide(run, pLV)) TankResult(run);
-}
-
-void TankResult(CalcRun& run) {
-    const TankInput& tank = run.s.calc.tank;
-    const double m = static_cast<double>(tank.m), V = static_cast<double>(tank.V);
-    CalcBatchResult& out = run.out;
-    const TankContents t = out.tank = tank_contents(m, V, run.M(), run.y, run.rhoL, run.rhoV);
-    if (run.two_phase()) out.LPercent = single((1.0 - t.VV / V) * 100.0);
-    if (!run.text) return;
-    run.line("Vapor fraction eta(V) = " + formatMask(run.y, "0.0#######"));
-    run.line("volume fraction V-phase phi(V),% = " + formatMask(t.VV / V * 100.0, "0.0###") + " %");
-    run.line("Mass fraction = Mole fract. V-Phase y(V),% =" + strNum(static_cast<float>(t.mV / m * 100.0)) +
-             " %");
-    run.line("");
-    contents_row(run, "Volume                   V/m^3  =  ", t.VL, t.VV, "##0.0000##");
-    contents_row(run, "Mass                      m/kg  =  ", t.mL, t.mV, "##0.0000##");
-    contents_row(run, "Amount of substance      n/kmol =  ", t.nL, t.nV, "##0.0000");
-}
-
-AfterBranch mode_tank(CalcRun& run) {
-    Session& s = run.s;
-    if (!fetch_tank(run) || refuse_partial_above_critical(run)) return AfterBranch::leave;
-    warn_triple(run, "WARNING");
-    run.out.Result[slot_T] = run.T;
-    show_T(run);
-    show_rho(run, run.out.view.par2);
-    if (s.models.VPhaseOnly) {
-        if (vapor_state_T_v(run)) {
-            TankPartial(run);
-        } else {
-            run.out.Text = "ERROR3";
-        }
-    } else if (run.mode() == 10) {
-        TankPartial(run);
-    } else if (cubic_state_T_v(run)) {
-        TankResult(run);
-    }
-    if (run.FetchFailed) return AfterBranch::result_block;
-    run.out.Result[slot_p] = run.p;
-    show_tank_pressure(run);
-    density_and_vaporization(run);
-    return AfterBranch::result_block;
+    if (run.out.failure) return;
+    add_contents(run);
+    add_vaporization_of_state(run);
 }
 
 }  // namespace quom

@@ -1,14 +1,11 @@
 #include "console/calc_setup.h"
 
 #include "base/number_text.h"
-#include "calc/calc_input.h"
-#include "calc/calc_partial.h"
-#include "calc/mode_table.h"
+#include "forms/calculation_form.h"
+#include "forms/partial_form.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
-
-constexpr int process_mode = 12, empty_mode = 23;
 
 // The answer to the question of mode 3, without writing it.
 class Answering : public Messages {
@@ -27,89 +24,146 @@ class Answering : public Messages {
 struct ValueOption {
     const char* name;
     std::optional<double> SpecifiedValues::*value;
+    std::optional<double> StateInput::*input;
     unsigned specified;
-    BoxValue box;
+    std::array<BoxValue, 3> boxes;  // that take it
     const char* unit;
     const char* help;
 };
 constexpr ValueOption value_options[] = {
-    {"--T", &SpecifiedValues::T, spec_T | spec_tank, BoxValue::T, "K", "Temperature"},
-    {"--p", &SpecifiedValues::p, spec_p, BoxValue::p, "kPa", "Pressure"},
-    {"--rho", &SpecifiedValues::rho, spec_rhoV | spec_rhoL, BoxValue::density, "kg/m^3", "Density"},
-    {"--m", &SpecifiedValues::m, spec_tank, BoxValue::tank_m, "kg", "Mass in the tank"},
-    {"--V", &SpecifiedValues::V, spec_tank, BoxValue::tank_V, "m^3", "Volume of the tank"},
+    {"--T",
+     &SpecifiedValues::T,
+     &StateInput::T,
+     spec_T | spec_tank,
+     {BoxValue::T, BoxValue::T, BoxValue::T},
+     "K",
+     "Temperature"},
+    {"--p",
+     &SpecifiedValues::p,
+     &StateInput::p,
+     spec_p,
+     {BoxValue::p, BoxValue::pLV, BoxValue::p},
+     "kPa",
+     "Pressure"},
+    {"--rho",
+     &SpecifiedValues::rho,
+     &StateInput::rho,
+     spec_rhoV | spec_rhoL,
+     {BoxValue::density, BoxValue::rhoL, BoxValue::rhoV},
+     "kg/m^3",
+     "Density"},
+    {"--m",
+     &SpecifiedValues::m,
+     &StateInput::m,
+     spec_tank,
+     {BoxValue::tank_m, BoxValue::tank_m, BoxValue::tank_m},
+     "kg",
+     "Mass in the tank"},
+    {"--V",
+     &SpecifiedValues::V,
+     &StateInput::V,
+     spec_tank,
+     {BoxValue::tank_V, BoxValue::tank_V, BoxValue::tank_V},
+     "m^3",
+     "Volume of the tank"},
 };
+
+std::string mode_text(const ModeInfo& mode) {
+    return "mode " + std::to_string(number_of(mode.mode)) + " (" + std::string(mode.menu_text) + ")";
+}
+
+// "1 to 24 are, without 12 and 23".
+std::string mode_numbers() {
+    std::string without;
+    for (const ModeInfo& mode : mode_list()) {
+        if (!mode.on_console)
+            without += (without.empty() ? "" : " and ") + std::to_string(number_of(mode.mode));
+    }
+    return std::to_string(number_of(mode_list().front().mode)) + " to " +
+           std::to_string(number_of(mode_list().back().mode)) + " are, without " + without;
+}
 
 }  // namespace
 
 void add_specified_values(CLI::App& app, SpecifiedValues& values) {
     for (const ValueOption& option : value_options)
-        add_number(app, option.name, values.*option.value, Range::above_zero, option.unit, option.help);
+        add_number(app, option.name, values.*option.value, NumberRange::above_zero, option.unit, option.help);
 }
 
-void add_mode(CLI::App& app, int& mode) {
+void add_mode(CLI::App& app, Mode& mode) {
     app.add_option_function<std::string>(
            "--mode",
            [&mode](const std::string& text) {
                const std::optional<double> x = read_number(text);
-               const bool whole = x && *x >= 1.0 && *x <= last_mode && *x == static_cast<int>(*x);
-               mode = whole ? static_cast<int>(*x) : 0;
-               if (mode == process_mode)
-                   throw CLI::ValidationError("--mode",
-                                              "mode 12 is a process line; \"quomc process\" runs it.");
-               if (!whole || mode == empty_mode)
-                   throw CLI::ValidationError("--mode",
-                                              "\"" + text +
-                                                  "\" is no mode of calculation; 1 to 24 are, without "
-                                                  "12 and 23.");
+               const bool whole = x && *x == round_half_even(*x) && *x > 0.0 && *x < 100.0;
+               mode = whole ? mode_of(static_cast<int>(*x)) : Mode::none;
+               if (mode_info(mode).family == ModeFamily::process)
+                   throw CLI::ValidationError(
+                       "--mode", "mode " + text + " is a process line; \"quomc process\" runs it.");
+               if (mode == Mode::none || !mode_info(mode).on_console)
+                   throw CLI::ValidationError(
+                       "--mode", "\"" + text + "\" is no mode of calculation; " + mode_numbers() + ".");
            },
            "Mode of calculation")
         ->required()
         ->type_name("N");
 }
 
-Refused set_up_mode(Program& program, int mode) {
-    Session& s = program.session;
-    CalcState& calc = s.calc;
-    calc.CalcMode = mode;
-    s.options.BatchMode = false;
-    const bool benson = calc.BensonRhoL;
-    Answering answering(mode == 3 ? program.options.answer : std::nullopt);
-    Messages* const messages = s.messages;
-    s.messages = &answering;
-    const Dispatch way = CalcDispatch(s);
-    std::optional<Message> refused;
-    if (way.selection) refused = SelectPartial(s, mode != 10 && !calc.VLEAssumed && s.models.Konzept, benson);
-    s.messages = messages;
-    if (way.refused)
-        return Fault{status_no_result, "Mode " + std::to_string(mode) + ": " + answering.refusal + "."};
-    if (refused) return Fault{status_no_result, "Mode " + std::to_string(mode) + ": " + refused->text + "."};
+Refused set_up_mode(Program& program, Mode mode) {
+    Session& session = program.session;
+    Document document = session.document;
+    document.options.BatchMode = false;
+    const std::string number = std::to_string(number_of(mode));
+    Answering answering(mode == Mode::T_p ? program.options.answer : std::nullopt);
+    const Dispatch way = CalcDispatch(document, mode, answering);
+    if (way.refused) return Fault{status_no_result, "Mode " + number + ": " + answering.refusal + "."};
+    const bool benson = document.calc.setup.BensonRhoL;
+    document.calc = way.calc;
+    document.calc.setup.BensonRhoL = benson;
+    if (way.selection) {
+        const bool global =
+            mode != Mode::tank_partial && !document.calc.setup.VLEAssumed && document.models.Konzept;
+        const PartialChoice choice = SelectPartial(*session.fluid, mode, document.calc.setup, global, benson);
+        if (choice.refusal)
+            return Fault{status_no_result, "Mode " + number + ": " + choice.refusal->text + "."};
+        document.calc.setup = choice.setup;
+    }
+    commit(session, std::move(document));
     return {};
 }
 
-Refused take_values(Session& s, int mode, const SpecifiedValues& values) {
-    const unsigned specified = mode_entry(mode)->specified;
-    const InputForm form = input_form(s, s.calc.ParInputKind, {});
+Refused take_values(Session& session, const SpecifiedValues& values) {
+    Document document = session.document;
+    const ModeInfo& mode = mode_info(document.calc.CalcMode);
+    const int kind = input_kind(mode.mode);
+    const InputForm form = input_form(document, kind, {});
     BoxValues boxes{};
     for (const ValueOption& option : value_options) {
         const std::optional<double>& value = values.*option.value;
         std::size_t box = 0;
-        while (box < form.par.size() && form.par[box].value != option.box) ++box;
+        while (box < form.par.size() && std::ranges::count(option.boxes, form.par[box].value) == 0) ++box;
+        const bool needed = option.specified & mode.specified;
         if (box == form.par.size()) {
             if (!value) continue;
-            return Fault{status_usage, std::string(option.name) + " is no value of mode " +
-                                           std::to_string(mode) + " (" +
-                                           std::string(mode_entry(mode)->menu_text) + ")."};
+            return Fault{status_usage, std::string(option.name) + " is no value of " + mode_text(mode) + "."};
         }
-        if (!value && (option.specified & specified))
-            return Fault{status_usage, "mode " + std::to_string(mode) + " (" +
-                                           std::string(mode_entry(mode)->menu_text) + ") needs " +
-                                           option.name + " [" + option.unit + "]."};
+        if (!value && needed)
+            return Fault{status_usage, mode_text(mode) + " needs " + option.name + " [" + option.unit + "]."};
         boxes[box] = value.value_or(0.0);
     }
-    if (const InputTaken taken = take_input(s, s.calc.ParInputKind, {}, boxes); taken.refusal)
-        return Fault{status_usage, taken.refusal->text + "."};
+    const InputTaken taken = take_input(document, session.factors(), kind, {}, boxes);
+    if (taken.refusal) return Fault{status_usage, taken.refusal->text + "."};
+    commit(session, std::move(document));
     return {};
 }
 
-}  // namespace quom::console
+StateInput exact_input(const Document& document, const SpecifiedValues& values) {
+    StateInput input = state_input(document, 0);
+    const unsigned specified = mode_info(input.mode).specified;
+    for (const ValueOption& option : value_options) {
+        if (option.specified & specified) input.*option.input = values.*option.value;
+    }
+    return input;
+}
+
+}  // namespace quom

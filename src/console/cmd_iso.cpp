@@ -1,14 +1,12 @@
 // iso: the T or p at which a function has a given value, or the value of another state.
 #include <memory>
 
-#include "base/number_text.h"
-#include "calc/calc_batch.h"
 #include "calc/iso_search.h"
-#include "calc/quantities.h"
-#include "console/calc_setup.h"
-#include "engine/thermo_functions.h"
+#include "console/selection.h"
+#include "forms/iso_form.h"
+#include "report/outcome_report.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 struct IsoArguments {
@@ -20,18 +18,20 @@ struct IsoArguments {
     std::string hold, phase;
 };
 
+Quantity quantity_of(int column) { return function_rows[static_cast<std::size_t>(column)]; }
+
 // Index of the function by its symbol; -1 for none.
 int column_of(const std::string& symbol) {
-    for (std::size_t i = 0; i < iso_functions.size(); ++i) {
-        if (quantity_info(function_rows[i]).symbol == symbol) return static_cast<int>(i);
+    for (int column = 0; column < iso_function_count; ++column) {
+        if (quantity_info(quantity_of(column)).symbol == symbol) return column;
     }
     return -1;
 }
 
 std::string symbols() {
     std::string list;
-    for (std::size_t i = 0; i < iso_functions.size(); ++i)
-        list += (i ? "|" : "") + std::string(quantity_info(function_rows[i]).symbol);
+    for (int column = 0; column < iso_function_count; ++column)
+        list += (column ? "|" : "") + std::string(quantity_info(quantity_of(column)).symbol);
     return list;
 }
 
@@ -44,85 +44,100 @@ Refused check(const IsoArguments& a) {
     return {};
 }
 
-// Value to be held, and the phase of the state that has it when the user has named none.
+std::string_view phase_name(Phase phase) {
+    return phase_text(phase == phase_L ? PhaseWord::L : PhaseWord::V);
+}
+
+// Value to be held in displayed units, and the phase of the state that has it when the user has named none.
 struct Held {
     double value = 0;
-    int phase = phase_V;
-    std::string fault;
+    Phase phase = phase_V;
+    Refused refused;
 };
-Held held_value(Session& s, const IsoArguments& a, int column) {
+Held held_value(const Session& session, const IsoArguments& a, int column) {
     Held held;
-    if (a.phase == "L") held.phase = phase_L;
+    if (a.phase == phase_name(phase_L)) held.phase = phase_L;
     if (a.value) {
         held.value = *a.value;
         return held;
     }
-    s.exp.points[0] = {};
-    s.exp.points[0].T = *a.T0, s.exp.points[0].p = *a.p0;
-    const CalcBatchResult r = CalcBatch(s, {.Mode = 8, .Point = 0, .Quiet = true, .want_text = false});
-    if (r.err) {
-        held.fault = "no state at --T0, --p0: " + r.fault;
+    const Outcome outcome = state_at(*session.fluid, a.T0, a.p0, {});
+    if (!outcome.has_result()) {
+        held.refused = Fault{status_no_result, "no state at --T0, --p0: " + outcome_message(outcome)};
         return held;
     }
-    if (a.phase.empty() && r.IsL && !r.IsV) held.phase = phase_L;
-    if (!(held.phase == phase_L ? r.IsL : r.IsV)) {
-        held.fault = "the state at --T0, --p0 has no " + a.phase + "-phase";
-        return held;
+    if (a.phase.empty() && outcome.phase == PhaseWord::L) held.phase = phase_L;
+    const PhaseOutcome* const phase = phase_of(outcome, held.phase);
+    const std::optional<double> x = phase ? function_of(*phase, column) : std::nullopt;
+    if (!phase) {
+        held.refused = Fault{status_no_result, "the state at --T0, --p0 has no " + a.phase + "-phase"};
+    } else if (!x) {
+        held.refused = Fault{status_no_result, "the state at --T0, --p0 has no " + a.hold + ": " +
+                                                   std::string(reason_text(phase->functions_reason))};
+    } else {
+        held.value = *x * iso_factor(session, column, *a.T0);
     }
-    held.value = r.Result[(held.phase == phase_L ? slot_vL : slot_vV) + column];
     return held;
 }
 
-Grid functions_grid(const Session& s, const CalcBatchResult& r, int phase) {
-    Grid grid{"functions", "Functions", {phase == phase_L ? "L" : "V"}, {}};
-    for (const Quantity q : function_rows) {
-        const std::string symbol(quantity_info(q).symbol);
-        grid.rows.push_back(
-            {symbol, symbol, std::string(unit_text(s, q)), {if_known(r.Result[function_slot(q, phase)])}});
-    }
-    return grid;
+IsoInput search_input(const Session& session, const IsoArguments& a, int column, const Held& held) {
+    IsoInput input;
+    input.What = a.T ? iso_find_p : iso_find_T;
+    input.Column = column;
+    input.Target = held.value;
+    input.phase = held.phase;
+    input.given = a.T ? *a.T : *a.p;
+    // Without a state to start from: the critical one.
+    input.start = a.T ? a.p0.value_or(session.substance().pcr) : a.T0.value_or(session.substance().Tcr);
+    return input;
+}
+
+Report not_found(const Session& session, const IsoArguments& a, const IsoInput& input, Reason reason) {
+    Report report =
+        refusal("iso", {status_no_result,
+                        "No solution found: no " + std::string(phase_name(input.phase)) + "-phase with " +
+                            a.hold + " = " + shown(input.Target) + " " +
+                            std::string(unit_text(session.document.units, quantity_of(input.Column))) +
+                            (a.T ? " at T = " + shown(*a.T) + " K." : " at p = " + shown(*a.p) + " kPa.")});
+    report.reason = reason_name(reason);
+    return report;
 }
 
 Report iso(Program& program, const IsoArguments& a) {
     if (const Refused refused = check(a)) return refusal("iso", *refused);
     if (const Refused refused = prepare(program, a.substance, a.models)) return refusal("iso", *refused);
-    Session& s = program.session;
-    if (const Refused refused = set_up_mode(program, 8)) return refusal("iso", *refused);
+    const Session& session = program.session;
+    const Fluid& fluid = *session.fluid;
+    const Units& units = session.document.units;
     const int column = column_of(a.hold);
-    const Held held = held_value(s, a, column);
-    if (!held.fault.empty()) return refusal("iso", {status_no_result, held.fault});
-    const int what = a.T ? iso_find_p : iso_find_T;
-    TpRhoPoint& row = s.exp.points[0];
-    if (a.value) {
-        // Without a state to start from: the critical one.
-        row = {};
-        row.T = s.substance.Tcr, row.p = s.substance.pcr;
-    }
-    (a.T ? row.T : row.p) = a.T ? *a.T : *a.p;
-    const IsoResult found = IsoSearch(s, what, column, held.value, held.phase);
-    if (found.err) {
-        return refusal("iso",
-                       {status_no_result,
-                        "No solution found: no " + std::string(held.phase == phase_L ? "L" : "V") +
-                            "-phase with " + a.hold + " = " + shown(held.value) + " " +
-                            std::string(unit_text(s, function_rows[static_cast<std::size_t>(column)])) +
-                            (a.T ? " at T = " + shown(*a.T) + " K." : " at p = " + shown(*a.p) + " kPa.")});
-    }
-    const CalcBatchResult r = CalcBatch(s, {.Mode = 8, .Point = 0, .Quiet = true, .want_text = false});
+    const Held held = held_value(session, a, column);
+    if (held.refused) return refusal("iso", *held.refused);
+    const IsoInput input = search_input(session, a, column, held);
+    const IsoResult found = iso_search(session, input);
+    if (found.err()) return not_found(session, a, input, found.reason);
+    const double T = a.T.value_or(found.value);
+    const double p = a.p.value_or(found.value);
+    Outcome outcome = state_at(fluid, T, p, {});
+    if (!found.others.empty())
+        outcome.warnings.push_back({.kind = WarningKind::several_solutions, .value = found.value});
+    const std::string unknown = a.T ? "p" : "T";
+    Table others{"others", "", {{unknown, unknown, a.T ? "kPa" : "K"}}, {}, Layout::json};
+    for (const double x : found.others) others.rows.push_back({x});
     Report report;
-    report.title = substance_head(s) + "\n" + models_head(s);
-    report.sections.emplace_back(substance_block(s));
-    report.sections.emplace_back(models_block(s));
+    report.title = substance_head(fluid.substance) + "\n" + models_head(fluid.models);
+    add_heads(report, session);
     report.sections.emplace_back(
         Block{"iso",
-              std::string(iso_functions[static_cast<std::size_t>(column)].caption) + " held",
-              {{"T", "T", row.T, "K", what == iso_find_T ? "found" : ""},
-               {"p", "p", row.p, "kPa", what == iso_find_p ? "found" : ""},
-               {"phase", "phase", held.phase == phase_L ? "L" : "V", "", ""},
-               {"value", a.hold, held.value,
-                std::string(unit_text(s, function_rows[static_cast<std::size_t>(column)])), ""}},
+              std::string(iso_captions[static_cast<std::size_t>(column)].caption) + " held",
+              {{"T", "T", T, "K", a.T ? "" : "found"},
+               {"p", "p", p, "kPa", a.T ? "found" : ""},
+               {"phase", "phase", phase_name(held.phase), "", ""},
+               {"value", a.hold, held.value, std::string(unit_text(units, quantity_of(column))), ""}},
               Layout::list});
-    report.sections.emplace_back(functions_grid(s, r, held.phase));
+    report.sections.emplace_back(std::move(others));
+    report.sections.emplace_back(
+        phase_functions_grid(outcome, held.phase, units, outcome_factors(fluid, outcome, units)));
+    add_reservations(report, fluid, outcome);
     return report;
 }
 
@@ -131,8 +146,8 @@ Report iso(Program& program, const IsoArguments& a) {
 Action declare_iso(CLI::App& app) {
     const auto a = std::make_shared<IsoArguments>();
     add_substance(app, a->substance);
-    add_number(app, "--T", a->T, Range::above_zero, "K", "Given temperature; p is searched");
-    add_number(app, "--p", a->p, Range::above_zero, "kPa", "Given pressure; T is searched");
+    add_number(app, "--T", a->T, NumberRange::above_zero, "K", "Given temperature; p is searched");
+    add_number(app, "--p", a->p, NumberRange::above_zero, "kPa", "Given pressure; T is searched");
     app.add_option("--hold", a->hold, "Function that is held: " + symbols())
         ->required()
         ->check([](const std::string& text) {
@@ -140,9 +155,10 @@ Action declare_iso(CLI::App& app) {
                                         : "\"" + text + "\" is no function; " + symbols() + " are.";
         })
         ->type_name("FUNCTION");
-    add_number(app, "--value", a->value, Range::any, "", "Its value, in the unit of the output");
-    add_number(app, "--T0", a->T0, Range::above_zero, "K", "or: temperature of the state that has the value");
-    add_number(app, "--p0", a->p0, Range::above_zero, "kPa", "and its pressure");
+    add_number(app, "--value", a->value, NumberRange::any, "", "Its value, in the unit of the output");
+    add_number(app, "--T0", a->T0, NumberRange::above_zero, "K",
+               "or: temperature of the state that has the value");
+    add_number(app, "--p0", a->p0, NumberRange::above_zero, "kPa", "and its pressure");
     app.add_option("--phase", a->phase, "Phase that is searched (default: that of the state, else V)")
         ->check(CLI::IsMember({"L", "V"}))
         ->type_name("L|V");
@@ -150,4 +166,4 @@ Action declare_iso(CLI::App& app) {
     return [a](Program& program) { return iso(program, *a); };
 }
 
-}  // namespace quom::console
+}  // namespace quom

@@ -8,7 +8,7 @@
 #include "substance/record.h"
 #include "substance/search.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 constexpr std::size_t FindLimit = 40;  // rows of find
@@ -37,8 +37,8 @@ std::vector<Value> row_of(const DatabaseFile& file, int index) {
 }
 
 Report list(Program& program) {
-    if (const Refused refused = open_database(program)) return refusal("list", *refused);
-    const DatabaseFile& file = program.session.database.file;
+    if (const Refused refused = load_database(program)) return refusal("list", *refused);
+    const DatabaseFile& file = program.session.database;
     Table table{"substances", "", columns, {}};
     for (int index = 1; index <= file.StoffAnzahl(); ++index) table.rows.push_back(row_of(file, index));
     Report report;
@@ -48,15 +48,15 @@ Report list(Program& program) {
 }
 
 Report find(Program& program, const std::string& text) {
-    if (const Refused refused = open_database(program)) return refusal("find", *refused);
-    const Session& s = program.session;
-    const std::vector<NameMatch> matches = matching_substances(s, text);
+    if (const Refused refused = load_database(program)) return refusal("find", *refused);
+    const Session& session = program.session;
+    const std::vector<NameMatch> matches = matching_substances(name_source(session), text);
     Report report;
     if (matches.empty()) {
         std::string near;
-        for (const NameMatch& match : near_substances(s, text, 5)) {
+        for (const NameMatch& match : near_substances(name_source(session), text, 5)) {
             near += near.empty() ? " Near are: " : ", ";
-            near += main_name(s.database.file.rows[static_cast<std::size_t>(match.index) - 1].SubstanceName);
+            near += main_name(session.database.rows[static_cast<std::size_t>(match.index) - 1].SubstanceName);
         }
         return refusal("find", {status_no_result, "No name, synonym, formula or CAS number contains \"" +
                                                       text + "\"." + near + (near.empty() ? "" : ".")});
@@ -67,7 +67,7 @@ Report find(Program& program, const std::string& text) {
     table.columns.back() = {"synonym", "found by", ""};
     for (const NameMatch& match : matches) {
         if (table.rows.size() == FindLimit) break;
-        table.rows.push_back(row_of(s.database.file, match.index));
+        table.rows.push_back(row_of(session.database, match.index));
         table.rows.back().pop_back();
         table.rows.back().back() = remark(match.via);
     }
@@ -92,4 +92,4 @@ Action declare_find(CLI::App& app) {
     return [text](Program& program) { return find(program, *text); };
 }
 
-}  // namespace quom::console
+}  // namespace quom

@@ -5,9 +5,10 @@
 #include "base/code_page.h"
 #include "base/files.h"
 #include "console/selection.h"
+#include "report/outcome_report.h"
 #include "substance/record.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 // A stored value: 0 is none, the mark of a true zero is 0.
@@ -141,24 +142,26 @@ Block block_of(const Equation& e) {
     return block;
 }
 
-Block identity(const Session& s) {
-    const SubstanceConstants& k = s.substance;
-    const DatabaseFile& file = s.database.file;
+Block identity(const Session& session) {
+    const SubstanceConstants& k = session.substance();
+    const DatabaseFile& file = session.database;
+    const int index = session.document.substance.StoffIndexAktiv;
     const RecordLayout& layout = *record_layout(file.DatabaseKind);
-    const std::string english = record_text(file.record, layout.NameE),
-                      german = record_text(file.record, layout.NameD);
+    std::string record(layout.length, '\0');
+    file.handle.read_at(layout.length * static_cast<std::size_t>(index), record);
+    const std::string english = record_text(record, layout.NameE);
+    const std::string german = record_text(record, layout.NameD);
     const auto text = [](std::string_view x) { return trim(x).empty() ? Value() : Value(trim(x)); };
-    return {
-        "substance",
-        "",
-        {value("StoffName", "name", text(k.StoffName), ""), value("NameE", "English", text(english), ""),
-         value("NameD", "German", text(german), ""),
-         value("StoffFormula", "formula", text(k.StoffFormulaCompact), ""),
-         value("StoffStructure", "structure", text(k.StoffStructure), ""),
-         value("StoffCAS", "CAS", text(k.StoffCAS), ""), value("index", "#", s.database.StoffIndexAktiv, ""),
-         value("SystemNo", "system number", record_i16(file.record, layout.SystemNo), ""),
-         value("database", "database", name_part(file.path), "")},
-        Layout::list};
+    return {"substance",
+            "",
+            {value("StoffName", "name", text(k.StoffName), ""), value("NameE", "English", text(english), ""),
+             value("NameD", "German", text(german), ""),
+             value("StoffFormula", "formula", text(k.StoffFormulaCompact), ""),
+             value("StoffStructure", "structure", text(k.StoffStructure), ""),
+             value("StoffCAS", "CAS", text(k.StoffCAS), ""), value("index", "#", index, ""),
+             value("SystemNo", "system number", record_i16(record, layout.SystemNo), ""),
+             value("database", "database", name_part(file.path), "")},
+            Layout::list};
 }
 
 Block constants(const SubstanceConstants& k) {
@@ -182,13 +185,13 @@ Block constants(const SubstanceConstants& k) {
 }
 
 Report show(Program& program, const std::string& substance) {
-    if (const Refused refused = open_database(program)) return refusal("show", *refused);
-    Session& s = program.session;
-    if (const Refused refused = choose_substance(s, substance)) return refusal("show", *refused);
-    const SubstanceConstants& k = s.substance;
+    if (const Refused refused = load_database(program)) return refusal("show", *refused);
+    Session& session = program.session;
+    if (const Refused refused = choose_substance(session, substance)) return refusal("show", *refused);
+    const SubstanceConstants& k = session.substance();
     Report report;
-    report.title = substance_head(s);
-    report.sections.emplace_back(identity(s));
+    report.title = substance_head(k);
+    report.sections.emplace_back(identity(session));
     report.sections.emplace_back(constants(k));
     std::string absent;
     for (const auto& equations :
@@ -211,4 +214,4 @@ Action declare_show(CLI::App& app) {
     return [substance](Program& program) { return show(program, *substance); };
 }
 
-}  // namespace quom::console
+}  // namespace quom

@@ -7,11 +7,11 @@
 #include <memory>
 #include <thread>
 
-#include "calc/mode_table.h"
 #include "console/calc_setup.h"
 #include "console/sweep.h"
+#include "report/outcome_report.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 struct SweepArguments {
@@ -79,8 +79,28 @@ std::string summary(const SweepTotals& t) {
     return text;
 }
 
+Block totals_block(const SweepTotals& totals) {
+    const auto count = [](const char* key, const char* label, std::uint64_t n) {
+        return Field{key, label, static_cast<std::size_t>(n), "", ""};
+    };
+    return {"sweep",
+            "",
+            {count("lines", "calculations", totals.lines), count("failed", "without result", totals.failed),
+             count("warned", "with a warning", totals.warned),
+             count("malformed", "not readable", totals.malformed)},
+            Layout::list};
+}
+
+SweepSettings settings_of(const Session& session, const SweepArguments& a) {
+    SweepSettings settings = a.settings;
+    settings.setup = session.document.calc.setup;
+    settings.units = session.document.units;
+    settings.factors = session.factors();
+    return settings;
+}
+
 Report sweep(Program& program, const SweepArguments& a) {
-    const auto fault = [](int status, std::string message) {
+    const auto fault = [](ReportStatus status, std::string message) {
         return refusal("sweep", {status, std::move(message)});
     };
     if (a.out == "-" && program.options.json)
@@ -104,7 +124,7 @@ Report sweep(Program& program, const SweepArguments& a) {
                                        return static_cast<std::size_t>(in.gcount());
                                    },
                                .write = [&output](std::string_view bytes) { return output.write(bytes); }};
-    const SweepTotals totals = run_sweep(program.session, a.settings, streams);
+    const SweepTotals totals = run_sweep(program.session.fluid, settings_of(program.session, a), streams);
     if (!totals.broken.empty()) return fault(status_file, totals.broken + ".");
     if (!output.finish()) return fault(status_file, "\"" + a.out + "\" cannot be written.");
 
@@ -114,16 +134,9 @@ Report sweep(Program& program, const SweepArguments& a) {
         report.message = summary(totals);
     }
     if (a.out == "-") return report;
-    const auto count = [](const char* key, const char* label, std::uint64_t n) {
-        return Field{key, label, static_cast<double>(n), "", ""};
-    };
-    report.sections.emplace_back(
-        Block{"sweep",
-              "",
-              {count("lines", "calculations", totals.lines), count("failed", "without result", totals.failed),
-               count("warned", "with a warning", totals.warned),
-               count("malformed", "not readable", totals.malformed)},
-              Layout::list});
+    add_heads(report, program.session);
+    report.sections.emplace_back(totals_block(totals));
+    add_warnings(report, totals.warnings);
     return report;
 }
 
@@ -150,4 +163,4 @@ Action declare_sweep(CLI::App& app) {
     return [a](Program& program) { return sweep(program, *a); };
 }
 
-}  // namespace quom::console
+}  // namespace quom

@@ -3,14 +3,12 @@
 #include <memory>
 #include <optional>
 
-#include "base/code_page.h"
 #include "console/selection.h"
-#include "engine/eos_parameters.h"
 #include "engine/model_catalogue.h"
-#include "engine/thermo_functions.h"
 #include "engine/volume_solver.h"
+#include "report/outcome_report.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 struct VirialArguments {
@@ -19,77 +17,51 @@ struct VirialArguments {
     std::optional<double> T;
 };
 
-struct Coefficient {
-    std::optional<double> B, B1, B2;  // B, dB/dT, d2B/dT2
-    std::string reason;
-};
+// B of one virial equation with its own constants.
+VirialRow coefficient(const Fluid& fluid, Eos code, double T) {
+    VirialRow row;
+    row.code = code;
+    row.reason = missing_constants(fluid.substance, code);
+    if (!row.reason.empty()) return row;
+    const VirialDerivatives slopes = virial_derivatives(*with_eos(fluid, code), T);
+    if (!std::isfinite(slopes.B)) {
+        row.reason = "not finite at this T";
+        return row;
+    }
+    row.B = slopes.B;
+    row.B1 = slopes.B1;
+    row.B2 = slopes.B2;
+    return row;
+}
 
-// B of one virial equation with its own constants; the selection in force is put back.
-Coefficient coefficient(Session& s, int code, double T, const VirialArguments& a) {
-    const SubstanceConstants& k = s.substance;
-    if (code != eos_virial_manual && k.Tcr * k.pcr < TinyT)
-        return {{}, {}, {}, "T(cr), p(cr) are not in the record"};
-    if (code >= 14 && k.omega == 0.0) return {{}, {}, {}, "omega is not in the record"};
-    const ModelSelection models = s.models;
-    const EosBlock eos = s.eos;
-    s.models.EOSKode = code;
-    s.models.VPhaseOnly = true;
-    ClearEOSPar(s);
-    if (code == eos_virial_manual) {
-        s.eos.EOSb = a.models.b0.value_or(0), s.eos.EOSnb = a.models.b1.value_or(0);
-        s.eos.EOSm = a.models.b2.value_or(0);
-    } else {
-        InitEOSPar(s, code);
-    }
-    Coefficient r;
-    const double B = VirialB(s, code, T);
-    s.scratch.Bvirial = B;
-    EOSParT(s, T);
-    PhaseArrays arrays;
-    const VirialDerivatives slopes = ThermoReal(s, phase_V, T, 1.0, B + RGas * T, CubicTerme(s, T), arrays);
-    if (std::isfinite(B)) {
-        r.B = B, r.B1 = slopes.B1, r.B2 = slopes.B2;
-    } else {
-        r.reason = "not finite at this T";
-    }
-    s.models = models, s.eos = eos;
-    return r;
+bool is_virial(EosFamily family) {
+    return family == EosFamily::virial || family == EosFamily::manual || family == EosFamily::pitzer_curl;
 }
 
 Report virial(Program& program, const VirialArguments& a) {
-    VirialArguments arguments = a;
-    if (a.models.b0 && !a.models.eos) arguments.models.eos = eos_virial_manual;
-    if (const Refused refused = prepare(program, a.substance, arguments.models))
-        return refusal("virial", *refused);
     if (!a.T) return refusal("virial", {status_usage, "A temperature is needed: --T."});
-    Session& s = program.session;
-    Table table{"B",
-                "Second virial coefficient at T = " + shown(*a.T) + " K",
-                {{"code", "code", ""},
-                 {"name", "equation", ""},
-                 {"B", "B", "m^3/kmol"},
-                 {"B1", "dB/dT", "m^3/(kmol K)"},
-                 {"B2", "d2B/dT2", "m^3/(kmol K^2)"},
-                 {"reason", "", ""}},
-                {}};
-    int results = 0;
-    for (int code = eos_virial_manual; code <= eos_pitzer_curl; ++code) {
-        if (code == eos_virial_manual && !arguments.models.b0) continue;
-        const Coefficient r = coefficient(s, code, *a.T, arguments);
-        const auto value = [](const std::optional<double>& x) { return x ? Value(*x) : Value(); };
-        table.rows.push_back(
-            {code, trim(eos_name(code)), value(r.B), value(r.B1), value(r.B2), remark(r.reason)});
-        results += r.B.has_value();
+    ModelOptions models = a.models;
+    if (models.b0 && !models.eos) models.eos = Eos::virial_manual;
+    if (const Refused refused = prepare(program, a.substance, models)) return refusal("virial", *refused);
+    const Session& session = program.session;
+    std::vector<VirialRow> rows;
+    for (const EosInfo& equation : eos_list()) {
+        const bool typed = equation.family != EosFamily::manual || models.b0;
+        if (is_virial(equation.family) && typed)
+            rows.push_back(coefficient(*session.fluid, equation.code, *a.T));
     }
+    std::ranges::sort(rows, {}, &VirialRow::code);
     Report report;
-    report.title = substance_head(s);
-    report.sections.emplace_back(substance_block(s));
+    report.title = substance_head(session.substance());
+    report.sections.emplace_back(
+        substance_block(session.substance(), session.document.substance.StoffIndexAktiv));
     report.sections.emplace_back(Block{"state", "", {{"T", "T", *a.T, "K", ""}}, Layout::json});
-    report.sections.emplace_back(std::move(table));
-    if (results == 0) {
+    report.sections.emplace_back(virial_table(*a.T, rows));
+    if (std::ranges::none_of(rows, [](const VirialRow& row) { return row.B.has_value(); })) {
         report.status = status_no_result;
-        report.message =
-            "No virial equation gives B: the record of " + s.substance.StoffName + " has no T(cr), p(cr).";
+        report.message = "No virial equation gives B: the record of " + session.substance().StoffName +
+                         " has no T(cr), p(cr).";
+        report.reason = reason_name(Reason::no_critical_data);
     }
     return report;
 }
@@ -99,9 +71,9 @@ Report virial(Program& program, const VirialArguments& a) {
 Action declare_virial(CLI::App& app) {
     const auto arguments = std::make_shared<VirialArguments>();
     add_substance(app, arguments->substance);
-    add_number(app, "--T", arguments->T, Range::above_zero, "K", "Temperature");
+    add_number(app, "--T", arguments->T, NumberRange::above_zero, "K", "Temperature");
     add_model_options(app, arguments->models);
     return [arguments](Program& program) { return virial(program, *arguments); };
 }
 
-}  // namespace quom::console
+}  // namespace quom

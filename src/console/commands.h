@@ -8,15 +8,16 @@
 
 #include "console/console_messages.h"
 #include "console/options.h"
-#include "console/output.h"
+#include "report/report.h"
 #include "session/session.h"
 
-namespace quom::console {
+namespace quom {
 
 // One run of quomc: the session, the options common to all commands, and the streams.
 struct Program {
     Session session;
     const GlobalOptions& options;
+    Messages& messages;
     std::istream& in;
     std::ostream& out;
 };
@@ -45,4 +46,4 @@ Action declare_sweep(CLI::App& app);
 Action declare_tank(CLI::App& app);
 Action declare_iso(CLI::App& app);
 
-}  // namespace quom::console
+}  // namespace quom

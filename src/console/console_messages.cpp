@@ -2,7 +2,7 @@
 
 #include "base/code_page.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 const char* word_of(Answer answer) {
@@ -43,4 +43,4 @@ Answer ConsoleMessages::ask(const Message& message) {
     return answer;
 }
 
-}  // namespace quom::console
+}  // namespace quom

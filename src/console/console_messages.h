@@ -5,7 +5,7 @@
 
 #include "base/messages.h"
 
-namespace quom::console {
+namespace quom {
 
 class ConsoleMessages : public Messages {
  public:
@@ -18,4 +18,4 @@ class ConsoleMessages : public Messages {
     std::optional<Answer> forced_;
 };
 
-}  // namespace quom::console
+}  // namespace quom

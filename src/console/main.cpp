@@ -4,5 +4,5 @@
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
-    return quom::console::quomc_main({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
+    return quom::quomc_main({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
 }

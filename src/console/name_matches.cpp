@@ -11,7 +11,7 @@
 #include "substance/search.h"
 #include "substance/synonyms.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 // What names are compared by: upper case, normal spelling, without blanks and marks.
@@ -23,9 +23,9 @@ std::string key_of(std::string_view name) {
 
 using SynonymsByCas = std::map<std::string, std::vector<std::string>>;
 
-SynonymsByCas synonyms_of(const Session& s) {
+SynonymsByCas synonyms_of(const NameSource& source) {
     SynonymsByCas by_cas;
-    const FileBytes file = read_file(find_in_folder(s.database.ProgramPath, SynonymFile));
+    const FileBytes file = read_file(find_in_folder(source.ProgramPath, SynonymFile));
     if (!file.bytes) return by_cas;
     for (SynonymBlock& block : read_synonym_blocks(*file.bytes))
         by_cas.emplace(std::move(block.casrn), std::move(block.synonyms));
@@ -36,10 +36,10 @@ SynonymsByCas synonyms_of(const Session& s) {
 using Judge = std::function<std::optional<int>(const std::string& key)>;
 
 // The best match of every substance, best first. Names in the database count before synonyms.
-std::vector<NameMatch> best_matches(const Session& s, const Judge& judge, bool with_formula) {
-    const SynonymsByCas synonyms = synonyms_of(s);
+std::vector<NameMatch> best_matches(const NameSource& source, const Judge& judge, bool with_formula) {
+    const SynonymsByCas synonyms = synonyms_of(source);
     std::vector<NameMatch> matches;
-    const auto& rows = s.database.file.rows;
+    const auto& rows = source.file.rows;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         std::optional<NameMatch> best;
         const auto offer = [&](std::string_view name, bool synonym) {
@@ -49,7 +49,10 @@ std::vector<NameMatch> best_matches(const Session& s, const Judge& judge, bool w
         };
         std::string_view names = rows[i].SubstanceName;
         offer(names.substr(0, names.find(';')), false);
-        if (with_formula) offer(rows[i].SubstanceFormula, false), offer(rows[i].SubstanceCAS, false);
+        if (with_formula) {
+            offer(rows[i].SubstanceFormula, false);
+            offer(rows[i].SubstanceCAS, false);
+        }
         while (names.find(';') != std::string_view::npos) {
             names.remove_prefix(names.find(';') + 1);
             offer(trim(names.substr(0, names.find(';'))), true);
@@ -86,7 +89,7 @@ int letters_apart(const std::string& a, const std::string& b, int limit) {
 
 }  // namespace
 
-std::vector<NameMatch> matching_substances(const Session& s, std::string_view text) {
+std::vector<NameMatch> matching_substances(const NameSource& source, std::string_view text) {
     const std::string wanted = key_of(text);
     if (wanted.empty()) return {};
     const Judge contains = [&](const std::string& key) -> std::optional<int> {
@@ -94,10 +97,10 @@ std::vector<NameMatch> matching_substances(const Session& s, std::string_view te
         if (at == std::string::npos) return std::nullopt;
         return key == wanted ? 0 : at == 0 ? 1 : 2;
     };
-    return best_matches(s, contains, true);
+    return best_matches(source, contains, true);
 }
 
-std::vector<NameMatch> near_substances(const Session& s, std::string_view text, std::size_t count) {
+std::vector<NameMatch> near_substances(const NameSource& source, std::string_view text, std::size_t count) {
     const std::string wanted = key_of(text);
     const int limit = std::min(3, static_cast<int>(text_length(wanted)) / 3);
     const Judge near = [&](const std::string& key) -> std::optional<int> {
@@ -105,10 +108,10 @@ std::vector<NameMatch> near_substances(const Session& s, std::string_view text, 
         return apart <= limit ? std::optional<int>(apart) : std::nullopt;
     };
     std::vector<NameMatch> matches;
-    if (limit > 0) matches = best_matches(s, near, false);
-    if (matches.empty()) matches = matching_substances(s, text);
+    if (limit > 0) matches = best_matches(source, near, false);
+    if (matches.empty()) matches = matching_substances(source, text);
     if (matches.size() > count) matches.resize(count);
     return matches;
 }
 
-}  // namespace quom::console
+}  // namespace quom

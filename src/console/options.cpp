@@ -1,18 +1,20 @@
 #include "console/options.h"
 
 #include <algorithm>
+#include <functional>
 #include <initializer_list>
 
 #include "base/number_text.h"
+#include "forms/reference_form.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 constexpr const char* models_group = "Models (default: as the model window chooses)";
 constexpr const char* reference_group = "Reference state and environment";
 constexpr const char* unit_group = "Units of the output";
 
-double checked_number(const std::string& name, const std::string& text, Range range,
+double checked_number(const std::string& name, const std::string& text, NumberRange range,
                       const std::string& unit) {
     const std::optional<double> x = read_number(text);
     const std::string quoted = "\"" + text + "\"";
@@ -22,23 +24,20 @@ double checked_number(const std::string& name, const std::string& text, Range ra
                                              (comma ? "with a decimal point" : "such as 300 or 1.5E2") +
                                              " is right" + (unit.empty() ? "." : " [" + unit + "]."));
     }
-    if (range == Range::above_zero && !(*x > 0.0))
+    if (range == NumberRange::above_zero && !(*x > 0.0))
         throw CLI::ValidationError(name,
                                    text + " is not possible; a number above 0 is right [" + unit + "].");
-    if (range == Range::not_negative && !(*x >= 0.0))
-        throw CLI::ValidationError(name,
-                                   text + " is not possible; 0 or a number above is right [" + unit + "].");
     return *x;
 }
 
-// Adds an option that takes one of a few whole numbers.
-template <class Into>
-CLI::Option* add_code(CLI::App& app, const std::string& name, Into& into, std::vector<int> codes,
-                      const std::string& help) {
+// Adds an option that takes one of a few whole numbers; into is called with the number.
+CLI::Option* add_code(CLI::App& app, const std::string& name, std::vector<int> codes, const std::string& help,
+                      std::function<void(int)> into) {
+    std::sort(codes.begin(), codes.end());
     return app
         .add_option_function<std::string>(
             name,
-            [&into, name, codes](const std::string& text) {
+            [into = std::move(into), name, codes = std::move(codes)](const std::string& text) {
                 const std::optional<double> x = read_number(text);
                 const auto code =
                     std::find_if(codes.begin(), codes.end(), [&](int c) { return x && *x == c; });
@@ -47,10 +46,18 @@ CLI::Option* add_code(CLI::App& app, const std::string& name, Into& into, std::v
                     for (const int c : codes) list += (list.empty() ? "" : ", ") + std::to_string(c);
                     throw CLI::ValidationError(name, "\"" + text + "\" is no code; there are " + list + ".");
                 }
-                into = *code;
+                into(*code);
             },
             help)
         ->type_name("CODE");
+}
+
+// The numbers of a table of models.
+template <class Rows>
+std::vector<int> codes_of(const Rows& rows) {
+    std::vector<int> codes;
+    for (const auto& row : rows) codes.push_back(number_of(row.code));
+    return codes;
 }
 
 template <class T>
@@ -79,8 +86,8 @@ CLI::Option* add_word(CLI::App& app, const std::string& name, std::optional<T>& 
 
 }  // namespace
 
-CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<double>& into, Range range,
-                        const std::string& unit, const std::string& help) {
+CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<double>& into,
+                        NumberRange range, const std::string& unit, const std::string& help) {
     return app
         .add_option_function<std::string>(
             name,
@@ -104,13 +111,19 @@ void add_global_options(CLI::App& app, GlobalOptions& options) {
 
 void add_model_options(CLI::App& app, ModelOptions& o) {
     const auto group = [](CLI::Option* option, const char* name) { option->group(name); };
-    group(add_code(app, "--eos", o.eos, {0, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12, 13, 14, 15, 16},
-                   "Equation of state; see \"quomc models\""),
+    group(add_code(app, "--eos", codes_of(eos_list()), "Equation of state; see \"quomc models\"",
+                   [&o](int code) { o.eos = eos_of(code); }),
           models_group);
-    group(add_code(app, "--evp", o.evp, {1, 2, 3, 4, 5, 6, 7, 8}, "Vapor pressure equation"), models_group);
-    group(add_code(app, "--hlv", o.hlv, {1, 2, 3, 4, 5, 6, 7}, "Enthalpy of vaporization"), models_group);
-    group(add_code(app, "--cp", o.cp, {1, 2}, "Ideal gas heat capacity"), models_group);
-    group(add_number(app, "--watson", o.watson, Range::above_zero, "", "Watson exponent (of --hlv 4)"),
+    group(add_code(app, "--evp", codes_of(evp_list()), "Vapor pressure equation",
+                   [&o](int code) { o.evp = evp_of(code); }),
+          models_group);
+    group(add_code(app, "--hlv", codes_of(hlv_list()), "Enthalpy of vaporization",
+                   [&o](int code) { o.hlv = hlv_of(code); }),
+          models_group);
+    group(add_code(app, "--cp", {number_of(CpForm::polynomial), number_of(CpForm::sinh_cosh)},
+                   "Ideal gas heat capacity", [&o](int code) { o.cp = cp_form_of(code); }),
+          models_group);
+    group(add_number(app, "--watson", o.watson, NumberRange::above_zero, "", "Watson exponent (of --hlv 4)"),
           models_group);
     group(add_word<bool>(app, "--concept", o.global, {{"global", true}, {"partial", false}},
                          "One equation for both phases, or for the vapor alone"),
@@ -120,29 +133,38 @@ void add_model_options(CLI::App& app, ModelOptions& o) {
     auto* database = app.add_flag_callback(
         "--database-rhol", [&o] { o.benson = false; }, "rho(L) by the equation of the database");
     benson->excludes(database);
-    group(benson, models_group), group(database, models_group);
+    group(benson, models_group);
+    group(database, models_group);
     group(app.add_option("--ji", o.ji, "Parameter file of --eos 7 and 8")->type_name("FILE"), models_group);
-    group(add_number(app, "--b0", o.b0, Range::any, "m^3/kmol", "--eos 10: B = b0 - b1/T^b2"), models_group);
-    group(add_number(app, "--b1", o.b1, Range::any, "", "b1 (default 0)"), models_group);
-    group(add_number(app, "--b2", o.b2, Range::any, "", "b2 (default 0)"), models_group);
+    group(add_number(app, "--b0", o.b0, NumberRange::any, "m^3/kmol", "--eos 10: B = b0 - b1/T^b2"),
+          models_group);
+    group(add_number(app, "--b1", o.b1, NumberRange::any, "", "b1 (default 0)"), models_group);
+    group(add_number(app, "--b2", o.b2, NumberRange::any, "", "b2 (default 0)"), models_group);
 
-    group(add_code(app, "--ref", o.ref, {1, 2, 10},
-                   "1 zero at --tref, --pref; 2, 10 formation (conventional; dfG)"),
+    std::vector<int> references;
+    for (const ReferenceOption& option : reference_options) references.push_back(option.RefKode);
+    group(add_code(app, "--ref", references, "1 zero at --tref, --pref; 2, 10 formation (conventional; dfG)",
+                   [&o](int code) { o.ref = code; }),
           reference_group);
-    group(add_number(app, "--tref", o.tref, Range::above_zero, "K", "Reference temperature (298.15)"),
+    group(add_number(app, "--tref", o.tref, NumberRange::above_zero, "K", "Reference temperature (298.15)"),
           reference_group);
-    group(add_number(app, "--pref", o.pref, Range::above_zero, "kPa", "Reference pressure (101.325)"),
+    group(add_number(app, "--pref", o.pref, NumberRange::above_zero, "kPa", "Reference pressure (101.325)"),
           reference_group);
-    group(add_number(app, "--href", o.href, Range::any, "kJ/kmol", "Added to every h"), reference_group);
-    group(add_number(app, "--sref", o.sref, Range::any, "kJ/(kmol K)", "Added to every s"), reference_group);
-    group(add_number(app, "--tenv", o.tenv, Range::above_zero, "K", "Environment of exergies (298.15)"),
+    group(add_number(app, "--href", o.href, NumberRange::any, "kJ/kmol", "Added to every h"),
           reference_group);
-    group(add_number(app, "--penv", o.penv, Range::above_zero, "kPa", "Environment of exergies (101.325)"),
+    group(add_number(app, "--sref", o.sref, NumberRange::any, "kJ/(kmol K)", "Added to every s"),
+          reference_group);
+    group(add_number(app, "--tenv", o.tenv, NumberRange::above_zero, "K", "Environment of exergies (298.15)"),
+          reference_group);
+    group(add_number(app, "--penv", o.penv, NumberRange::above_zero, "kPa",
+                     "Environment of exergies (101.325)"),
           reference_group);
 
-    group(add_code(app, "--energy", o.energy, {0, 1, 2, 3}, "kJ/kmol (0), K (1), per R T (2), kJ/kg (3)"),
+    group(add_code(app, "--energy", {0, 1, 2, 3}, "kJ/kmol (0), K (1), per R T (2), kJ/kg (3)",
+                   [&o](int code) { o.energy = code; }),
           unit_group);
-    group(add_code(app, "--volume", o.volume, {0, 1, 2}, "m^3/kmol (0), m^3/kg (1), v/v(cr) (2)"),
+    group(add_code(app, "--volume", {0, 1, 2}, "m^3/kmol (0), m^3/kg (1), v/v(cr) (2)",
+                   [&o](int code) { o.volume = code; }),
           unit_group);
 }
 
@@ -152,4 +174,4 @@ void add_substance(CLI::App& app, std::string& into) {
         ->type_name("");
 }
 
-}  // namespace quom::console
+}  // namespace quom

@@ -6,15 +6,16 @@
 #include <string>
 
 #include "base/messages.h"
+#include "engine/models.h"
 
-namespace quom::console {
+namespace quom {
 
 // What the numbers of an option may be.
-enum class Range { any, above_zero, not_negative };
+enum class NumberRange { any, above_zero };
 // Adds an option that takes one number in the point form of the workbench; anything else is refused with a
 // sentence.
-CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<double>& into, Range range,
-                        const std::string& unit, const std::string& help);
+CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<double>& into,
+                        NumberRange range, const std::string& unit, const std::string& help);
 
 // What stands before or behind the command.
 struct GlobalOptions {
@@ -27,7 +28,10 @@ void add_global_options(CLI::App& app, GlobalOptions& options);
 
 // The selection of models; what is not given is chosen as the model window would choose it.
 struct ModelOptions {
-    std::optional<int> eos, evp, hlv, cp;
+    std::optional<Eos> eos;
+    std::optional<Evp> evp;
+    std::optional<Hlv> hlv;
+    std::optional<CpForm> cp;
     std::optional<double> watson;
     std::optional<bool> global;        // --concept
     std::optional<bool> benson;        // --benson true, --database-rhol false
@@ -44,4 +48,4 @@ void add_model_options(CLI::App& app, ModelOptions& options);
 // The positional SUBSTANCE.
 void add_substance(CLI::App& app, std::string& into);
 
-}  // namespace quom::console
+}  // namespace quom

@@ -4,7 +4,7 @@
 
 #include "console/commands.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 constexpr Command table[] = {
@@ -61,9 +61,23 @@ class HelpForm : public CLI::Formatter {
     }
 };
 
+bool has_section(const Report& report, std::string_view key) {
+    return std::any_of(report.sections.begin(), report.sections.end(), [key](const Section& section) {
+        return std::visit([key](const auto& part) { return part.key == key; }, section);
+    });
+}
+
+// Every answer has its warnings and ranges, though there be none.
+void complete(Report& report) {
+    for (const char* key : {"warnings", "validity"}) {
+        if (!has_section(report, key)) report.sections.emplace_back(Table{key, "", {}, {}, Layout::json});
+    }
+}
+
 // Writes what a command found; returns the exit status.
-int deliver(const Report& report, bool json, std::ostream& out, std::ostream& err) {
+int deliver(Report report, bool json, std::ostream& out, std::ostream& err) {
     if (json) {
+        complete(report);
         out << to_json(report);
     } else {
         out << to_text(report);
@@ -90,9 +104,10 @@ int wrong_arguments(const CLI::App& app, const std::string& what, bool json, std
                     std::ostream& err) {
     Report report = refusal("", {status_usage, what});
     for (const CLI::App* command : app.get_subcommands()) report.command = command->get_name();
-    const int status = deliver(report, json, out, err);
-    err << "Right: " << form_of(report.command) << '\n';
-    err << "Help:  quomc" << (report.command.empty() ? "" : " ") << report.command << " --help\n";
+    const std::string command = report.command;
+    const int status = deliver(std::move(report), json, out, err);
+    err << "Right: " << form_of(command) << '\n';
+    err << "Help:  quomc" << (command.empty() ? "" : " ") << command << " --help\n";
     return status;
 }
 
@@ -137,17 +152,16 @@ int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& ou
     }
 
     ConsoleMessages messages(err, options.answer);
-    Program program{.session = {}, .options = options, .in = in, .out = out};
-    program.session.messages = &messages;
+    Program program{.session = {}, .options = options, .messages = messages, .in = in, .out = out};
     for (const auto& [command, action] : actions) {
         if (!command->parsed()) continue;
         Report report = action(program);
         report.command = command->get_name();
         if (report.status == status_usage)
             return wrong_arguments(app, report.message, options.json, out, err);
-        return deliver(report, options.json, out, err);
+        return deliver(std::move(report), options.json, out, err);
     }
     return status_usage;
 }
 
-}  // namespace quom::console
+}  // namespace quom

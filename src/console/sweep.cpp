@@ -10,12 +10,12 @@
 #include "calc/mode_table.h"
 #include "console/sweep_line.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
-// Bytes of the input in a block. The output is some twenty times as long, and two blocks a job are on their
-// way: with many jobs the blocks get smaller, so that all of them stay below 100 MB.
-std::size_t block_bytes(int jobs) {
+// Bytes of the input in a piece. The output is some twenty times as long, and two pieces a job are on their
+// way: with many jobs the pieces get smaller, so that all of them stay below 100 MB.
+std::size_t piece_bytes(int jobs) {
     constexpr std::size_t largest = 64 * 1024, smallest = 8 * 1024, together = 1280 * 1024;
     return std::clamp(together / (2 * static_cast<std::size_t>(jobs) + 2), smallest, largest);
 }
@@ -54,50 +54,56 @@ std::string_view name_of(SweepField field) {
 }
 
 // A piece of the input that ends with a line, and what became of it.
-struct Block {
+struct Piece {
     std::string in;
     std::uint64_t first_line = 0;
     RowWriter out;
     SweepTotals totals;
 };
 
+void note_warning(SweepTotals& totals, const Warning& warning) {
+    if (std::ranges::find(totals.warnings, warning.kind, &Warning::kind) == totals.warnings.end())
+        totals.warnings.push_back(warning);
+}
+
 void add(SweepTotals& sum, const SweepTotals& part) {
     sum.lines += part.lines;
     sum.failed += part.failed;
     sum.warned += part.warned;
     sum.malformed += part.malformed;
+    for (const Warning& warning : part.warnings) note_warning(sum, warning);
     for (const std::string& fault : part.faults) {
         if (sum.faults.size() < FaultsNamed) sum.faults.push_back(fault);
     }
 }
 
-void run_block(SweepLine& worker, Block& block) {
-    block.out.clear();
-    block.totals = {};
-    SweepTotals& t = block.totals;
-    std::uint64_t number = block.first_line;
-    const std::string_view in = block.in;
-    std::string fault;
+void run_piece(SweepLine& worker, Piece& piece) {
+    piece.out.clear();
+    piece.totals = {};
+    SweepTotals& t = piece.totals;
+    std::uint64_t number = piece.first_line;
+    const std::string_view in = piece.in;
     for (std::size_t begin = 0; begin < in.size(); ++number) {
         std::size_t end = in.find('\n', begin);
         if (end == std::string_view::npos) end = in.size();
-        const LineKind kind = worker.run(in.substr(begin, end - begin), number, block.out, fault);
+        const LineKind kind = worker.run(in.substr(begin, end - begin), number, piece.out);
         begin = end + 1;
         if (kind == LineKind::empty) continue;
         ++t.lines;
         t.failed += kind == LineKind::failed;
         t.warned += kind == LineKind::warned;
         t.malformed += kind == LineKind::malformed;
-        if (kind == LineKind::malformed && t.faults.size() < FaultsNamed) t.faults.push_back(fault);
+        if (kind == LineKind::malformed && t.faults.size() < FaultsNamed) t.faults.push_back(worker.fault());
+        for (const Warning& warning : worker.warnings()) note_warning(t, warning);
     }
 }
 
-// Cuts the input into blocks of whole lines.
+// Cuts the input into pieces of whole lines.
 class Reader {
  public:
     Reader(const SweepStreams& streams, std::size_t bytes) : streams_(streams), bytes_(bytes) {}
 
-    // The next block; false at the end, and when a line is longer than a block (too_long tells).
+    // The next piece; false at the end, and when a line is longer than a piece (too_long tells).
     bool next(std::string& into) {
         into.swap(rest_);
         rest_.clear();
@@ -109,7 +115,9 @@ class Reader {
             if (got == 0 && have < bytes_) ended_ = true;
             const std::size_t last = into.rfind('\n');
             if (ended_ || (last != std::string::npos && into.size() == bytes_)) {
-                if (!ended_) rest_.assign(into, last + 1), into.resize(last + 1);
+                if (ended_) break;
+                rest_.assign(into, last + 1);
+                into.resize(last + 1);
                 break;
             }
             if (into.size() == bytes_) {
@@ -121,12 +129,12 @@ class Reader {
     }
     // The first line of the input, for the head.
     std::string first_line() {
-        std::string block;
-        next(block);
-        const std::size_t end = block.find('\n');
-        std::string line = block.substr(0, end);
-        block.erase(0, end == std::string::npos ? block.size() : end + 1);
-        rest_.insert(0, block);
+        std::string piece;
+        next(piece);
+        const std::size_t end = piece.find('\n');
+        std::string line = piece.substr(0, end);
+        piece.erase(0, end == std::string::npos ? piece.size() : end + 1);
+        rest_.insert(0, piece);
         if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
         if (line.ends_with('\r')) line.pop_back();
         return line;
@@ -140,13 +148,15 @@ class Reader {
     bool ended_ = false, too_long_ = false;
 };
 
-// Blocks go round: read, calculated by any worker, written in the order in which they were read.
+// Pieces go round: read, calculated by any worker, written in the order in which they were read.
 class Conveyor {
  public:
-    Conveyor(const Session& s, const SweepSettings& settings, const SweepHead& head, std::size_t slots)
-        : blocks_(slots), state_(slots, State::free) {
+    Conveyor(const std::shared_ptr<const Fluid>& fluid, const SweepSettings& settings, const SweepHead& head,
+             std::size_t slots)
+        : pieces_(slots), state_(slots, State::free) {
         for (int i = 0; i < settings.jobs; ++i)
-            threads_.emplace_back([this, &s, &settings, &head] { work(SweepLine(s, settings, head)); });
+            threads_.emplace_back(
+                [this, &fluid, &settings, &head] { work(SweepLine(fluid, settings, head)); });
     }
     ~Conveyor() {
         {
@@ -159,8 +169,8 @@ class Conveyor {
     Conveyor(const Conveyor&) = delete;
     Conveyor& operator=(const Conveyor&) = delete;
 
-    std::size_t size() const { return blocks_.size(); }
-    Block& block(std::uint64_t k) { return blocks_[k % size()]; }
+    std::size_t size() const { return pieces_.size(); }
+    Piece& piece(std::uint64_t k) { return pieces_[k % size()]; }
     void submit(std::uint64_t k) {
         {
             const std::lock_guard lock(mutex_);
@@ -169,7 +179,7 @@ class Conveyor {
         }
         ready_.notify_one();
     }
-    // Waits until block k is calculated.
+    // Waits until piece k is calculated.
     void await(std::uint64_t k) {
         std::unique_lock lock(mutex_);
         done_.wait(lock, [&] { return state_[k % size()] == State::done; });
@@ -188,7 +198,7 @@ class Conveyor {
                 if (taken_ == submitted_) return;
                 k = taken_++;
             }
-            run_block(line, block(k));
+            run_piece(line, piece(k));
             {
                 const std::lock_guard lock(mutex_);
                 state_[k % size()] = State::done;
@@ -197,7 +207,7 @@ class Conveyor {
         }
     }
 
-    std::vector<Block> blocks_;
+    std::vector<Piece> pieces_;
     std::vector<State> state_;
     std::uint64_t submitted_ = 0, taken_ = 0;
     bool closing_ = false;
@@ -208,7 +218,7 @@ class Conveyor {
 
 }  // namespace
 
-SweepHead read_sweep_head(std::string_view line, int mode) {
+SweepHead read_sweep_head(std::string_view line, Mode mode) {
     SweepHead head;
     const std::size_t at = line.find_first_of(";\t,");
     if (at != std::string_view::npos) {
@@ -216,8 +226,7 @@ SweepHead read_sweep_head(std::string_view line, int mode) {
                          : line.find('\t') != std::string_view::npos ? '\t'
                                                                      : ',';
     }
-    const ModeEntry* entry = mode_entry(mode);
-    const std::vector<SweepField> needed = needed_fields(entry ? entry->specified : 0u);
+    const std::vector<SweepField> needed = needed_fields(mode_info(mode).specified);
     std::array<int, field_count> seen{};
     for (std::size_t begin = 0; begin <= line.size();) {
         std::size_t end = line.find(head.delimiter, begin);
@@ -251,43 +260,44 @@ SweepHead read_sweep_head(std::string_view line, int mode) {
     return head;
 }
 
-std::string sweep_columns(int mode, bool functions, char delimiter) {
+std::string sweep_head_line(Mode mode, bool functions, char delimiter) {
     std::string head;
-    for (const SweepColumnSpec& column : sweep_column_table(mode, functions)) {
+    for (const SweepColumn& column : sweep_columns(mode, functions)) {
         if (!head.empty()) head += delimiter;
         head += column.name;
     }
     return head + "\n";
 }
 
-SweepTotals run_sweep(const Session& s, const SweepSettings& settings, const SweepStreams& streams) {
+SweepTotals run_sweep(const std::shared_ptr<const Fluid>& fluid, const SweepSettings& settings,
+                      const SweepStreams& streams) {
     SweepTotals totals;
-    const std::size_t bytes = block_bytes(settings.jobs);
+    const std::size_t bytes = piece_bytes(settings.jobs);
     Reader reader(streams, bytes);
     const SweepHead head = read_sweep_head(reader.first_line(), settings.mode);
     if (!head.fault.empty()) {
         totals.broken = head.fault;
         return totals;
     }
-    bool writable = streams.write(sweep_columns(settings.mode, settings.functions, head.delimiter));
+    bool writable = streams.write(sweep_head_line(settings.mode, settings.functions, head.delimiter));
     {
-        Conveyor conveyor(s, settings, head, 2 * static_cast<std::size_t>(settings.jobs) + 2);
+        Conveyor conveyor(fluid, settings, head, 2 * static_cast<std::size_t>(settings.jobs) + 2);
         std::uint64_t read = 0, written = 0, line = 2;
         bool more = true;
         while (writable && (more || written < read)) {
             while (more && read - written < conveyor.size()) {
-                Block& block = conveyor.block(read);
-                more = reader.next(block.in);
+                Piece& piece = conveyor.piece(read);
+                more = reader.next(piece.in);
                 if (!more) break;
-                block.first_line = line;
-                line += static_cast<std::uint64_t>(std::count(block.in.begin(), block.in.end(), '\n'));
+                piece.first_line = line;
+                line += static_cast<std::uint64_t>(std::count(piece.in.begin(), piece.in.end(), '\n'));
                 conveyor.submit(read++);
             }
             if (written == read) continue;
             conveyor.await(written);
-            const Block& block = conveyor.block(written++);
-            writable = streams.write(block.out.text());
-            add(totals, block.totals);
+            const Piece& piece = conveyor.piece(written++);
+            writable = streams.write(piece.out.text());
+            add(totals, piece.totals);
         }
         if (reader.too_long())
             totals.broken =
@@ -297,4 +307,4 @@ SweepTotals run_sweep(const Session& s, const SweepSettings& settings, const Swe
     return totals;
 }
 
-}  // namespace quom::console
+}  // namespace quom

@@ -3,13 +3,16 @@
 #pragma once
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "session/session.h"
+#include "calc/outcome.h"
+#include "engine/fluid.h"
+#include "quantities/units.h"
 
-namespace quom::console {
+namespace quom {
 
 // Columns of the input, by the names in its head. A unit behind the name ("T/K", "p [kPa]") is allowed.
 enum SweepField : int { field_T, field_p, field_rho, field_m, field_V, field_count };
@@ -21,16 +24,17 @@ struct SweepHead {
     std::string fault;                 // why the head cannot be used; empty when good
 };
 // Reads the head line for a mode; the delimiter is the first of ";", tab and "," that it holds.
-SweepHead read_sweep_head(std::string_view line, int mode);
+SweepHead read_sweep_head(std::string_view line, Mode mode);
 
 // Head of the output of a mode: "T;p;phase;...;message".
-std::string sweep_columns(int mode, bool functions, char delimiter);
+std::string sweep_head_line(Mode mode, bool functions, char delimiter);
 
 struct SweepTotals {
     std::uint64_t lines = 0;          // calculations, without head and empty lines
     std::uint64_t failed = 0;         // lines without a result
     std::uint64_t warned = 0;         // lines with a result and a warning
     std::uint64_t malformed = 0;      // lines that could not be read
+    std::vector<Warning> warnings;    // of each kind the first that was met
     std::vector<std::string> faults;  // "line 17: ...", of the first malformed lines
     std::string broken;               // why the sweep ended early; empty when it did not
 };
@@ -43,13 +47,17 @@ struct SweepStreams {
 };
 
 struct SweepSettings {
-    int mode = 0;
+    Mode mode = Mode::none;
+    CalcSetup setup{};
+    Units units{};
+    UnitFactors factors{};  // at a T that is not known; of the mode per (R T) those of the line are taken
     bool functions = false;
-    int jobs = 1;  // threads, each with its own copy of the record
+    int jobs = 1;  // threads; they share the fluid
 };
 
-// Runs the mode on every line with the substance, models and switches of s. The order is kept. A line without
-// a result carries the reason in its last column, a line that cannot be read its number too.
-SweepTotals run_sweep(const Session& s, const SweepSettings& settings, const SweepStreams& streams);
+// Runs the mode on every line. The order is kept. A line without a result carries the reason in its last
+// columns, a line that cannot be read its number too.
+SweepTotals run_sweep(const std::shared_ptr<const Fluid>& fluid, const SweepSettings& settings,
+                      const SweepStreams& streams);
 
-}  // namespace quom::console
+}  // namespace quom

@@ -5,8 +5,9 @@
 namespace quom {
 namespace {
 
-// One row of the table of cubic forms; the virial codes 11 to 15 take the rows of 2 to 6.
+// One row of the table of cubic forms; a virial equation takes the row of its cubic one.
 struct CubicRow {
+    Eos code;
     double omega_a;          // a = omega_a R^2 Tcr^(2 - na)/pcr
     double omega_b;          // b = omega_b R Tcr/pcr
     double c_of_b, d_of_b;   // c/b, d/b
@@ -26,22 +27,24 @@ const double Ya = 10.0 / 3.0 * Yb * Yb + 4.0 / 3.0 * Yb + 1.0 / 3.0;
 const double Sqrt2 = std::sqrt(2.0);
 
 const CubicRow Rows[] = {
-    {27.0 / 64.0, 1.0 / 8.0, 0, 0, 1, 0.0, 0, 0, 0, 3.0 / 8.0},                    // van der Waals
-    {27.0 / 64.0, 1.0 / 8.0, 0, 0, 1, -1.0, 0, 0, 0, 3.0 / 8.0},                   // Berthelot
-    {Wa, Wb, 0, 1, 1, -0.5, 0, 0, 0, 1.0 / 3.0},                                   // Redlich/Kwong
-    {Wa, Wb, 0, 1, 2, 0, 0.48, 1.574, -0.176, 1.0 / 3.0},                          // Soave
-    {Ya, Yb, 1.0 - Sqrt2, 1.0 + Sqrt2, 2, 0, 0.37464, 1.54226, -0.26992, 0.3074},  // Peng/Robinson
+    {Eos::van_der_waals, 27.0 / 64.0, 1.0 / 8.0, 0, 0, 1, 0.0, 0, 0, 0, 3.0 / 8.0},
+    {Eos::berthelot, 27.0 / 64.0, 1.0 / 8.0, 0, 0, 1, -1.0, 0, 0, 0, 3.0 / 8.0},
+    {Eos::redlich_kwong, Wa, Wb, 0, 1, 1, -0.5, 0, 0, 0, 1.0 / 3.0},
+    {Eos::soave, Wa, Wb, 0, 1, 2, 0, 0.48, 1.574, -0.176, 1.0 / 3.0},
+    {Eos::peng_robinson, Ya, Yb, 1.0 - Sqrt2, 1.0 + Sqrt2, 2, 0, 0.37464, 1.54226, -0.26992, 0.3074},
 };
 
-const CubicRow* row_of(int code) {
-    if (code >= eos_van_der_waals && code <= eos_peng_robinson) return &Rows[code - eos_van_der_waals];
-    if (code >= eos_virial_first && code <= eos_virial_last) return &Rows[code - eos_virial_first];
+const CubicRow* row_of(const EosInfo& info) {
+    const Eos code = info.family == EosFamily::virial ? info.cubic : info.code;
+    for (const CubicRow& row : Rows) {
+        if (row.code == code) return &row;
+    }
     return nullptr;
 }
 
-void apply(Session& s, const CubicRow& row) {
-    const double Tcr = s.substance.Tcr, pcr = s.substance.pcr, omega = s.substance.omega;
-    EosBlock& e = s.eos;
+EosBlock cubic_block(const SubstanceConstants& substance, const CubicRow& row) {
+    const double Tcr = substance.Tcr, pcr = substance.pcr, omega = substance.omega;
+    EosBlock e;
     e.AlphaForm = row.AlphaForm;
     const double exponent = row.AlphaForm == 2 ? 2.0 : 2.0 - row.na;
     e.EOSa = row.omega_a * RGas * RGas * std::pow(Tcr, exponent) / pcr;
@@ -49,24 +52,30 @@ void apply(Session& s, const CubicRow& row) {
     e.EOSb = row.omega_b * RGas * Tcr / pcr;
     e.EOSc = row.c_of_b * e.EOSb;
     e.EOSd = row.d_of_b * e.EOSb;
-    e.vcrEOS = vCritZ(s, row.Zc);
+    e.vcrEOS = vCritZ(substance, row.Zc);
+    return e;
 }
 
-// The Tovarn/Ji block from Z = JiZc; false when it does not come out finite.
-bool apply_ji(Session& s) {
-    EosBlock& e = s.eos;
+// The block of the Tovarn/Ji equations from Z = JiZc; false when c and d are no numbers or b is not above 0.
+//
+// With c + d = JiCd b and c d = -JiCd b^2 the critical point, where the cubic in the compressibility factor
+// is (z - Z)^3 = 0, gives for JiOb = b pcr/(R Tcr), JiOa = a pcr/(R Tcr)^2
+//     JiOb^3 + (1 - 3 Z) JiOb^2 + 3 Z^2 JiOb - Z^3 = 0      (its real root by Cardano's formula)
+//     JiCd = (1 - 3 Z + JiOb)/JiOb
+//     JiOa = 3 Z^2 + JiCd JiOb + 2 JiCd JiOb^2
+bool complete_ji(const SubstanceConstants& substance, EosBlock& e) {
     const double Z = e.JiZc;
     if (!(Z > TinyT)) return false;
-    const double h1 = 6.0 * Z - 1.0, h2 = 1.0 - 3.0 * Z;
-    const double G = 27.0 * h2 * Z * Z - 2.0 * h2 * h2 * h2 + 27.0 * Z * Z * Z;
-    const double S = G * G + 4.0 * h1 * h1 * h1;
-    const double W = std::cbrt(G + std::sqrt(S));
-    const double root = std::cbrt(2.0);
-    e.JiOb = -h2 / 3.0 - root * h1 / (3.0 * W) + W / (3.0 * root);
+    const double linear = 6.0 * Z - 1.0, square = 1.0 - 3.0 * Z;
+    const double constant = 27.0 * square * Z * Z - 2.0 * square * square * square + 27.0 * Z * Z * Z;
+    const double discriminant = constant * constant + 4.0 * linear * linear * linear;
+    const double cardano = std::cbrt(constant + std::sqrt(discriminant));
+    const double cbrt2 = std::cbrt(2.0);
+    e.JiOb = -square / 3.0 - cbrt2 * linear / (3.0 * cardano) + cardano / (3.0 * cbrt2);
     e.JiCd = JiCdOf(Z, e.JiOb);
     e.JiOa = 3.0 * Z * Z + e.JiCd * e.JiOb + 2.0 * e.JiCd * e.JiOb * e.JiOb;
-    e.JiAc = RGas * RGas * e.JiOa * s.substance.Tcr * s.substance.Tcr / s.substance.pcr;
-    e.vcrEOS = vCritZ(s, Z);
+    e.JiAc = RGas * RGas * e.JiOa * substance.Tcr * substance.Tcr / substance.pcr;
+    e.vcrEOS = vCritZ(substance, Z);
     // c and d are formed with sqrt(JiCd^2 + 4 JiCd): above Z = 3/8 (van der Waals) there is none.
     return std::isfinite(e.JiAc) && std::isfinite(e.JiOb) && e.JiOb > 0.0 &&
            std::isfinite(std::sqrt(e.JiCd * e.JiCd + 4.0 * e.JiCd));
@@ -80,83 +89,159 @@ double power(double T, double n) {
     return std::pow(T, n);
 }
 
+// a(T) of the Tovarn/Ji equations and, for form 2, b(T), c(T), d(T). Tr = T/Tcr, x = Tr^0.75, u = 1 - x.
+void ji_terms(const Fluid& fluid, double T, CubicDerivatives& k) {
+    const EosBlock& e = fluid.eos;
+    const double Tcr = fluid.substance.Tcr, Tr = T / Tcr;
+    const double root4 = std::sqrt(std::sqrt(Tr)), root = root4 * root4, Tr125 = Tr * root4;
+    const double x = root4 * root, u = 1.0 - x;
+    if (T <= Tcr) {
+        const double alpha = 1.0 + e.JiP3 * u + (e.JiP4 + e.JiP5 * u) * u * (JiBracket - x);
+        const double S = (2.53057116 - 3.0 * x) * e.JiP5 * u + (1.76528558 - 2.0 * x) * e.JiP4 + e.JiP3;
+        k.a1 = e.JiAc * (-1.5 * alpha * S) / root4 / Tcr;
+        k.a2 = e.JiAc *
+               (1.125 * (S * S + alpha * ((5.53057116 - 6.0 * x) * e.JiP5 + 2.0 * e.JiP4)) / root +
+                0.375 * alpha * S / Tr125) /
+               (Tcr * Tcr);
+    } else {
+        const double alpha = 1.0 + e.JiP3 * u;
+        k.a1 = e.JiAc * (-1.5 * e.JiP3 * alpha) / root4 / Tcr;
+        k.a2 = e.JiAc * (0.375 * e.JiP3 * alpha / Tr125 + 1.125 * e.JiP3 * e.JiP3 / root) / (Tcr * Tcr);
+    }
+    if (fluid.models.EOSKode != Eos::tovarn_ji_2) return;
+    // b = b0 (1 - JiB1 (1 - Tr)^2), the same for c and d
+    const double JiCd = JiCdOf(e.JiZc, e.JiOb), q = std::sqrt(JiCd * JiCd + 4.0 * JiCd);
+    const double b0 = e.JiOb * RGas * Tcr / fluid.substance.pcr;
+    const double c0 = 0.5 * (JiCd - q) * b0, d0 = 0.5 * (JiCd + q) * b0;
+    const double first = 2.0 * e.JiB1 * (1.0 - Tr) / Tcr, second = -2.0 * e.JiB1 / (Tcr * Tcr);
+    k.b1 = first * b0;
+    k.c1 = first * c0;
+    k.d1 = first * d0;
+    k.b2 = second * b0;
+    k.c2 = second * c0;
+    k.d2 = second * d0;
+}
+
+// First and second T-derivative of k T^n.
+void power_terms(double n, double value, double iT, double& first, double& second) {
+    if (n == 0.0) return;
+    first = n * value * iT;
+    second = (n - 1.0) * first * iT;
+}
+
+// a(T) .. d(T) of the equations with constant exponents and, where k is given, their T-derivatives.
+EosAtT power_law(const Fluid& fluid, double T, CubicDerivatives* k) {
+    const EosBlock& e = fluid.eos;
+    EosAtT at;
+    at.T = T;
+    // b = EOSb T^EOSnb, c = EOSc T^EOSnc, d = EOSd T^EOSnd
+    at.b = e.EOSb * power(T, e.EOSnb);
+    at.c = e.EOSc * power(T, e.EOSnc);
+    at.d = e.EOSd * power(T, e.EOSnd);
+    if (e.AlphaForm == 2) {  // a = EOSa A^2, A = 1 + m (1 - sqrt(T/Tcr))
+        const double m = e.EOSna, root = std::sqrt(T / fluid.substance.Tcr), A = 1.0 + m * (1.0 - root);
+        at.a = e.EOSa * A * A;
+        if (k) {
+            const double iT = 1.0 / T, A1 = -0.5 * m * root * iT, A2 = -0.5 * A1 * iT;
+            k->a1 = 2.0 * e.EOSa * A * A1;
+            k->a2 = 2.0 * e.EOSa * (A2 * A + A1 * A1);
+        }
+    } else {  // a = EOSa T^EOSna
+        at.a = e.EOSa * power(T, e.EOSna);
+        if (k) power_terms(e.EOSna, at.a, 1.0 / T, k->a1, k->a2);
+    }
+    if (k && (e.EOSnb != 0.0 || e.EOSnc != 0.0 || e.EOSnd != 0.0)) {
+        power_terms(e.EOSnb, at.b, 1.0 / T, k->b1, k->b2);
+        power_terms(e.EOSnc, at.c, 1.0 / T, k->c1, k->c2);
+        power_terms(e.EOSnd, at.d, 1.0 / T, k->d1, k->d2);
+    }
+    return at;
+}
+
+// B = b0 - b1/T^b2 of the manual virial equation, held by b.
+EosAtT manual_law(const EosBlock& e, double T) {
+    EosAtT at;
+    at.T = T;
+    at.b = e.EOSb - e.EOSnb / std::pow(T, e.EOSm);
+    return at;
+}
+
 }  // namespace
 
-void ClearEOSPar(Session& s) {
-    EosBlock& e = s.eos;
-    e.EOSa = e.EOSb = e.EOSc = e.EOSd = 0.0;
-    e.EOSna = e.EOSnb = e.EOSnc = e.EOSnd = 0.0;
-    e.EOSm = 0.0;
+double vCritZ(const SubstanceConstants& substance, double Zc) {
+    return Zc * RGas * substance.Tcr / substance.pcr;
 }
 
-double vCritZ(const Session& s, double Zc) { return Zc * RGas * s.substance.Tcr / s.substance.pcr; }
-
-std::int16_t InitEOSPar(Session& s, int code) {
-    if (s.substance.Tcr * s.substance.pcr < TinyT || code < 0) return 0;
-    EosBlock& e = s.eos;
-    e.AlphaForm = 1;
-    e.vcrEOS = 0.0;
-    if (code != 1) ClearEOSPar(s);
-    if (code == eos_ideal_gas) {
-        e.vcrEOS = vCritZ(s, 1.0);
-    } else if (const CubicRow* row = row_of(code)) {
-        apply(s, *row);
-    } else if (code == eos_tovarn_ji_1 || code == eos_tovarn_ji_2) {
-        if (code == eos_tovarn_ji_1) e.JiB1 = 0.0;
-        if (!apply_ji(s)) {
-            s.tell({.title = "Execution not possible",
-                    .text = "Error - EOS-parameter calculation (Tovarn-Ji model)",
-                    .kind = MessageKind::stop});
-            return 1;
+EosConstants InitEOSPar(const SubstanceConstants& substance, Eos code, const EosInput& input) {
+    const EosInfo& info = eos_info(code);
+    EosConstants r;
+    if (info.family == EosFamily::none) return {.block = {}, .reason = Reason::no_equation};
+    if (info.family == EosFamily::ideal_gas) return r;
+    if (info.family == EosFamily::manual) {
+        r.block.EOSb = input.b0;
+        r.block.EOSnb = input.b1;
+        r.block.EOSm = input.b2;
+        return r;
+    }
+    if (substance.Tcr < TinyT || substance.pcr < TinyT || substance.Tcr * substance.pcr < TinyT)
+        return {.block = {}, .reason = Reason::no_critical_data};
+    if (const CubicRow* row = row_of(info)) r.block = cubic_block(substance, *row);
+    if (info.family == EosFamily::tovarn_ji) {
+        r.block.JiP3 = input.JiP3;
+        r.block.JiP4 = input.JiP4;
+        r.block.JiP5 = input.JiP5;
+        r.block.JiZc = input.JiZc;
+        r.block.JiB1 = code == Eos::tovarn_ji_2 ? input.JiB1 : 0.0;
+        if (!complete_ji(substance, r.block)) {
+            r.reason = Reason::not_finite;
+            r.block.vcrEOS = 0.0;
         }
     }
-    e.rhocrEOS = 0.0;
-    if (s.models.VPhaseOnly) e.vcrEOS = 0.0;
-    if (e.vcrEOS > TinyT) e.rhocrEOS = static_cast<double>(s.substance.MolMass) / e.vcrEOS;
-    return 0;
+    if (info.is_vapor_only()) r.block.vcrEOS = 0.0;
+    if (r.block.vcrEOS > TinyT) r.block.rhocrEOS = static_cast<double>(substance.MolMass) / r.block.vcrEOS;
+    return r;
 }
 
-void EOSParT(Session& s, double T) {
-    if (!(T >= TinyT)) return;
-    const EosBlock& e = s.eos;
-    Scratch& x = s.scratch;
-    const int code = s.models.EOSKode;
-    if (code == eos_tovarn_ji_1 || code == eos_tovarn_ji_2) {
-        const CubicParameters k = EOSParT_Ji(s, T, e);
-        x.aT = k.a, x.bT = k.b, x.cT = k.c, x.dT = k.d;
-        return;
-    }
-    if (code == eos_virial_manual) {  // EOSnb is b1 here, no exponent
-        x.aT = x.cT = x.dT = 0.0;
-        x.bT = e.EOSb - e.EOSnb / std::pow(T, e.EOSm);
-        return;
-    }
-    // b = EOSb T^EOSnb, c = EOSc T^EOSnc, d = EOSd T^EOSnd
-    x.bT = e.EOSb * power(T, e.EOSnb);
-    x.cT = e.EOSc * power(T, e.EOSnc);
-    x.dT = e.EOSd * power(T, e.EOSnd);
-    if (e.AlphaForm == 2) {  // a = EOSa (1 + m (1 - sqrt(T/Tcr)))^2
-        const double alpha = 1.0 + e.EOSna * (1.0 - std::sqrt(T / s.substance.Tcr));
-        x.aT = e.EOSa * alpha * alpha;
-    } else {  // a = EOSa T^EOSna
-        x.aT = e.EOSa * power(T, e.EOSna);
-    }
+EosAtT EOSParT(const Fluid& fluid, double T) {
+    if (!(T >= TinyT)) return {};
+    const EosInfo& info = fluid.eos_row();
+    if (info.family == EosFamily::tovarn_ji)
+        return EOSParT_Ji(fluid.substance, fluid.eos, info.code == Eos::tovarn_ji_2, T);
+    if (info.family == EosFamily::manual) return manual_law(fluid.eos, T);
+    return power_law(fluid, T, nullptr);
 }
 
-CubicParameters EOSParT_Ji(const Session& s, double T, const EosBlock& block) {
-    const double Tcr = s.substance.Tcr, pcr = s.substance.pcr;
-    const double Tr = T / Tcr, x = std::pow(Tr, 0.75), u = 1.0 - x;
-    // alpha = 1 + P3 u + (P4 + P5 u) u (0.76528558 - x), without the last term above Tcr
+EosAtT EOSParT_Ji(const SubstanceConstants& substance, const EosBlock& block, bool form_2, double T) {
+    const double Tcr = substance.Tcr, pcr = substance.pcr;
+    const double Tr = T / Tcr, root = std::sqrt(Tr), x = root * std::sqrt(root), u = 1.0 - x;
+    // alpha = 1 + P3 u + (P4 + P5 u) u (0.76528558 - x), x = Tr^0.75, without the last term above Tcr
     double alpha = 1.0 + block.JiP3 * u;
     if (T <= Tcr) alpha += (block.JiP4 + block.JiP5 * u) * u * (JiBracket - x);
     // b = F JiOb R Tcr/pcr; c, d = F (JiCd -+ sqrt(JiCd^2 + 4 JiCd))/2 JiOb R Tcr/pcr
-    const double F = s.models.EOSKode == eos_tovarn_ji_2 ? 1.0 - block.JiB1 * (1.0 - Tr) * (1.0 - Tr) : 1.0;
+    const double F = form_2 ? 1.0 - block.JiB1 * (1.0 - Tr) * (1.0 - Tr) : 1.0;
     const double scale = F * block.JiOb * RGas * Tcr / pcr;
-    const double root = std::sqrt(block.JiCd * block.JiCd + 4.0 * block.JiCd);
-    return {.a = block.JiAc * alpha * alpha,
+    const double half = std::sqrt(block.JiCd * block.JiCd + 4.0 * block.JiCd);
+    return {.T = T,
+            .a = block.JiAc * alpha * alpha,
             .b = scale,
-            .c = 0.5 * (block.JiCd - root) * scale,
-            .d = 0.5 * (block.JiCd + root) * scale};
+            .c = 0.5 * (block.JiCd - half) * scale,
+            .d = 0.5 * (block.JiCd + half) * scale};
 }
+
+EosTerms EOSTerme(const Fluid& fluid, double T) {
+    const EosInfo& info = fluid.eos_row();
+    EosTerms r;
+    if (info.family == EosFamily::tovarn_ji) {
+        r.at = EOSParT_Ji(fluid.substance, fluid.eos, info.code == Eos::tovarn_ji_2, T);
+        ji_terms(fluid, T, r.k);
+    } else if (info.family == EosFamily::manual) {
+        r.at = manual_law(fluid.eos, T);
+    } else {
+        r.at = power_law(fluid, T, &r.k);
+    }
+    return r;
+}
+
+CubicDerivatives CubicTerme(const Fluid& fluid, const EosAtT& at) { return EOSTerme(fluid, at.T).k; }
 
 }  // namespace quom

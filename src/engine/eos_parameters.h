@@ -1,56 +1,46 @@
-// Constants of the equation of state in force, and a(T) .. d(T).
+// Constants of the equations of state, and a(T) .. d(T) with their T-derivatives.
 //
 //     p = R T/(v - b) - a/((v + c)(v + d))
 #pragma once
-#include <cstdint>
-
-#include "session/session.h"
+#include "engine/fluid.h"
 
 namespace quom {
 
-// Codes of the equations of state = index in the list of models.
-enum EosCode : int {
-    eos_none = -1,
-    eos_ideal_gas = 0,
-    eos_van_der_waals = 2,
-    eos_berthelot = 3,
-    eos_redlich_kwong = 4,
-    eos_soave = 5,
-    eos_peng_robinson = 6,
-    eos_tovarn_ji_1 = 7,
-    eos_tovarn_ji_2 = 8,
-    eos_virial_manual = 10,
-    eos_virial_first = 11,  // 11 to 15: virial forms of 2 to 6
-    eos_virial_last = 15,
-    eos_pitzer_curl = 16,
+// Block, vcrEOS [m^3/kmol] and rhocrEOS [kg/m^3] of an equation of state for T(cr), p(cr), omega of the
+// substance. van der Waals (1873), Berthelot (1899), Redlich and Kwong (1949), Soave (1972), Peng and
+// Robinson (1976).
+struct EosConstants {
+    EosBlock block;
+    Reason reason = Reason::none;  // no_equation, no_critical_data; not_finite: JiZc gives no block
 };
-
-inline bool is_cubic(int code) { return code >= 1 && code <= 9; }
-
-// Sets every constant and exponent of the block to 0; JiPar, AlphaForm and vcrEOS stay.
-void ClearEOSPar(Session& s);
-
-// Fills the block, vcrEOS [m^3/kmol] and rhocrEOS [kg/m^3] for an EOS code from Tcr, pcr, omega.
-// Needs VPhaseOnly to be right for the code. Codes 7 and 8 take JiZc, JiP3 .. JiP5, JiB1 as given.
-// Returns err: 0 good (also without T(cr), p(cr): nothing changes then); 1 when codes 7, 8 have no
-// parameters, after a message. van der Waals (1873), Berthelot (1899), Redlich and Kwong (1949), Soave
-// (1972), Peng and Robinson (1976).
-std::int16_t InitEOSPar(Session& s, int code);
+EosConstants InitEOSPar(const SubstanceConstants& substance, Eos code, const EosInput& input);
 
 // v(cr) = Zc R Tcr/pcr [m^3/kmol].
-double vCritZ(const Session& s, double Zc);
+double vCritZ(const SubstanceConstants& substance, double Zc);
 
-// Sets aT, bT, cT, dT of the scratch at T [K]; changes nothing below 1e-6 K.
-void EOSParT(Session& s, double T);
-
-// a, b, c, d at one T.
-struct CubicParameters {
-    double a = 0, b = 0, c = 0, d = 0;  // a [kPa m^6/kmol^2], the others [m^3/kmol]
+// a, b, c, d at one T [K]: a [kPa m^6/kmol^2], the others [m^3/kmol].
+struct EosAtT {
+    double T = 0;
+    double a = 0, b = 0, c = 0, d = 0;
 };
-// The law of codes 7 and 8 at T [K] for a block of parameters.
-CubicParameters EOSParT_Ji(const Session& s, double T, const EosBlock& block);
+// For an equation of the V-phase only: a(T), b(T) of the cubic equation behind it. T below 1e-6 K: all 0.
+EosAtT EOSParT(const Fluid& fluid, double T);
+// The law of codes 7 and 8 for a block of parameters.
+EosAtT EOSParT_Ji(const SubstanceConstants& substance, const EosBlock& block, bool form_2, double T);
 
-// The constant of the second bracket of alpha(T) of codes 7 and 8, the same for every substance.
+// First and second T-derivatives of a, b, c, d.
+struct CubicDerivatives {
+    double a1 = 0, a2 = 0, b1 = 0, b2 = 0, c1 = 0, c2 = 0, d1 = 0, d2 = 0;
+};
+CubicDerivatives CubicTerme(const Fluid& fluid, const EosAtT& at);
+// Both at T [K], at or above 1e-6 K.
+struct EosTerms {
+    EosAtT at;
+    CubicDerivatives k;
+};
+EosTerms EOSTerme(const Fluid& fluid, double T);
+
+// The constant of the second bracket of alpha(T) of codes 7 and 8, the same for every substance: 0.7^0.75.
 inline constexpr double JiBracket = 0.76528558;
 
 // JiCd of the Tovarn/Ji block from JiZc and JiOb.

@@ -14,140 +14,183 @@ Shape shape_of(const std::array<float, 5>& k) {
     return std::fabs(k[4]) < 1.0f ? Shape::quartic : Shape::inverse_square;
 }
 
-// h and s of a cp equation between T0 and T, without the zero points.
-struct Integral {
-    double h = 0, s = 0;
-    std::int16_t err = 0;
+// cp of a form at T, and its integrals h and s up to a constant that is the same at every T.
+struct Terms {
+    double cp = 0, h = 0, s = 0;
+    Reason reason = Reason::none;
 };
 
-Integral polynomial_integral(const std::array<float, 5>& k, double T, double T0) {
+double polynomial_cp(const std::array<float, 5>& k, double T) {
     const double A = k[0], B = k[1], C = k[2], D = k[3], E = k[4];
-    const double d1 = T - T0, d2 = T * T - T0 * T0, d3 = T * T * T - T0 * T0 * T0;
-    const double d4 = d2 * (T * T + T0 * T0), ln = std::log(T / T0);
     switch (shape_of(k)) {
-        case Shape::quartic: {  // cp = A + B T + C T^2 + D T^3 + E T^4
-            const double d5 = std::pow(T, 5) - std::pow(T0, 5);
-            return {.h = A * d1 + B / 2 * d2 + C / 3 * d3 + D / 4 * d4 + E / 5 * d5,
-                    .s = A * ln + B * d1 + C / 2 * d2 + D / 3 * d3 + E / 4 * d4};
-        }
-        // The E term of s stands without a factor 1/2, so that values agree with older results.
-        case Shape::inverse_square:  // cp = A + B T + C T^2 + D T^3 + E/T^2
-            return {.h = A * d1 + B / 2 * d2 + C / 3 * d3 + D / 4 * d4 + E * (1 / T0 - 1 / T),
-                    .s = A * ln + B * d1 + C / 2 * d2 + D / 3 * d3 - E * (1 / (T * T) - 1 / (T0 * T0))};
-        case Shape::without_A:  // cp = B + C T + D T^2 + E/T^2
-            return {.h = B * d1 + C / 2 * d2 + D / 3 * d3 + E * (1 / T0 - 1 / T),
-                    .s = B * ln + C * d1 + D / 2 * d2 - E * (1 / (T * T) - 1 / (T0 * T0))};
+        case Shape::quartic:
+            return A + (B + (C + (D + E * T) * T) * T) * T;
+        case Shape::inverse_square:
+            return A + (B + (C + D * T) * T) * T + E / (T * T);
+        case Shape::without_A:
+            return B + (C + D * T) * T + E / (T * T);
     }
-    return {};
+    return 0.0;
 }
 
-// x coth x - ln sinh x and coth x; x > 0. x tanh x - ln cosh x and tanh x.
-struct HyperbolicTerm {
-    double h, s;
-};
-HyperbolicTerm sinh_term(double x) {
-    const double e = std::exp(-2.0 * x);
-    const double coth_x = (1.0 + e) / (1.0 - e);
-    return {.h = coth_x, .s = x * coth_x - (x + std::log((1.0 - e) * 0.5))};
-}
-HyperbolicTerm cosh_term(double x) {
-    const double size = std::fabs(x), e = std::exp(-2.0 * size);
-    const double tanh_x = (1.0 - e) / (1.0 + e);
-    return {.h = std::copysign(tanh_x, x), .s = size * tanh_x - (size + std::log((1.0 + e) * 0.5))};
-}
-
-// cp = A + B (x1/sinh x1)^2 + D (x2/cosh x2)^2 with x1 = C/T, x2 = E/T.
-Integral sinh_integral(const std::array<float, 5>& k, double T, double T0) {
-    if (T < 0.1) return {.err = -1};
+// The E term of s stands without a factor 1/2 where cp has E/T^2, so that values agree with older results.
+Terms polynomial_terms(const std::array<float, 5>& k, double T) {
     const double A = k[0], B = k[1], C = k[2], D = k[3], E = k[4];
-    const double x1 = C / T, x2 = E / T, y1 = C / T0, y2 = E / T0;
-    const double largest = std::fmax(std::fmax(x1, y1), std::fmax(std::fabs(x2), std::fabs(y2)));
-    if (!(x1 > 0.0) || !(y1 > 0.0) || largest > LargestArgument) return {.err = -1};
-    const HyperbolicTerm a1 = sinh_term(x1), b1 = sinh_term(y1), a2 = cosh_term(x2), b2 = cosh_term(y2);
-    return {.h = A * (T - T0) + B * C * (a1.h - b1.h) - D * E * (a2.h - b2.h),
-            .s = A * std::log(T / T0) + B * (a1.s - b1.s) - D * (a2.s - b2.s)};
+    const double ln = std::log(T);
+    Terms t{.cp = polynomial_cp(k, T)};
+    switch (shape_of(k)) {
+        case Shape::quartic:  // cp = A + B T + C T^2 + D T^3 + E T^4
+            t.h = (A + (B / 2 + (C / 3 + (D / 4 + E / 5 * T) * T) * T) * T) * T;
+            t.s = A * ln + (B + (C / 2 + (D / 3 + E / 4 * T) * T) * T) * T;
+            break;
+        case Shape::inverse_square:  // cp = A + B T + C T^2 + D T^3 + E/T^2
+            t.h = (A + (B / 2 + (C / 3 + D / 4 * T) * T) * T) * T - E / T;
+            t.s = A * ln + (B + (C / 2 + D / 3 * T) * T) * T - E / (T * T);
+            break;
+        case Shape::without_A:  // cp = B + C T + D T^2 + E/T^2
+            t.h = (B + (C / 2 + D / 3 * T) * T) * T - E / T;
+            t.s = B * ln + (C + D / 2 * T) * T - E / (T * T);
+            break;
+    }
+    return t;
+}
+
+// The two hyperbolic terms of cp at T: e = exp(-2 x), x1 = C/T, x2 = E/T.
+//     (x1/sinh x1)^2 = 4 x1^2 e1/(1 - e1)^2,    (x2/cosh x2)^2 = 4 x2^2 e2/(1 + e2)^2
+struct Hyperbolic {
+    double x1, x2;  // sizes
+    double e1, e2;  // exp(-2 x)
+    double r1, r2;  // 1/(1 - e1), 1/(1 + e2)
+    Hyperbolic(const std::array<float, 5>& k, double T)
+        : x1(std::fabs(static_cast<double>(k[2])) / T), x2(std::fabs(static_cast<double>(k[4])) / T) {
+        e1 = std::exp(-2.0 * x1);
+        e2 = std::exp(-2.0 * x2);
+        r1 = 1.0 / (1.0 - e1);
+        r2 = 1.0 / (1.0 + e2);
+    }
+    bool in_range() const { return x1 > 0.0 && x1 <= LargestArgument && x2 <= LargestArgument; }
+    // cp = A + B (x1/sinh x1)^2 + D (x2/cosh x2)^2
+    double cp(const std::array<float, 5>& k) const {
+        const double q1 = 2.0 * x1 * r1, q2 = 2.0 * x2 * r2;
+        return static_cast<double>(k[0]) + static_cast<double>(k[1]) * q1 * q1 * e1 +
+               static_cast<double>(k[3]) * q2 * q2 * e2;
+    }
+};
+
+// With coth x = 1 + 2 e/(1 - e) and tanh x = 1 - 2 e/(1 + e), less the constants:
+//     h = A T + B C coth x1 - D E tanh x2,
+//     s = A ln T + B (x1 coth x1 - ln sinh x1) - D (x2 tanh x2 - ln cosh x2)
+Terms hyperbolic_terms(const std::array<float, 5>& k, double T) {
+    if (T < 0.1 || !(k[2] > 0.0f)) return {.reason = Reason::ideal_gas_range};
+    const Hyperbolic at(k, T);
+    if (!at.in_range()) return {.reason = Reason::ideal_gas_range};
+    const double A = k[0], B = k[1], D = k[3];
+    const double y1 = 2.0 * at.x1 * at.e1 * at.r1, y2 = 2.0 * at.x2 * at.e2 * at.r2;
+    return {.cp = at.cp(k),
+            .h = (A + B * y1 + D * y2) * T,
+            .s = A * std::log(T) + B * (y1 - std::log(1.0 - at.e1)) + D * (y2 + std::log(1.0 + at.e2))};
+}
+
+Terms terms_of(const SubstanceConstants& substance, CpForm form, double T) {
+    return form == CpForm::polynomial ? polynomial_terms(substance.cpPoly, T)
+                                      : hyperbolic_terms(substance.cpDIPPR, T);
+}
+
+// Whether the record has constants of the form.
+bool has_cp(const SubstanceConstants& substance, CpForm form) {
+    if (form == CpForm::none) return false;
+    const auto& k = form == CpForm::polynomial ? substance.cpPoly : substance.cpDIPPR;
+    if (form == CpForm::sinh_cosh) return k[0] != 0.0f || k[1] != 0.0f || k[3] != 0.0f;
+    for (const float constant : k) {
+        if (constant != 0.0f) return true;
+    }
+    return false;
 }
 
 }  // namespace
 
-double sinh(double x, std::int16_t& err) {
-    err = std::fabs(x) > LargestArgument ? std::int16_t{-1} : std::int16_t{0};
-    return err ? 0.0 : 0.5 * (std::exp(x) - std::exp(-x));
-}
-
-double cosh(double x, std::int16_t& err) {
-    err = std::fabs(x) > LargestArgument ? std::int16_t{-1} : std::int16_t{0};
-    return err ? 0.0 : 0.5 * (std::exp(x) + std::exp(-x));
-}
-
-CpResult cpIdG(const Session& s, double T, int form) {
-    if (form != 1 && form != 2) return {};
-    if (!(T >= TinyT)) return {.err = -1};
+CpResult cpIdG(const SubstanceConstants& substance, double T, CpForm form) {
+    if (!has_cp(substance, form)) return {};
+    if (!(T >= TinyT)) return {.cp = 0, .reason = Reason::ideal_gas_range};
     double cp = 0.0;
-    CpResult r;
-    if (form == 1) {
-        const auto& k = s.substance.cpPoly;
-        const double A = k[0], B = k[1], C = k[2], D = k[3], E = k[4];
-        switch (shape_of(k)) {
-            case Shape::quartic:
-                cp = A + (B + (C + (D + E * T) * T) * T) * T;
-                break;
-            case Shape::inverse_square:
-                cp = A + (B + (C + D * T) * T) * T + E / (T * T);
-                break;
-            case Shape::without_A:
-                cp = B + (C + D * T) * T + E / (T * T);
-                break;
-        }
+    if (form == CpForm::polynomial) {
+        cp = polynomial_cp(substance.cpPoly, T);
     } else {
-        const auto& k = s.substance.cpDIPPR;
-        const double x1 = static_cast<double>(k[2]) / T, x2 = static_cast<double>(k[4]) / T;
-        const double sh = sinh(x1, r.err);
-        if (r.err || sh == 0.0) return {.err = -1};
-        const double ch = cosh(x2, r.err);
-        if (r.err) return r;
-        const double q1 = x1 / sh, q2 = x2 / ch;
-        cp = static_cast<double>(k[0]) + static_cast<double>(k[1]) * q1 * q1 +
-             static_cast<double>(k[3]) * q2 * q2;
+        const Hyperbolic at(substance.cpDIPPR, T);
+        if (!at.in_range()) return {.cp = 0, .reason = Reason::ideal_gas_range};
+        cp = at.cp(substance.cpDIPPR);
     }
-    r.cp = static_cast<float>(cp);
-    if (!std::isfinite(r.cp)) return {.err = -1};
+    const float rounded = static_cast<float>(cp);
+    if (!std::isfinite(rounded)) return {.cp = 0, .reason = Reason::ideal_gas_range};
+    return {.cp = rounded};
+}
+
+ReferenceConstants RefConst(const SubstanceConstants& substance, const ReferenceState& reference, double p) {
+    ReferenceConstants r{.TRef0 = reference.TRef0, .pRef0 = reference.pRef0};
+    if (reference.RefKode == 2 || reference.RefKode == 10) {
+        const double dfH0 = substance.dfH0, dfG0 = substance.dfG0;
+        r.TRef0 = static_cast<float>(TNorm);
+        r.pRef0 = static_cast<float>(pNorm);
+        r.h0 = dfH0;
+        r.s0 = reference.RefKode == 2 ? static_cast<double>(substance.S0abs) : (dfH0 - dfG0) / TNorm;
+    }
+    if (r.pRef0 == 0.0f) r.pRef0 = static_cast<float>(pNorm);
+    if (p > 0.0) r.s0 -= RGas * std::log(p / static_cast<double>(r.pRef0));
     return r;
 }
 
-ReferenceConstants RefConst(Session& s, double p) {
-    ReferenceState& ref = s.reference;
-    const SubstanceConstants& k = s.substance;
-    ReferenceConstants r;
-    if (ref.RefKode == 2 || ref.RefKode == 10) {
-        ref.TRef0 = static_cast<float>(TNorm);
-        ref.pRef0 = static_cast<float>(pNorm);
-        r.h0 = k.dfH0;
-        r.s0 = ref.RefKode == 2 ? static_cast<double>(k.S0abs)
-                                : (static_cast<double>(k.dfH0) - static_cast<double>(k.dfG0)) / TNorm;
+IdealGasReference ideal_gas_reference(const SubstanceConstants& substance, CpForm form,
+                                      const ReferenceState& reference) {
+    const ReferenceConstants zero = RefConst(substance, reference, 0.0);
+    IdealGasReference r{.T0 = zero.TRef0,
+                        .p0 = zero.pRef0,
+                        .h0 = reference.hOffset,
+                        .s0 = reference.sOffset,
+                        .reason = Reason::none};
+    if (!has_cp(substance, form)) {
+        r.reason = Reason::no_ideal_gas_cp;
+        return r;
     }
-    if (ref.pRef0 == 0.0f) ref.pRef0 = static_cast<float>(pNorm);
-    if (p > 0.0) r.s0 -= RGas * std::log(p / static_cast<double>(ref.pRef0));
+    if (!(r.T0 >= TinyT)) {
+        r.reason = Reason::T_not_positive;
+        return r;
+    }
+    const Terms at = terms_of(substance, form, r.T0);
+    r.h0 += zero.h0;
+    r.s0 += zero.s0;
+    r.h0 -= at.h;
+    r.s0 -= at.s;
+    r.reason = at.reason;
+    if (r.reason == Reason::none && !(std::isfinite(r.h0) && std::isfinite(r.s0)))
+        r.reason = Reason::not_finite;
     return r;
 }
 
-IdealGas IdGasFunc(Session& s, double T, double p) {
+IdealGas IdGasFunc(const Fluid& fluid, double T, double p) {
+    const IdealGasReference& zero = fluid.ideal_gas;
     IdealGas r;
-    const ReferenceConstants zero = RefConst(s, p);
-    const CpResult cp = cpIdG(s, T, s.models.cpKode);
-    const double T0 = s.reference.TRef0;
-    r.cp = cp.cp;
-    if (cp.err || !(T >= TinyT) || !(T0 >= TinyT)) return {.err = -1};
-    if (s.models.cpKode == 1 || s.models.cpKode == 2) {
-        const Integral k = s.models.cpKode == 1 ? polynomial_integral(s.substance.cpPoly, T, T0)
-                                                : sinh_integral(s.substance.cpDIPPR, T, T0);
-        if (k.err) return {.err = -1};
-        r.h = k.h + zero.h0;
-        r.s = k.s + zero.s0;
+    if (!(T >= TinyT)) {
+        r.reason = Reason::T_not_positive;
+        return r;
     }
-    r.h += s.reference.hOffset;
-    r.s += s.reference.sOffset;
-    if (!std::isfinite(r.h) || !std::isfinite(r.s)) return {.err = -1};
+    if (zero.reason == Reason::no_ideal_gas_cp) {
+        r.h = zero.h0;
+        r.s = zero.s0;
+        return r;
+    }
+    r.reason = zero.reason;
+    if (r.reason != Reason::none) return r;
+    const Terms at = terms_of(fluid.substance, fluid.models.cpKode, T);
+    if (at.reason != Reason::none) {
+        r.reason = at.reason;
+        return r;
+    }
+    r.h = at.h + zero.h0;
+    r.s = at.s + zero.s0;
+    if (p > 0.0) r.s -= RGas * std::log(p / zero.p0);
+    r.cp = static_cast<double>(static_cast<float>(at.cp));
+    if (!(std::isfinite(r.h) && std::isfinite(r.s) && std::isfinite(r.cp)))
+        return {.reason = Reason::not_finite};
     return r;
 }
 

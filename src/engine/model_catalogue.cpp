@@ -1,89 +1,23 @@
 #include "engine/model_catalogue.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <iterator>
 
 #include "base/code_page.h"
+#include "base/constants.h"
 #include "base/number_text.h"
-#include "engine/eos_parameters.h"
-#include "engine/vapor_pressure.h"
-#include "engine/vaporization_enthalpy.h"
 
 namespace quom {
 namespace {
 
-// A list text: padded with blanks to 35 characters, longer ones whole; empty for a code without an entry.
-class ListText {
- public:
-    constexpr ListText(std::string_view text)
-        : length_(text.empty() ? 0 : std::max(text.size(), std::size_t{35})) {
-        for (std::size_t i = 0; i < length_; ++i) chars_[i] = i < text.size() ? text[i] : ' ';
-    }
-    constexpr std::string_view view() const { return {chars_.data(), length_}; }
+constexpr float Present = 1e-6f;  // a constant above this was given
 
- private:
-    std::array<char, 44> chars_{};
-    std::size_t length_;
-};
+// Option buttons of the concepts.
+constexpr int OptionGlobal = 0;
 
-constexpr ListText EosTexts[] = {
-    {"Idealgas EOS"},
-    {""},
-    {"CEOS van der Waals"},
-    {"CEOS Berthelot"},
-    {"CEOS Redlich / Kwong"},
-    {"CEOS Soave / Redlich / Kwong"},
-    {"CEOS Peng / Robinson"},
-    {"CEOS Tovarn / Ji I   "},
-    {"CEOS Tovarn / Ji II  "},
-    {""},
-    {"VIRIAL-EOS manual input"},
-    {"VIRIAL-EOS Van der Waals"},
-    {"VIRIAL-EOS Berthelot"},
-    {"VIRIAL-EOS Redlich / Kwong"},
-    {"VIRIAL-EOS Soave / Redlich / Kwong"},
-    {"VIRIAL-EOS Peng / Robinson  "},
-    {"VIRIAL-EOS Pitzer / Curl     "},
-};
-
-constexpr ListText EvpTexts[] = {
-    {"none"},
-    {"Antoine (T < normal boil. T)(MDB equ.)"},
-    {"Antoine (T > normal boil. T)(MDB equ.)"},
-    {"            Frost/Kalkwarf (MDB equ.)"},
-    {"                    Wagner (MDB equ.)"},
-    {"August (correlated)"},
-    {"Fro/Kalk (v.d.Waals correlated)"},
-    {"Fro/Kalk (Redl./Kwong correlated)"},
-    {"Antoine  (Thompson correlated)"},
-};
-
-constexpr ListText HlvTexts[] = {
-    {"none"},
-    {"Equation Fu(T)  (MDB equ.)"},
-    {"Chen-correlation"},
-    {"Carruth/Kobayashi correlation"},
-    {"Watson correlation"},
-    {"using vapor press. equ.+ rhoL(T)"},
-    {"using vapor press. equ. + Benson's method "},
-    {"using CEOS ('GLOBAL calculation')"},
-};
-
-constexpr ListText CpTexts[] = {
-    {"(no equation available)  "},
-    {"Polynomial approach (MDB equ.)"},
-    {"sinh/cosh approach (MDB equ.)"},
-};
-
-template <std::size_t N>
-std::string_view text_of(const ListText (&texts)[N], int code) {
-    return code >= 0 && code < static_cast<int>(N) ? texts[code].view() : std::string_view();
-}
-
-void add(ModelList& list, std::string_view (*name)(int), int code) {
-    list.entries.push_back({code, std::string(name(code))});
+template <class Code>
+void add(ModelList& list, Code code, std::string_view text) {
+    list.entries.push_back({number_of(code), std::string(text)});
 }
 
 // Selects the entry of a code, or else the first.
@@ -92,97 +26,126 @@ void select(ModelList& list, int code) {
     list.selected = at == list.entries.end() ? 0 : static_cast<int>(at - list.entries.begin());
 }
 
-bool offers(const ModelList& list, int code) {
-    return std::ranges::find(list.entries, code, &ModelList::Entry::code) != list.entries.end();
+bool offered(const SubstanceConstants& substance, const EosInfo& row) {
+    if (row.family == EosFamily::ideal_gas) return true;
+    return substance.Tcr > TinyT && substance.pcr > TinyT && (substance.omega != 0.0 || !row.needs_omega);
 }
 
-bool last_is_eos(const ModelList& hlv) { return !hlv.entries.empty() && hlv.entries.back().code == hlv_eos; }
+bool offered(const SubstanceConstants& substance, Evp code) {
+    switch (code) {
+        case Evp::frost_kalkwarf:
+            return substance.KFTLo != 0;
+        case Evp::wagner:
+            return substance.WagnerTLo > 0;
+        case Evp::antoine_low:
+            return substance.AntLo[0] > Present;
+        case Evp::antoine_high:
+            return substance.AntHi[0] > Present;
+        case Evp::august:
+        case Evp::kfw:
+        case Evp::kfr:
+        case Evp::thompson:
+            return substance.Tnb > Present && has_critical_data(substance);
+        case Evp::none:
+            break;
+    }
+    return false;
+}
+
+bool offered(const SubstanceConstants& substance, const ModelSelection& models, Hlv code) {
+    const bool has_omega = std::fabs(substance.omega) > TinyT, has_Tcr = substance.Tcr > TinyT;
+    switch (code) {
+        case Hlv::equation:
+            return substance.HLVTLo > 0;
+        case Hlv::chen:
+            return substance.Tcr * substance.pcr > 1.0;
+        case Hlv::carruth_kobayashi:
+            return has_omega && has_Tcr;
+        case Hlv::watson:
+            return static_cast<double>(substance.WatsonHLV) * static_cast<double>(substance.WatsonT) >
+                       TinyT &&
+                   has_Tcr;
+        case Hlv::evp_rhoL:
+            return substance.RhoLTLo > 0;
+        case Hlv::evp_benson:
+            return has_Tcr;
+        case Hlv::eos:
+            return has_omega && !models.VPhaseOnly();
+        case Hlv::none:
+            break;
+    }
+    return false;
+}
+
+bool last_is_eos(const ModelList& hlv) {
+    return !hlv.entries.empty() && hlv.entries.back().code == number_of(Hlv::eos);
+}
 
 }  // namespace
 
-std::string_view eos_name(int code) { return text_of(EosTexts, code); }
-std::string_view evp_name(int code) { return text_of(EvpTexts, code); }
-std::string_view hlv_name(int code) { return text_of(HlvTexts, code); }
-std::string_view cp_name(int code) { return text_of(CpTexts, code); }
+bool ModelList::offers(int code) const {
+    return std::ranges::find(entries, code, &Entry::code) != entries.end();
+}
 
-ModelList AktualisiereEOSKombi(Session& s) {
-    const SubstanceConstants& c = s.substance;
-    const bool has_omega = c.omega != 0.0;
-    if (s.models.EOSKode < 0) s.models.EOSKode = has_omega ? eos_peng_robinson : eos_redlich_kwong;
-    struct Row {
-        int code;
-        bool needs_omega;
-    };
-    constexpr Row rows[] = {{2, false},  {3, false},  {4, false},  {5, true},  {6, true},
-                            {7, false},  {8, false},  {10, false}, {16, true}, {11, false},
-                            {12, false}, {13, false}, {14, true},  {15, true}};
+ModelList AktualisiereEOSKombi(const SubstanceConstants& substance, const ModelSelection& models) {
     ModelList list;
-    add(list, eos_name, eos_ideal_gas);
-    if (c.Tcr > TinyT && c.pcr > TinyT) {
-        for (const Row& row : rows) {
-            if (has_omega || !row.needs_omega) add(list, eos_name, row.code);
-        }
+    list.models = models;
+    if (models.EOSKode == Eos::none)
+        list.models.EOSKode = substance.omega != 0.0 ? Eos::peng_robinson : Eos::redlich_kwong;
+    for (const EosInfo& row : eos_list()) {
+        if (offered(substance, row)) add(list, row.code, row.text);
     }
-    select(list, s.models.EOSKode);
+    select(list, number_of(list.models.EOSKode));
     return list;
 }
 
-ModelList AktualisierepKombi(const Session& s) {
-    constexpr float Present = 1e-6f;
-    const SubstanceConstants& c = s.substance;
+ModelList AktualisierepKombi(const SubstanceConstants& substance, const ModelSelection& models) {
     ModelList list;
-    if (c.KFTLo != 0) add(list, evp_name, evp_frost_kalkwarf);
-    if (c.WagnerTLo > 0) add(list, evp_name, evp_wagner);
-    if (c.AntLo[0] > Present) add(list, evp_name, evp_antoine_low);
-    if (c.AntHi[0] > Present) add(list, evp_name, evp_antoine_high);
-    if (c.Tnb > Present && c.Tcr * c.pcr > TinyT) {
-        for (const int code : {evp_august, evp_kfw, evp_kfr, evp_thompson}) add(list, evp_name, code);
+    list.models = models;
+    for (const EvpInfo& row : evp_list()) {
+        if (offered(substance, row.code)) add(list, row.code, row.text);
     }
-    if (list.entries.empty()) add(list, evp_name, evp_none);
-    select(list, s.models.EVPKode);
+    if (list.entries.empty()) add(list, Evp::none, evp_info(Evp::none).text);
+    select(list, number_of(models.EVPKode));
     return list;
 }
 
-ModelList AktualisiereHLVKombi(Session& s) {
-    const SubstanceConstants& c = s.substance;
-    const bool has_omega = std::fabs(c.omega) > TinyT, has_Tcr = c.Tcr > TinyT;
-    const double watson = static_cast<double>(c.WatsonHLV) * static_cast<double>(c.WatsonT);
-    const struct {
-        int code;
-        bool offered;
-    } tests[] = {
-        {hlv_equation, c.HLVTLo > 0},
-        {hlv_chen, c.Tcr * c.pcr > 1.0},
-        {hlv_carruth_kobayashi, has_omega && has_Tcr},
-        {hlv_watson, watson > TinyT && has_Tcr},
-        {hlv_evp_rhoL, c.RhoLTLo > 0},
-        {hlv_evp_benson, has_Tcr},
-        {hlv_eos, has_omega && !s.models.VPhaseOnly},
-    };
+ModelList AktualisiereHLVKombi(const SubstanceConstants& substance, const ModelSelection& models) {
     ModelList list;
-    for (const auto& test : tests) {
-        if (test.offered) add(list, hlv_name, test.code);
+    list.models = models;
+    for (const HlvInfo& row : hlv_list()) {
+        if (offered(substance, models, row.code)) add(list, row.code, row.text);
     }
-    if (s.models.HLVKode == hlv_equation && c.HLVTLo <= 0) s.models.HLVKode = hlv_none;
-    if (list.entries.empty()) add(list, hlv_name, hlv_none);
-    // The entry whose code is that of the vapor pressure equation: required as it stands.
-    if (s.models.HLVKode != hlv_none) select(list, s.models.EVPKode);
+    if (models.HLVKode == Hlv::equation && !offered(substance, models, Hlv::equation))
+        list.models.HLVKode = Hlv::none;
+    if (list.entries.empty()) add(list, Hlv::none, hlv_info(Hlv::none).text);
+    if (list.models.HLVKode != Hlv::none) select(list, number_of(models.EVPKode));
     return list;
 }
 
-ModelList cp_list(const Session& s) {
+CpForm opening_cp_code(const SubstanceConstants& substance, CpForm before) {
+    const CpForm polynomial = substance.havePoly ? CpForm::polynomial : CpForm::none;
+    const CpForm sinh_cosh = substance.haveSinh ? CpForm::sinh_cosh : CpForm::none;
+    const CpForm first = before == CpForm::polynomial ? polynomial : sinh_cosh;
+    const CpForm second = before == CpForm::polynomial ? sinh_cosh : polynomial;
+    return first != CpForm::none ? first : second;
+}
+
+ModelList cp_list(const SubstanceConstants& substance, const ModelSelection& models) {
     ModelList list;
-    if (s.substance.havePoly) add(list, cp_name, 1);
-    if (s.substance.haveSinh) add(list, cp_name, 2);
-    if (list.entries.empty()) add(list, cp_name, 0);
-    select(list, opening_cp_code(s));
+    list.models = models;
+    if (substance.havePoly) add(list, CpForm::polynomial, cp_info(CpForm::polynomial).text);
+    if (substance.haveSinh) add(list, CpForm::sinh_cosh, cp_info(CpForm::sinh_cosh).text);
+    if (list.entries.empty()) add(list, CpForm::none, cp_info(CpForm::none).text);
+    select(list, number_of(opening_cp_code(substance, models.cpKode)));
     return list;
 }
 
-std::vector<std::string> watson_list(const Session& s) {
+// n = 0.74 Tnb/Tcr - 0.116 for 0.57 < Tnb/Tcr < 0.71, 0.30 below, 0.41 above: Fishtine (1963).
+std::vector<std::string> watson_list(const SubstanceConstants& substance) {
     std::vector<std::string> texts{"0.38"};
-    if (!(s.substance.Tcr > TinyT)) return texts;
-    const double Tbr = static_cast<double>(s.substance.Tnb) / s.substance.Tcr;
+    if (!(substance.Tcr > TinyT)) return texts;
+    const double Tbr = static_cast<double>(substance.Tnb) / substance.Tcr;
     if (Tbr <= 0.57) {
         texts.emplace_back("0.30");
     } else if (Tbr < 0.71) {
@@ -193,101 +156,104 @@ std::vector<std::string> watson_list(const Session& s) {
     return texts;
 }
 
-RhoLState rhoL_state(const Session& s) {
-    const SubstanceConstants& c = s.substance;
-    if (c.RhoLTLo == 0 && c.RhoLTHi == 0 && std::fabs(c.RhoL[0]) < 1e-6F && std::fabs(c.RhoL[1]) < 1e-6F)
+int selected_watson(const std::vector<std::string>& texts, float nWat) {
+    const auto at =
+        std::ranges::find(texts, nWat, [](const std::string& text) { return static_cast<float>(Val(text)); });
+    return at == texts.end() ? -1 : static_cast<int>(at - texts.begin());
+}
+
+RhoLState rhoL_state(const SubstanceConstants& substance) {
+    const auto absent = [](float x) { return std::fabs(x) < Present; };
+    const bool no_limits = substance.RhoLTLo == 0 && substance.RhoLTHi == 0;
+    if (no_limits && absent(substance.RhoL[0]) && absent(substance.RhoL[1]))
         return {.availability = "Parameters not available", .validity = {}};
     return {.availability = "Parameters available from database",
-            .validity = "validity T/K = " + genNum(c.RhoLTLo) + " ..." + genNum(c.RhoLTHi) + " K"};
+            .validity =
+                "validity T/K = " + genNum(substance.RhoLTLo) + " ..." + genNum(substance.RhoLTHi) + " K"};
 }
 
-int opening_cp_code(const Session& s) {
-    const bool poly = s.substance.havePoly, hyper = s.substance.haveSinh;
-    if (s.models.cpKode == 1) return poly ? 1 : hyper ? 2 : 0;
-    return hyper ? 2 : poly ? 1 : 0;
-}
-
-void EOSKombi_Click(Session& s, int code, ModelList& hlv) {
-    ModelSelection& m = s.models;
-    if (code == eos_virial_manual && m.EOSKode != code) ClearEOSPar(s);  // its constants are typed next
-    m.EOSKode = code;
-    if (is_cubic(code)) {
-        if (!m.VPhaseOnly) return;
-        m.VPhaseOnly = false;
-        m.Konzept = true;
-        if (!last_is_eos(hlv)) add(hlv, hlv_name, hlv_eos);
-        return;
+ModelSelection EOSKombi_Click(ModelSelection models, Eos code, ModelList& hlv) {
+    const bool was_vapor_only = models.VPhaseOnly();
+    models.EOSKode = code;
+    if (!models.VPhaseOnly()) {
+        if (!was_vapor_only) return models;
+        models.Konzept = true;
+        if (!last_is_eos(hlv)) add(hlv, Hlv::eos, hlv_info(Hlv::eos).text);
+        return models;
     }
-    m.VPhaseOnly = true;
-    m.Konzept = false;
-    if (!last_is_eos(hlv)) return;
+    models.Konzept = false;
+    if (!last_is_eos(hlv)) return models;
     hlv.entries.pop_back();
-    if (hlv.entries.empty()) add(hlv, hlv_name, hlv_none);
+    if (hlv.entries.empty()) add(hlv, Hlv::none, hlv_info(Hlv::none).text);
     hlv.selected = 0;
-    HLVKombi_Click(s, hlv.selected_code());
+    return HLVKombi_Click(models, hlv_of(hlv.selected_code()));
 }
 
-void pkombi_click(Session& s, int code) {
-    s.models.EVPKode = code;
-    s.models.EVPTag = evp_tag(code);
+ModelSelection pkombi_click(ModelSelection models, Evp code) {
+    models.EVPKode = code;
+    return models;
 }
 
-void HLVKombi_Click(Session& s, int code) { s.models.HLVKode = code; }
-
-void cpKombi_Click(Session& s, int code) { s.models.cpKode = code; }
-
-void PriorOpt_Click(Session& s, int option) {
-    if (option == 0 && s.models.VPhaseOnly) return;  // no GLOBAL concept with an EOS of the V-phase alone
-    s.models.Konzept = option == 0;
+ModelSelection HLVKombi_Click(ModelSelection models, Hlv code) {
+    models.HLVKode = code;
+    return models;
 }
 
-void WatsonKombi_Change(Session& s, std::string_view text) {
+ModelSelection cpKombi_Click(ModelSelection models, CpForm code) {
+    models.cpKode = code;
+    return models;
+}
+
+ModelSelection PriorOpt_Click(ModelSelection models, int option) {
+    if (option == OptionGlobal && models.VPhaseOnly()) return models;
+    models.Konzept = option == OptionGlobal;
+    return models;
+}
+
+ModelSelection WatsonKombi_Change(ModelSelection models, std::string_view text) {
     std::string number(text);
     std::ranges::replace(number, ',', '.');
-    const double n = Val(number);
-    if (n > 0.0 && n < 10.0) s.models.nWat = static_cast<float>(n);  // while it is being typed it may be none
+    const double n = Val(number);  // while it is being typed it may be none
+    if (n > 0.0 && n < 10.0) models.nWat = static_cast<float>(n);
+    return models;
 }
 
-ModelOk cmdOKModell_Click(Session& s) {
-    const SubstanceConstants& c = s.substance;
-    const ModelSelection& m = s.models;
-    const bool uses_omega = m.HLVKode == hlv_carruth_kobayashi ||
-                            (m.EOSKode >= eos_soave && m.EOSKode <= eos_tovarn_ji_2) || m.EOSKode >= 14;
-    if (c.omega == 0.0 && uses_omega) {
-        s.tell(
-            {.title = "WARNING",
-             .text = "no acentric factor available.\nCalculated using omega = 0\n(Input => database editor)",
-             .kind = MessageKind::warning});
-    }
-    ModelOk ok;
-    ok.needs_critical_available = c.Tcr * c.pcr >= TinyT;
-    if (m.EVPKode > evp_august) {
-        KorreliereEVP(s, m.EVPKode, static_cast<float>(c.Tcr), static_cast<float>(c.pcr), c.Tnb);
-    }
-    if (m.EOSKode == eos_virial_manual) {
-        s.eos.vcrEOS = s.eos.rhocrEOS = 0.0;  // not those of the EOS before
-    } else {
-        ClearEOSPar(s);
-        ok.err = InitEOSPar(s, m.EOSKode);
-        if (ok.err > 0) return ok;
-    }
-    if (s.units.vcrStart < TinyT) s.units.vcrStart = s.eos.vcrEOS;
-    const std::string_view name = m.Konzept ? eos_name(m.EOSKode) : evp_name(m.EVPKode);
-    ok.ModelStatus = std::string(trim(name)) + (m.Konzept ? " (GLOBAL concept)" : " (PARTIAL concept)");
-    return ok;
+ModelSelection proposed_models(const SubstanceConstants& substance, const ModelSelection& wanted) {
+    const ModelList eos = AktualisiereEOSKombi(substance, wanted);
+    const ModelList evp = AktualisierepKombi(substance, eos.models);
+    ModelList hlv = AktualisiereHLVKombi(substance, eos.models);
+    ModelSelection models = EOSKombi_Click(hlv.models, eos_of(eos.selected_code()), hlv);
+    models = pkombi_click(models, evp_of(evp.selected_code()));
+    const int wanted_hlv = number_of(wanted.HLVKode);
+    if (hlv.offers(wanted_hlv)) select(hlv, wanted_hlv);
+    models = HLVKombi_Click(models, hlv_of(hlv.selected_code()));
+    return cpKombi_Click(models, opening_cp_code(substance, models.cpKode));
 }
 
-ModelOk select_models(Session& s) {
-    const int wanted_hlv = s.models.HLVKode;
-    const ModelList eos = AktualisiereEOSKombi(s);
-    const ModelList evp = AktualisierepKombi(s);
-    ModelList hlv = AktualisiereHLVKombi(s);
-    EOSKombi_Click(s, eos.selected_code(), hlv);
-    pkombi_click(s, evp.selected_code());
-    if (offers(hlv, wanted_hlv)) select(hlv, wanted_hlv);  // as if chosen in the open window
-    HLVKombi_Click(s, hlv.selected_code());
-    cpKombi_Click(s, opening_cp_code(s));
-    return cmdOKModell_Click(s);
+bool warns_of_omega(const SubstanceConstants& substance, const ModelSelection& models) {
+    return substance.omega == 0.0 &&
+           (models.HLVKode == Hlv::carruth_kobayashi || eos_info(models.EOSKode).warns_omega);
+}
+
+bool has_critical_data(const SubstanceConstants& substance) { return substance.Tcr * substance.pcr >= TinyT; }
+
+std::string missing_constants(const SubstanceConstants& substance, Eos code) {
+    const EosInfo& row = eos_info(code);
+    if (row.family == EosFamily::ideal_gas) return {};
+    std::string missing;
+    const auto add_if = [&missing](bool absent, std::string_view name) {
+        if (absent) missing.append(missing.empty() ? "" : ", ").append(name);
+    };
+    add_if(substance.Tcr < TinyT, "T(cr)");
+    add_if(substance.pcr < TinyT, "p(cr)");
+    add_if(substance.omega == 0.0 && row.needs_omega, "omega");
+    return missing.empty() ? missing : "the record has no " + missing;
+}
+
+std::string ModelStatus(const ModelSelection& models) {
+    const std::string_view name =
+        models.Konzept ? eos_info(models.EOSKode).text : evp_info(models.EVPKode).text;
+    return std::string(trim(name)) + (models.Konzept ? " (GLOBAL concept)" : " (PARTIAL concept)");
 }
 
 }  // namespace quom

@@ -1,404 +1,436 @@
 #include "engine/thermo_functions.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
-#include "engine/eos_parameters.h"
 #include "engine/ideal_gas.h"
 #include "engine/saturation.h"
-#include "engine/volume_solver.h"
 
 namespace quom {
 namespace {
 
-bool is_ji(int code) { return code == eos_tovarn_ji_1 || code == eos_tovarn_ji_2; }
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double InvR = 1.0 / RGas;
+constexpr double SmallestD = 1e-11;  // smallest v - b (v - B) [m^3/kmol]
+// Smallest |(dp/dv)_T| (v - b)^2/(R T): nearer to 0 rounding decides cp and the coefficients. Along the
+// critical isochore it is reached within 3e-7 of T(cr).
+constexpr double SmallestY = 3e-7;
 
-// a(T) of the Tovarn/Ji equations and, for code 8, b(T), c(T), d(T).
-void ji_terms(const Session& s, double T, CubicDerivatives& k) {
-    const EosBlock& e = s.eos;
-    const double Tcr = s.substance.Tcr, Tr = T / Tcr;
-    const double root4 = std::sqrt(std::sqrt(Tr)), root = root4 * root4, Tr125 = Tr * root4;
-    const double x = root4 * root, u = 1.0 - x;
-    if (T <= Tcr) {
-        const double alpha = 1.0 + e.JiP3 * u + (e.JiP4 + e.JiP5 * u) * u * (JiBracket - x);
-        const double S = (2.53057116 - 3.0 * x) * e.JiP5 * u + (1.76528558 - 2.0 * x) * e.JiP4 + e.JiP3;
-        k.a1 = e.JiAc * (-1.5 * alpha * S) / root4 / Tcr;
-        k.a2 = e.JiAc *
-               (1.125 * (S * S + alpha * ((5.53057116 - 6.0 * x) * e.JiP5 + 2.0 * e.JiP4)) / root +
-                0.375 * alpha * S / Tr125) /
-               (Tcr * Tcr);
-    } else {
-        const double alpha = 1.0 + e.JiP3 * u;
-        k.a1 = e.JiAc * (-1.5 * e.JiP3 * alpha) / root4 / Tcr;
-        k.a2 = e.JiAc * (0.375 * e.JiP3 * alpha / Tr125 + 1.125 * e.JiP3 * e.JiP3 / root) / (Tcr * Tcr);
-    }
-    if (s.models.EOSKode != eos_tovarn_ji_2) return;
-    // b = b0 (1 - JiB1 (1 - Tr)^2), the same for c and d
-    const double JiCd = JiCdOf(e.JiZc, e.JiOb), q = std::sqrt(JiCd * JiCd + 4.0 * JiCd);
-    const double b0 = e.JiOb * RGas * Tcr / s.substance.pcr;
-    const double c0 = 0.5 * (JiCd - q) * b0, d0 = 0.5 * (JiCd + q) * b0;
-    const double first = 2.0 * e.JiB1 * (1.0 - Tr) / Tcr, second = -2.0 * e.JiB1 / (Tcr * Tcr);
-    k.b1 = first * b0, k.c1 = first * c0, k.d1 = first * d0;
-    k.b2 = second * b0, k.c2 = second * c0, k.d2 = second * d0;
-}
-
-// B1 = dB/dT, B2 = d2B/dT2 of the virial family.
-VirialDerivatives virial_derivatives(const Session& s, double T, const CubicDerivatives& k) {
-    const int code = s.models.EOSKode;
-    VirialDerivatives r;
-    if (code == eos_virial_manual) {  // B = b0 - b1/T^m
-        const double m = s.eos.EOSm;
-        r.B1 = m * s.eos.EOSnb / std::pow(T, m + 1.0);
-        r.B2 = -(m + 1.0) * r.B1 / T;
-    } else if (code == eos_pitzer_curl) {
-        const double pcr = s.substance.pcr, omega = s.substance.omega;
-        const double Tr = T / s.substance.Tcr, u = 1.0 / Tr;
-        const double u2 = u * u, u3 = u2 * u, u8 = u3 * u3 * u2;
-        const double f0s = 0.33 * u + 0.277 * u2 + 0.0363 * u3;
-        const double f0t = 0.66 * u + 0.831 * u2 + 0.1452 * u3;
-        const double f1s = -0.46 * u + u2 + 0.291 * u3 + 0.0584 * u8;
-        const double f1t = -0.92 * u + 3.0 * u2 + 1.164 * u3 + 0.5256 * u8;
-        r.B1 = RGas / (Tr * pcr) * (f0s + omega * f1s);
-        r.B2 = -RGas / (Tr * pcr * T) * (f0t + omega * f1t);
-    } else {  // B = b - a/(R T)
-        const double aT = s.scratch.aT;
-        r.B1 = (aT / T - k.a1) / (RGas * T) + k.b1;
-        r.B2 = k.b2 - (2.0 * (aT / T - k.a1) + T * k.a2) / (RGas * T) / T;
-    }
-    return r;
-}
-
-void virial_real(const Session& s, int phase, double T, double p, double v, const VirialDerivatives& b,
-                 PhaseArrays& out) {
-    double* D = out.DerivA[phase];
-    double* D2 = out.Deriv2A[phase];
-    const double D1 = v - s.scratch.Bvirial;
-    D[dpdv_T] = -p * p / (RGas * T);
-    D[dpdT_v] = RGas * (T * b.B1 + D1) / (D1 * D1);
-    D[dvdp_T] = 1.0 / D[dpdv_T];
-    D[dvdT_p] = RGas / p + b.B1;
-    D[dTdv_p] = p / (p * b.B1 + RGas);
-    D[dTdp_v] = 1.0 / D[dpdT_v];
-    D2[d2pdv2] = 2.0 * RGas * T / (D1 * D1 * D1);
-    D2[d2vdT2] = b.B2;
-    // This form is the definition here; it is not the exact second derivative.
-    const double q = p / (p * b.B1 + RGas);
-    D2[d2Tdv2] = q * q * b.B2;
-}
-
-void cubic_real(const Session& s, int phase, double T, double v, const CubicDerivatives& k,
-                PhaseArrays& out) {
-    double* D = out.DerivA[phase];
-    double* D2 = out.Deriv2A[phase];
-    const double aT = s.scratch.aT, cT = s.scratch.cT, dT = s.scratch.dT;
-    const double Dv = v - s.scratch.bT, N = (v + cT) * (v + dT), M = 2.0 * v + cT + dT;
-    const double iD = 1.0 / Dv, iN = 1.0 / N;
-    const double iD2 = iD * iD, iD3 = iD2 * iD, iN2 = iN * iN, iN3 = iN2 * iN;
-    const double K = (v + dT) * k.c1 + (v + cT) * k.d1;
-    D[dpdv_T] = aT * M * iN2 - RGas * T * iD2;
-    D[dpdT_v] = aT * K * iN2 + RGas * (T * k.b1 + Dv) * iD2 - k.a1 * iN;
-    D[dvdp_T] = 1.0 / D[dpdv_T];
-    D[dvdT_p] = -D[dpdT_v] * D[dvdp_T];
-    D[dTdv_p] = 1.0 / D[dvdT_p];
-    D[dTdp_v] = 1.0 / D[dpdT_v];
-    D2[d2pdv2] =
-        2.0 * (RGas * T * iD3 - aT * (3.0 * v * (v + cT + dT) + (cT + dT) * (cT + dT) - cT * dT) * iN3);
-    const double w = D[dvdT_p], Q = 2.0 * w * v + K + w * (cT + dT);
-    const double G1 = RGas * ((T * k.b2 + w) * iD2 - 2.0 * (T * k.b1 + Dv) * (w - k.b1) * iD3) - k.a2 * iN +
-                      (((v + dT) * k.c2 + (v + cT) * k.d2 + w * (k.c1 + k.d1) + 2.0 * k.c1 * k.d1) * aT +
-                       (2.0 * (w * v + K) + w * (cT + dT)) * k.a1) *
-                          iN2 -
-                      Q * 2.0 * aT * K * iN3;
-    const double G2 = -RGas * (Dv - 2.0 * T * (w - k.b1)) * iD3 +
-                      ((2.0 * w + k.c1 + k.d1) * aT + M * k.a1) * iN2 - Q * 2.0 * aT * M * iN3;
-    D2[d2vdT2] = -(w * G2 + G1) * D[dvdp_T];
-    D2[d2Tdv2] = -(G1 * D[dTdv_p] + G2) * D[dTdp_v] * D[dTdv_p];
-}
-
-// ln phi and its first and second T-derivative at constant p.
-struct LnPhi {
-    double k0, k1, k2;
+// J = integral of dv/((v + c)(v + d)) from v to infinity = ln((v + d)/(v + c))/(d - c), and its T-derivatives
+// at v.
+struct AttractionIntegral {
+    double J = 0, J1 = 0, J2 = 0;
 };
 
-LnPhi virial_lnphi(const Session& s, double T, double p, const VirialDerivatives& b) {
-    const double B = s.scratch.Bvirial, RT = RGas * T, slope = b.B1 - B / T;
-    return {.k0 = B * p / RT, .k1 = p / RT * slope, .k2 = p / RT / T * (T * b.B2 - 2.0 * slope)};
-}
-
-// The logarithms are formed from differences that keep their digits where v is far above b:
-// R T/(p (v - b)) = 1 + a/(p N) on the isotherm, (v + d)/(v + c) = 1 + (d - c)/(v + c).
-LnPhi cubic_lnphi(const Session& s, double T, double p, double v, double w, double z,
-                  const CubicDerivatives& k) {
-    const Scratch& x = s.scratch;
-    const double b = x.bT, c = x.cT, d = x.dT, aR = x.aT / (RGas * T);
-    const double D = v - b, y = w - k.b1, iD = 1.0 / D, iD2 = iD * iD;
-    const double ratio = RGas * T / (p * D);
-    const double ln_ratio =
-        std::fabs(ratio - 1.0) < 1e-3 ? std::log1p(x.aT / (p * (v + c) * (v + d))) : std::log(ratio);
-    const double P0 = ln_ratio + b * iD;
-    const double P1 = 1.0 / T - (v * y - k.b1 * D) * iD2;
-    const double P2 =
-        -1.0 / (T * T) - (y * y + (z - k.b2) * v - k.b2 * D) * iD2 + 2.0 * (v * y - k.b1 * D) * y * iD2 * iD;
-    if (c == d) {
-        const double C = v + c, U = 2.0 * v + c, V = 2.0 * w + k.c1, Y = w + k.c1;
-        const double iC2 = 1.0 / (C * C), iC3 = iC2 / C;
-        LnPhi r;
-        r.k0 = P0 - aR * U * iC2;
-        r.k1 = P1 - (k.E1 * U + aR * V) * iC2 + 2.0 * aR * U * Y * iC3;
-        r.k2 = P2 - (k.E2 * U + 2.0 * k.E1 * V + aR * (2.0 * z + k.c2)) * iC2 +
-               2.0 * (k.E1 * U + aR * V) * Y * iC3 +
-               2.0 * (k.E1 * U * Y + aR * V * Y + aR * U * (z + k.c2)) * iC3 - 6.0 * aR * U * Y * Y * iC3 / C;
-        return r;
-    }
-    const double e = c - d, e1 = k.c1 - k.d1, e2 = k.c2 - k.d2;
-    const double C = v + c, Dd = v + d, iC = 1.0 / C, iDd = 1.0 / Dd, iC2 = iC * iC, iDd2 = iDd * iDd;
-    const double L = std::log1p(-e * iC) - c * iC + d * iDd, Q = aR / e, F = (k.E1 * e - aR * e1) / (e * e);
-    const double qa = k.d1 * (2.0 * v + d) + v * w, qb = k.c1 * (2.0 * v + c) + v * w;
-    const double Qab = qa * iDd2 - qb * iC2;
-    const double Ra = (z * v + w * w + k.d2 * (2.0 * v + d) + (2.0 * w + k.d1) * k.d1) * iDd2;
-    const double Rb = -2.0 * qa * (w + k.d1) * iDd2 * iDd;
-    const double Rc = -(z * v + w * w + k.c2 * (2.0 * v + c) + (2.0 * w + k.c1) * k.c1) * iC2;
-    const double Rd = 2.0 * qb * (w + k.c1) * iC2 * iC;
-    LnPhi r;
-    r.k0 = P0 + Q * L;
-    r.k1 = P1 + F * L + Q * Qab;
-    r.k2 = P2 + ((k.E2 * e - aR * e2) / (e * e) - 2.0 * F * e1 / e) * L + 2.0 * F * Qab +
-           Q * (Ra + Rb + Rc + Rd);
+// Series in q = ((d - c)/(2 w))^2 about w = v + (c + d)/2, which holds for c = d too:
+//     J = f(q)/w,  f = 1 + q/3 + q^2/5 + ...
+AttractionIntegral series_integral(const EosAtT& at, const CubicDerivatives& k, double v) {
+    const double e = at.d - at.c, iw = 1.0 / (v + 0.5 * (at.c + at.d)), half = 0.5 * e * iw, q = half * half;
+    const double f = 1.0 + q * (1.0 / 3.0 + q * (1.0 / 5.0 + q * (1.0 / 7.0 + q * (1.0 / 9.0 + q / 11.0))));
+    AttractionIntegral r{.J = f * iw};
+    if (k.c1 == 0.0 && k.d1 == 0.0 && k.c2 == 0.0 && k.d2 == 0.0) return r;
+    const double fq = 1.0 / 3.0 + q * (2.0 / 5.0 + q * (3.0 / 7.0 + q * (4.0 / 9.0 + q * 5.0 / 11.0)));
+    const double fqq = 2.0 / 5.0 + q * (6.0 / 7.0 + q * (12.0 / 9.0 + q * 20.0 / 11.0));
+    const double e1 = k.d1 - k.c1, e2 = k.d2 - k.c2;
+    const double w1 = 0.5 * (k.c1 + k.d1) * iw, w2 = 0.5 * (k.c2 + k.d2) * iw;  // of ln w
+    const double square1 = 0.5 * e * e1 * iw * iw;                              // of e^2/4 at w
+    const double square2 = 0.5 * (e1 * e1 + e * e2) * iw * iw;
+    const double q1 = square1 - 2.0 * q * w1;
+    const double q2 = square2 - 2.0 * square1 * w1 - 2.0 * q1 * w1 - 2.0 * q * (w2 - w1 * w1);
+    r.J1 = (fq * q1 - f * w1) * iw;
+    r.J2 = (fqq * q1 * q1 + fq * q2 - 2.0 * fq * q1 * w1 - f * w2 + 2.0 * f * w1 * w1) * iw;
     return r;
 }
 
-// Entries 7 to 10: what needs the ideal gas heat capacity.
-void real_heat_capacities(const Session& s, int phase, double T, double v, double cpId, PhaseArrays& out) {
-    const double* D = out.DerivA[phase];
-    double* F = out.FuncA[phase];
-    const double M = s.substance.MolMass;
-    F[fu_cp] = F[fu_cp_res] * RGas + cpId;
-    F[fu_dTdp_h] = (T * D[dvdT_p] - v) / F[fu_cp];
-    F[fu_cV] = F[fu_cp] - T * D[dpdT_v] * D[dvdT_p];
-    // w^2 = -v^2 (cp/cV) (dp/dv)_T/M, p in kPa: factor 1000
-    const double w2 = -F[fu_cp] / F[fu_cV] * D[dpdv_T] * 1000.0 * M;
-    F[fu_w] = F[fu_cV] != 0.0 && w2 > 0.0 && std::isfinite(w2) ? v / M * std::sqrt(w2) : 0.0;
+AttractionIntegral attraction_integral(const EosAtT& at, const CubicDerivatives& k, double v) {
+    const double e = at.d - at.c, C = v + at.c, D = v + at.d;
+    if (4e-3 * (C + D) * (C + D) > 4.0 * e * e) return series_integral(at, k, v);
+    const double ie = 1.0 / e;
+    AttractionIntegral r{.J = std::log(D / C) * ie};
+    if (k.c1 == 0.0 && k.d1 == 0.0 && k.c2 == 0.0 && k.d2 == 0.0) return r;
+    const double c1 = k.c1 / C, d1 = k.d1 / D, c2 = k.c2 / C, d2 = k.d2 / D;
+    const double e1 = k.d1 - k.c1, e2 = k.d2 - k.c2;
+    r.J1 = (d1 - c1 - r.J * e1) * ie;
+    r.J2 = (d2 - d1 * d1 - c2 + c1 * c1 - 2.0 * r.J1 * e1 - r.J * e2) * ie;
+    return r;
 }
 
-// ThermoFunc with the ideal gas heat capacity at T already known; false when v is at b or B.
-bool residual_functions(Session& s, int phase, double T, double p, double v, double cpId, PhaseArrays& out) {
-    const bool virial = s.models.VPhaseOnly;
-    EOSParT(s, T);
-    if (virial) s.scratch.Bvirial = VirialB(s, s.models.EOSKode, T);
-    const CubicDerivatives terms = CubicTerme(s, T);
-    const VirialDerivatives B = ThermoReal(s, phase, T, p, v, terms, out);
-    if (!virial && std::fabs(v - s.scratch.bT) < 1e-17) return false;
-    const double w = out.DerivA[phase][dvdT_p], z = out.Deriv2A[phase][d2vdT2];
-    const LnPhi k = virial ? virial_lnphi(s, T, p, B) : cubic_lnphi(s, T, p, v, w, z, terms);
-    double* F = out.FuncA[phase];
-    F[fu_lnphi] = k.k0;
-    F[fu_dlnphidT] = k.k1;
-    F[fu_d2lnphidT2] = k.k2;
-    F[fu_s_res] = -k.k0 - T * k.k1;
-    F[fu_h_res] = -T * T * k.k1;
-    F[fu_g_res] = T * k.k0;
-    F[fu_cp_res] = -T * (2.0 * k.k1 + T * k.k2);
-    if (cpId > 0.0) real_heat_capacities(s, phase, T, v, cpId, out);
-    return true;
+// What an equation of state says of one phase. Residual functions are differences to the ideal gas at T, p.
+struct Residual {
+    Reason reason = Reason::none;
+    bool critical = false;    // (dp/dv)_T is 0 within rounding
+    double p_v = 0, p_T = 0;  // (dp/dv)_T, (dp/dT)_v
+    double v_T = 0;           // (dv/dT)_p
+    double lnphi = 0;
+    double h = 0, s = 0;    // h_res/R [K], s_res/R
+    double cp = 0, cV = 0;  // cp_res/R, cV_res/R
+    double throttle = 0;    // T (dv/dT)_p - v
+};
+
+// The cubic equation at T, v in parts that keep their digits where v is far above b: with D = v - b,
+// N = (v + c)(v + d)
+//     (dp/dT)_v = R (1 + x)/D,    (dp/dv)_T = -R T Y/D^2,  Y = 1 - y
+struct CubicParts {
+    double iT, iRT;
+    double D, iD, iN, M, K;  // M = dN/dv, K = dN/dT at v
+    double aN;               // a/N
+    double x, y, Y;
+    CubicParts(const EosAtT& at, const CubicDerivatives& k, double v)
+        : iT(1.0 / at.T),
+          iRT(InvR * iT),
+          D(v - at.b),
+          iD(1.0 / D),
+          iN(1.0 / ((v + at.c) * (v + at.d))),
+          M(2.0 * v + at.c + at.d),
+          K((v + at.d) * k.c1 + (v + at.c) * k.d1),
+          aN(at.a * iN) {
+        x = at.T * k.b1 * iD + (aN * K - k.a1) * iN * D * InvR;
+        y = aN * M * iN * D * D * iRT;
+        Y = 1.0 - y;
+    }
+};
+
+// From the residual Helmholtz energy A(T, v) = -R T ln((v - b)/v) - a J:
+//     h_res = p v - R T + T (a J)' - a J - R T^2 b'/(v - b)
+//     s_res = R ln(p (v - b)/(R T)) + (a J)' - R T b'/(v - b)
+//     cV_res = T (a J)'' - R T (2 b' + T b'')/(v - b) - R (T b'/(v - b))^2
+//     cp - cV = -T (dp/dT)_v^2/(dp/dv)_T
+Residual cubic_residual(const EosAtT& at, const CubicDerivatives& k, const CubicParts& q, double p,
+                        double v) {
+    const double T = at.T, RT = RGas * T;
+    const AttractionIntegral J = attraction_integral(at, k, v);
+    const double aJ = at.a * J.J, aJ1 = k.a1 * J.J + at.a * J.J1;
+    const double aJ2 = k.a2 * J.J + 2.0 * k.a1 * J.J1 + at.a * J.J2;
+    const double Tb = T * k.b1 * q.iD;
+    // Z - 1: of a thin gas from terms that keep their digits, of a dense fluid, whose v - b has lost some,
+    // from p v
+    const bool dense = p > 0.0 && v < 8.0 * at.b;
+    const double excess = dense ? p * v * q.iRT - 1.0 : at.b * q.iD - v * q.aN * q.iRT;
+    Residual r;
+    r.p_T = RGas * (1.0 + q.x) * q.iD;
+    r.p_v = -RT * q.Y * q.iD * q.iD;
+    r.h = T * (excess - Tb) + (T * aJ1 - aJ) * InvR;
+    r.cV = T * aJ2 * InvR - Tb * (2.0 + Tb) - T * T * k.b2 * q.iD;
+    if (p > 0.0) {
+        // R T/(p (v - b)) = 1 + a/(p N) on the isotherm
+        const double ip = 1.0 / p, small = q.aN * ip;
+        const double ln_ratio = small < 1e-3 ? std::log1p(small) : std::log(RT * q.iD * ip);
+        r.lnphi = excess + ln_ratio - aJ * q.iRT;
+        r.s = aJ1 * InvR - ln_ratio - Tb;
+    } else {
+        r.lnphi = NaN;
+        r.s = NaN;
+    }
+    r.critical = std::fabs(q.Y) < SmallestY;
+    if (r.critical) {
+        r.cp = NaN;
+        r.v_T = NaN;
+        r.throttle = NaN;
+    } else {
+        const double iY = 1.0 / q.Y;
+        r.cp = r.cV + (q.x * (2.0 + q.x) + q.y) * iY;
+        r.v_T = (1.0 + q.x) * q.D * iY * q.iT;
+        r.throttle = (q.x * q.D + v * q.y - at.b) * iY;
+    }
+    return r;
 }
 
-bool finite(const StateFunctions& f) {
-    return std::isfinite(f.h) && std::isfinite(f.s) && std::isfinite(f.u) && std::isfinite(f.cp) &&
-           std::isfinite(f.cV);
+// v = R T/p + B:  ln phi = B p/(R T) and its T-derivatives.
+Residual virial_residual(const VirialDerivatives& B, double T, double p, double v) {
+    const double D = v - B.B, TB = T * B.B1, pRT = p / (RGas * T), pR = p / RGas;
+    const double X = 1.0 + TB / D;
+    Residual r;
+    r.p_v = -p * pRT;
+    r.p_T = RGas * X / D;
+    r.v_T = RGas / p + B.B1;
+    r.lnphi = B.B * pRT;
+    r.h = (B.B - TB) * pR;
+    r.s = -B.B1 * pR;
+    r.cp = -T * B.B2 * pR;
+    r.cV = r.cp + 1.0 - T * r.p_T * r.v_T / RGas;
+    r.throttle = TB - B.B;
+    return r;
 }
 
-EnvironmentPhase environment_phase(Session& s, int phase, double v) {
-    const double T = s.reference.TEnv, p = s.reference.pEnv;
-    PhaseArrays arrays;
-    const StateFunctions f = phase_functions(s, phase, T, p, v, arrays);
-    return {.h = f.h, .u = f.u, .s = f.s, .v = v};
+// What the equation of state is made of at the T of a state.
+struct PhaseState {
+    EosTerms terms;
+    VirialDerivatives B;
+};
+
+Reason refusal(const Fluid& fluid, double T, double v) {
+    if (!fluid.has_eos()) return fluid.eos_reason;
+    if (!(T >= TinyT) || !std::isfinite(T)) return Reason::T_not_positive;
+    if (!(v > 0.0) || !std::isfinite(v)) return Reason::volume_not_positive;
+    return Reason::none;
 }
 
-// The two cp(idG) sets and the constants of the substance that an environment state depends on.
-std::array<float, 14> substance_key(const SubstanceConstants& k) {
-    std::array<float, 14> key{};
-    for (std::size_t i = 0; i < 5; ++i) key[i] = k.cpPoly[i], key[i + 5] = k.cpDIPPR[i];
-    key[10] = k.MolMass, key[11] = k.dfH0, key[12] = k.dfG0, key[13] = k.S0abs;
-    return key;
+Residual residual_of(const Fluid& fluid, double T, double p, double v, PhaseState& state) {
+    Residual r;
+    r.reason = refusal(fluid, T, v);
+    if (r.reason != Reason::none) return r;
+    if (fluid.VPhaseOnly) {
+        state.B = virial_derivatives(fluid, T);
+        if (!(v - state.B.B > SmallestD)) {
+            r.reason = Reason::volume_below_B;
+        } else if (!(p > 0.0)) {
+            r.reason = Reason::p_not_positive;
+        } else {
+            r = virial_residual(state.B, T, p, v);
+        }
+        return r;
+    }
+    state.terms = EOSTerme(fluid, T);
+    const auto& [at, k] = state.terms;
+    if (!(v - at.b > SmallestD)) {
+        r.reason = Reason::volume_below_b;
+        return r;
+    }
+    return cubic_residual(at, k, CubicParts(at, k, v), p, v);
 }
 
-bool same_selection(const EnvironmentCache& c, const Session& s) {
-    const SubstanceConstants& k = s.substance;
-    return c.valid && c.Tcr == k.Tcr && c.pcr == k.pcr && c.omega == k.omega &&
-           c.EOSKode == s.models.EOSKode && c.cpKode == s.models.cpKode &&
-           c.VPhaseOnly == s.models.VPhaseOnly && c.eos == s.eos && c.reference == s.reference &&
-           c.substance == substance_key(k);
+// cp, cV [kJ/(kmol K)] and w [m/s] from the residual heat capacities and cp(idG).
+struct HeatCapacities {
+    double cp = NaN, cV = NaN, w = NaN;
+};
+
+// w^2 = -v^2 (cp/cV) (dp/dv)_T/M, p in kPa: factor 1000
+HeatCapacities heat_capacities(const Fluid& fluid, const Residual& res, double v, double cpId) {
+    HeatCapacities r;
+    if (!(cpId > 0.0)) return r;
+    r.cV = cpId - RGas + RGas * res.cV;
+    if (res.critical) return r;
+    r.cp = cpId + RGas * res.cp;
+    if (r.cp > 0.0 && r.cV > 0.0 && res.p_v < 0.0 && fluid.M > 0.0)
+        r.w = v / fluid.M * std::sqrt(-r.cp / r.cV * res.p_v * 1000.0 * fluid.M);
+    return r;
+}
+
+// Why one of them is absent.
+Reason absence(const HeatCapacities& heat, double p_v) {
+    if (!std::isnan(heat.w)) return Reason::none;
+    if (std::isnan(heat.cV)) return Reason::ideal_gas_range;
+    if (std::isnan(heat.cp)) return Reason::critical_point;
+    if (p_v >= 0.0) return Reason::unstable;
+    return heat.cp > 0.0 && heat.cV > 0.0 ? Reason::no_molar_mass : Reason::cp_not_positive;
+}
+
+// Second derivatives of the cubic equation, in the parts of CubicParts:
+//     (d2p/dT2)_v = R u1/(T D),  d2p/(dv dT) = -R (1 + u2)/D^2,  (d2p/dv2)_T = 2 R T (1 - u3)/D^3
+//     (d2v/dT2)_p = -(p_TT + 2 p_vT v_T + p_vv v_T^2)/p_v
+//     (d2T/dv2)_p = -(p_vv + 2 p_vT T_v + p_TT T_v^2)/p_T
+void cubic_second(const EosAtT& at, const CubicDerivatives& k, const CubicParts& q, bool critical, double v,
+                  PhaseArrays& out) {
+    const double T = at.T, iT = q.iT, a = at.a, iN = q.iN, iN2 = iN * iN, sum = at.c + at.d;
+    const double Tb = T * k.b1 * q.iD, Kt = (v + at.d) * k.c2 + (v + at.c) * k.d2 + 2.0 * k.c1 * k.d1;
+    const double attraction = -k.a2 + (2.0 * k.a1 * q.K + a * Kt) * iN - 2.0 * a * q.K * q.K * iN2;
+    const double u1 = 2.0 * Tb * (1.0 + Tb) + T * T * k.b2 * q.iD + attraction * iN * T * q.D * InvR;
+    const double mixed = k.a1 * q.M + a * (k.c1 + k.d1) - 2.0 * a * q.M * q.K * iN;
+    const double u2 = 2.0 * Tb - mixed * iN2 * q.D * q.D * InvR;
+    const double bend = a * (3.0 * v * (v + sum) + sum * sum - at.c * at.d) * iN2 * iN;
+    const double u3 = bend * q.D * q.D * q.D * q.iRT;
+    const double X = 1.0 + q.x, iD2 = q.iD * q.iD, RD = RGas * iD2;
+    const double p_vv = 2.0 * RD * T * q.iD * (1.0 - u3), p_vT = -RD * (1.0 + u2),
+                 p_TT = RGas * u1 * q.iD * iT;
+    out.Deriv2A[d2pdv2] = p_vv;
+    const double T_v = T * q.Y / (q.D * X), p_T = RGas * X * q.iD;
+    out.Deriv2A[d2Tdv2] = -(p_vv + (2.0 * p_vT + p_TT * T_v) * T_v) / p_T;
+    if (critical) return;
+    // (1 - u3) X/Y - 1 - u2 without the terms that cancel
+    const double iY = 1.0 / q.Y, rest = (q.x - u3 * X + q.y - u2 * q.Y) * iY;
+    out.Deriv2A[d2vdT2] = q.D * iY * iT * iT * (u1 + 2.0 * X * iY * rest);
+}
+
+void drop_infinite(double* first, std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i) {
+        if (std::isinf(first[i])) first[i] = NaN;
+    }
+}
+
+// Absolute functions of one phase without exergies, cp, cV and w, with cp(idG).
+StateFunctions absolute_functions(const Fluid& fluid, double T, double p, double v, const Residual& res) {
+    StateFunctions f;
+    f.reason = res.reason;
+    if (f.reason != Reason::none) return f;
+    f.v = v;
+    f.lnphi = res.lnphi;
+    f.reason = fluid.ideal_gas.reason;
+    if (f.reason != Reason::none) return f;
+    const IdealGas id = IdGasFunc(fluid, T, p);
+    f.reason = id.reason;
+    if (f.reason != Reason::none) return f;
+    f.cpId = id.cp;
+    f.h = id.h + RGas * res.h;
+    f.u = f.h - p * v;
+    f.s = id.s + RGas * res.s;
+    f.g = f.h - T * f.s;
+    f.a = f.g - p * v;
+    return f;
+}
+
+void add_heat_capacities(const HeatCapacities& heat, double p, double p_v, StateFunctions& f) {
+    if (f.reason != Reason::none) return;
+    f.cp = heat.cp;
+    f.cV = heat.cV;
+    f.w = heat.w;
+    f.reason = p > 0.0 ? absence(heat, p_v) : Reason::p_not_positive;
+}
+
+StateFunctions phase_functions(const Fluid& fluid, double T, double p, double v) {
+    PhaseState state;
+    const Residual res = residual_of(fluid, T, p, v, state);
+    StateFunctions f = absolute_functions(fluid, T, p, v, res);
+    add_heat_capacities(heat_capacities(fluid, res, v, f.cpId), p, res.p_v, f);
+    return f;
 }
 
 // eH = (h - hE) - (s - sE) TEnv, eU = (u - uE) - (s - sE) TEnv + (v - vE) pEnv
-void add_exergies(const Session& s, const EnvironmentPhase& env, StateFunctions& f) {
-    const double T = s.reference.TEnv, p = s.reference.pEnv;
-    f.eH = (f.h - env.h) - (f.s - env.s) * T;
-    f.eU = (f.u - env.u) - (f.s - env.s) * T + (f.v - env.v) * p;
+void add_exergies(const Environment& environment, const EnvironmentPhase& at, StateFunctions& f) {
+    f.exergy_reason = environment.reason;
+    if (f.exergy_reason != Reason::none) return;
+    f.eH = (f.h - at.h) - (f.s - at.s) * environment.T;
+    f.eU = (f.u - at.u) - (f.s - at.s) * environment.T + (f.v - at.v) * environment.p;
+    if (std::isnan(f.eH)) f.exergy_reason = f.reason;
+}
+
+const EnvironmentPhase& environment_phase(const Environment& environment) {
+    return environment.hasV ? environment.V : environment.L;
 }
 
 }  // namespace
 
-CubicDerivatives CubicTerme(const Session& s, double T) {
-    const EosBlock& e = s.eos;
-    const Scratch& x = s.scratch;
-    CubicDerivatives k;
-    if (is_ji(s.models.EOSKode)) {
-        ji_terms(s, T, k);
-    } else if (s.models.EOSKode != eos_virial_manual) {
-        if (e.AlphaForm == 2) {
-            const double Tcr = s.substance.Tcr, m = e.EOSna;
-            const double A = 1.0 + m * (1.0 - std::sqrt(T / Tcr));
-            const double A1 = -0.5 * m * std::sqrt(1.0 / (Tcr * T)), A2 = -0.5 * A1 / T;
-            k.a1 = 2.0 * e.EOSa * A * A1;
-            k.a2 = 2.0 * e.EOSa * (A2 * A + A1 * A1);
-        } else {
-            k.a1 = e.EOSna * x.aT / T, k.a2 = (e.EOSna - 1.0) * k.a1 / T;
-        }
-        k.b1 = e.EOSnb * x.bT / T, k.b2 = (e.EOSnb - 1.0) * k.b1 / T;
-        k.c1 = e.EOSnc * x.cT / T, k.c2 = (e.EOSnc - 1.0) * k.c1 / T;
-        k.d1 = e.EOSnd * x.dT / T, k.d2 = (e.EOSnd - 1.0) * k.d1 / T;
+PhaseArrays::PhaseArrays() {
+    std::fill_n(DerivA, 7, NaN);
+    std::fill_n(Deriv2A, 6, NaN);
+    std::fill_n(CoefA, 4, NaN);
+    std::fill_n(FuncA, 11, NaN);
+}
+
+StateFunctions::StateFunctions()
+    : v(NaN),
+      h(NaN),
+      u(NaN),
+      s(NaN),
+      g(NaN),
+      a(NaN),
+      eH(NaN),
+      eU(NaN),
+      cp(NaN),
+      cV(NaN),
+      cpId(NaN),
+      w(NaN),
+      lnphi(NaN) {}
+
+PhaseArrays ThermoFunc(const Fluid& fluid, double T, double p, double v) {
+    PhaseArrays out;
+    PhaseState state;
+    const Residual res = residual_of(fluid, T, p, v, state);
+    if (res.reason != Reason::none) return out;
+    double* D = out.DerivA;
+    D[dpdv_T] = res.p_v;
+    D[dpdT_v] = res.p_T;
+    D[dTdp_v] = 1.0 / res.p_T;
+    D[dTdv_p] = -res.p_v / res.p_T;
+    if (!res.critical) {
+        D[dvdp_T] = 1.0 / res.p_v;
+        D[dvdT_p] = res.v_T;
     }
-    // a/(R T): first and second T-derivative
-    const double lag = T * k.a1 - x.aT;
-    k.E1 = lag / (RGas * T * T);
-    k.E2 = (T * T * k.a2 - 2.0 * lag) / (RGas * T * T * T);
-    return k;
-}
-
-VirialDerivatives ThermoReal(Session& s, int phase, double T, double p, double v,
-                             const CubicDerivatives& terms, PhaseArrays& out) {
-    if (s.models.VPhaseOnly) {
-        if (std::fabs(v - s.scratch.Bvirial) < 1e-11) return {};
-        const VirialDerivatives b = virial_derivatives(s, T, terms);
-        virial_real(s, phase, T, p, v, b, out);
-        return b;
-    }
-    if (std::fabs(v - s.scratch.bT) < 1e-11) return {};
-    cubic_real(s, phase, T, v, terms, out);
-    return {};
-}
-
-void ThermoFunc(Session& s, int phase, double T, double p, double v, PhaseArrays& out) {
-    const CpResult cp = cpIdG(s, T, s.models.cpKode);
-    residual_functions(s, phase, T, p, v, cp.err ? 0.0 : static_cast<double>(cp.cp), out);
-}
-
-void ExpansionKoeff(int phase, double p, double v, PhaseArrays& out) {
-    const double* D = out.DerivA[phase];
-    double* C = out.CoefA[phase];
-    C[coef_alpha] = D[dvdT_p] / v;
-    C[coef_chi] = -D[dvdp_T] / v;
-    C[coef_beta] = D[dpdT_v] / p;
-}
-
-StateFunctions phase_functions(Session& s, int phase, double T, double p, double v, PhaseArrays& arrays) {
-    StateFunctions f;
-    const IdealGas id = IdGasFunc(s, T, p);
-    if (id.err) {
-        f.err = -1;
-        return f;
-    }
-    residual_functions(s, phase, T, p, v, id.cp, arrays);
-    const double* F = arrays.FuncA[phase];
-    f.v = v;
-    f.cpId = id.cp;
-    f.h = id.h + RGas * F[fu_h_res];
-    f.s = id.s + RGas * F[fu_s_res];
-    f.u = f.h - p * v;
-    f.g = f.h - T * f.s;
-    f.a = f.g - p * v;
-    f.cp = F[fu_cp], f.cV = F[fu_cV], f.w = F[fu_w];
-    if (!finite(f)) {
-        f = {};
-        f.err = -1;
-    }
-    return f;
-}
-
-const EnvironmentCache& environment_state(Session& s) {
-    if (same_selection(s.environment, s)) return s.environment;
-    EnvironmentCache c;
-    const Scratch before = s.scratch;
-    const double T = s.reference.TEnv, p = s.reference.pEnv;
-    const IdealGas id = IdGasFunc(s, T, p);
-    const VolumeResult volume = VolumeTp(s, T, p);
-    c.err = id.err || volume.err ? std::int16_t{-1} : std::int16_t{0};
-    c.hasL = volume.LFlag, c.hasV = volume.VFlag;
-    if (c.err == 0) {
-        if (c.hasL) c.L = environment_phase(s, phase_L, volume.vL);
-        if (c.hasV) c.V = environment_phase(s, phase_V, volume.vV);
-        if (!c.hasL) c.L = c.V;
-        if (!c.hasV) c.V = c.L;
-    }
-    s.scratch = before;
-    c.EOSKode = s.models.EOSKode, c.cpKode = s.models.cpKode, c.VPhaseOnly = s.models.VPhaseOnly;
-    c.eos = s.eos, c.reference = s.reference;
-    c.Tcr = s.substance.Tcr, c.pcr = s.substance.pcr, c.omega = s.substance.omega;
-    c.substance = substance_key(s.substance);
-    c.valid = true;
-    s.environment = c;
-    return s.environment;
-}
-
-StateFunctions state_functions(Session& s, int phase, double T, double p, double v, PhaseArrays& arrays) {
-    StateFunctions f = phase_functions(s, phase, T, p, v, arrays);
-    if (f.err) return f;
-    const EnvironmentCache& env = environment_state(s);
-    if (env.err) {
-        f.err = -1;
-        f.environment_failed = true;
+    if (fluid.VPhaseOnly) {
+        const double v_B = v - state.B.B, slope = p / (p * state.B.B1 + RGas);
+        D[dTdv_p] = slope;
+        out.Deriv2A[d2pdv2] = 2.0 * RGas * T / (v_B * v_B * v_B);
+        out.Deriv2A[d2vdT2] = state.B.B2;
+        // This form is the definition here; it is not the exact second derivative.
+        out.Deriv2A[d2Tdv2] = slope * slope * state.B.B2;
     } else {
-        add_exergies(s, env.hasV ? env.V : env.L, f);
+        const auto& [at, k] = state.terms;
+        cubic_second(at, k, CubicParts(at, k, v), res.critical, v, out);
     }
+    out.CoefA[coef_alpha] = D[dvdT_p] / v;
+    out.CoefA[coef_chi] = -D[dvdp_T] / v;
+    out.CoefA[coef_beta] = D[dpdT_v] / p;
+    double* F = out.FuncA;
+    F[fu_lnphi] = res.lnphi;
+    F[fu_dlnphidT] = -res.h / (T * T);
+    F[fu_d2lnphidT2] = (2.0 * res.h / T - res.cp) / (T * T);
+    F[fu_s_res] = res.s;
+    F[fu_h_res] = res.h;
+    F[fu_g_res] = T * res.lnphi;
+    F[fu_cp_res] = res.cp;
+    const CpResult cpId = cpIdG(fluid.substance, T, fluid.models.cpKode);
+    if (cpId.reason == Reason::none && cpId.cp > 0.0f) {
+        const HeatCapacities heat = heat_capacities(fluid, res, v, static_cast<double>(cpId.cp));
+        F[fu_cp] = heat.cp;
+        F[fu_cV] = heat.cV;
+        F[fu_w] = heat.w;
+        F[fu_dTdp_h] = res.throttle / heat.cp;
+    }
+    drop_infinite(out.DerivA, 7);
+    drop_infinite(out.Deriv2A, 6);
+    drop_infinite(out.CoefA, 4);
+    drop_infinite(out.FuncA, 11);
+    return out;
+}
+
+StateFunctions ThermoState(const Fluid& fluid, double T, double p, double v) {
+    StateFunctions f = phase_functions(fluid, T, p, v);
+    add_exergies(fluid.environment, environment_phase(fluid.environment), f);
     return f;
 }
 
-StateFunctions ThermoState(Session& s, double T, double p, double v, int phase) {
-    PhaseArrays arrays;
-    const StateFunctions f = state_functions(s, phase, T, p, v, arrays);
-    if (f.err && !f.environment_failed) return f;
-    EOSParT(s, T);
-    pLV_EOS(s, T);
+StateFunctions state_functions(const Fluid& fluid, double T, double p, double v, const PhaseArrays& arrays) {
+    const double* F = arrays.FuncA;
+    Residual res;
+    res.reason = refusal(fluid, T, v);
+    if (res.reason == Reason::none && std::isnan(F[fu_h_res]))
+        res.reason = fluid.VPhaseOnly ? Reason::volume_below_B : Reason::volume_below_b;
+    res.lnphi = F[fu_lnphi];
+    res.h = F[fu_h_res];
+    res.s = F[fu_s_res];
+    StateFunctions f = absolute_functions(fluid, T, p, v, res);
+    add_heat_capacities({.cp = F[fu_cp], .cV = F[fu_cV], .w = F[fu_w]}, p, arrays.DerivA[dpdv_T], f);
+    add_exergies(fluid.environment, environment_phase(fluid.environment), f);
     return f;
 }
 
-SaturatedFunctions ThermoSat(Session& s, double T) {
+SaturatedFunctions ThermoSat(const Fluid& fluid, double T) {
     SaturatedFunctions r;
-    const double Tcr = s.substance.Tcr;
-    EOSParT(s, T);
-    const Saturation sat = pLV_EOS(s, T);
-    r.p = sat.value;
-    if (sat.err) {
-        r.err = -1;
-        return r;
-    }
-    double vL = 0.0, vV = 0.0;
-    if (T == Tcr && s.eos.rhocrEOS > 0.0) {
-        vL = vV = static_cast<double>(s.substance.MolMass) / s.eos.rhocrEOS;
-    } else {
-        const VolumeResult volume = VolumeTp(s, T, r.p);
-        if (volume.err || !(volume.vL > 0.0) || !(volume.vV > 0.0)) {
-            r.err = -1;
-            return r;
-        }
-        vL = volume.vL, vV = volume.vV;
-    }
-    PhaseArrays arrays;
-    r.L = phase_functions(s, phase_L, T, r.p, vL, arrays);
-    r.V = phase_functions(s, phase_V, T, r.p, vV, arrays);
-    if (r.L.err || r.V.err) {
-        r.err = -1;
-        return r;
-    }
-    const EnvironmentCache& env = environment_state(s);
-    if (env.err) {
-        r.err = -1;
-        r.L.environment_failed = r.V.environment_failed = true;
-    } else {
-        add_exergies(s, env.L, r.L);
-        add_exergies(s, env.V, r.V);
-    }
-    EOSParT(s, T);
+    const Saturation sat = pLV_EOS(fluid, T);
+    r.reason = sat.reason;
+    if (!sat.found()) return r;
+    r.p = sat.p;
+    const bool critical = T == fluid.substance.Tcr;
+    const auto phase = [&](double v, const EnvironmentPhase& environment) {
+        StateFunctions f = phase_functions(fluid, T, r.p, critical ? fluid.eos.vcrEOS : v);
+        f.w = NaN;
+        add_exergies(fluid.environment, environment, f);
+        return f;
+    };
+    r.L = phase(sat.vL, fluid.environment.L);
+    r.V = phase(sat.vV, fluid.environment.V);
+    r.reason = r.L.reason != Reason::none ? r.L.reason : r.V.reason;
+    return r;
+}
+
+Environment make_environment(const Fluid& fluid) {
+    Environment r;
+    r.T = fluid.reference.TEnv;
+    r.p = fluid.reference.pEnv;
+    const VolumeResult volume = VolumeTp(fluid, r.T, r.p);
+    if (volume.reason != Reason::none) return r;
+    r.hasL = volume.LFlag;
+    r.hasV = volume.VFlag;
+    r.reason = Reason::none;
+    const auto phase = [&](double v) {
+        const StateFunctions f = phase_functions(fluid, r.T, r.p, v);
+        if (std::isnan(f.h) || std::isnan(f.s)) r.reason = Reason::no_environment;
+        return EnvironmentPhase{.h = f.h, .u = f.u, .s = f.s, .v = v};
+    };
+    if (r.hasL) r.L = phase(volume.vL);
+    if (r.hasV) r.V = phase(volume.vV);
+    if (!r.hasL) r.L = r.V;
+    if (!r.hasV) r.V = r.L;
     return r;
 }
 

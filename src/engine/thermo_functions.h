@@ -1,8 +1,10 @@
 // Derivatives of the equation of state, residual and absolute thermodynamic functions of one phase.
 #pragma once
-#include <cstdint>
+#include <optional>
 
-#include "session/session.h"
+#include "engine/eos_parameters.h"
+#include "engine/fluid.h"
+#include "engine/volume_solver.h"
 
 namespace quom {
 
@@ -26,63 +28,58 @@ enum FuncEntry : int {
     fu_w = 10,          // speed of sound [m/s]
 };
 
-// Result arrays, first index the phase. The caller owns and zeroes them (value initialisation does).
+// Result arrays of one phase, by the entries above. An entry that does not exist there is NaN: functions of
+// ln p at p <= 0, cp, w and what is built on them where (dp/dv)_T is 0 within rounding, 7 to 10 without
+// cp(idG), w where cp or cV is not above 0. Index 0 of DerivA, Deriv2A, CoefA and 2, 3 of Deriv2A are not in
+// use.
 struct PhaseArrays {
-    double DerivA[2][7]{};
-    double Deriv2A[2][6]{};
-    double CoefA[2][4]{};
-    double FuncA[2][11]{};
+    double DerivA[7];
+    double Deriv2A[6];
+    double CoefA[4];
+    double FuncA[11];
+    PhaseArrays();  // all NaN
 };
 
-// First and second T-derivatives of a, b, c, d, and of a/(R T): E1, E2. Needs EOSParT(T) before.
-struct CubicDerivatives {
-    double a1 = 0, a2 = 0, b1 = 0, b2 = 0, c1 = 0, c2 = 0, d1 = 0, d2 = 0, E1 = 0, E2 = 0;
-};
-CubicDerivatives CubicTerme(const Session& s, double T);
+// One phase at T [K], v [m^3/kmol]; p [kPa] is that of the state.
+//
+// All arrays are filled, CoefA (ExpansionKoeff) too: alpha = (dv/dT)_p/v, chi = -(dv/dp)_T/v,
+// beta = (dp/dT)_v/p.
+PhaseArrays ThermoFunc(const Fluid& fluid, double T, double p, double v);
 
-struct VirialDerivatives {
-    double B1 = 0, B2 = 0;  // dB/dT [m^3/(kmol K)], d2B/dT2
-};
-// Fills DerivA and Deriv2A of the phase at T [K], p [kPa], v [m^3/kmol]; leaves them where v is at b or B.
-VirialDerivatives ThermoReal(Session& s, int phase, double T, double p, double v,
-                             const CubicDerivatives& terms, PhaseArrays& out);
-
-// Fills DerivA, Deriv2A and FuncA of the phase; entries 7 to 10 of FuncA stay without a cp(idG).
-// Leaves aT .. dT (and Bvirial) of T.
-void ThermoFunc(Session& s, int phase, double T, double p, double v, PhaseArrays& out);
-
-// Fills CoefA of the phase from DerivA.
-void ExpansionKoeff(int phase, double p, double v, PhaseArrays& out);
-
-// Absolute functions of one phase: [kJ/kmol], [kJ/(kmol K)], w [m/s], v [m^3/kmol].
+// Absolute functions of one phase. A function that does not exist there is NaN; reason tells the first cause.
+// Where it is p_not_positive, s, g, a, the exergies and ln phi are absent alone; critical_point: cp and w;
+// unstable, cp_not_positive: w; ideal_gas_range with h: cp, cV and w.
 struct StateFunctions {
-    double v = 0, h = 0, u = 0, s = 0, g = 0, a = 0;
-    double eH = 0, eU = 0;  // exergies of h and u
-    double cp = 0, cV = 0, cpId = 0, w = 0;
-    std::int16_t err = 0;             // -1: no ideal gas function here, or no environment state
-    bool environment_failed = false;  // h to w are set, only eH, eU are missing
+    double v, h, u, s, g, a;  // [m^3/kmol], [kJ/kmol], [kJ/(kmol K)]
+    double eH, eU;            // exergies of h and u [kJ/kmol]
+    double cp, cV, cpId, w;   // [kJ/(kmol K)], w [m/s]
+    double lnphi;
+    Reason reason = Reason::none;         // why h .. w are absent
+    Reason exergy_reason = Reason::none;  // why eH, eU are absent
+    StateFunctions();                     // all NaN
+    std::int16_t err() const { return err_of(reason); }
 };
 
-// Absolute functions of one phase without exergies and without touching the roots of the scratch; the arrays
-// of the phase are filled.
-StateFunctions phase_functions(Session& s, int phase, double T, double p, double v, PhaseArrays& arrays);
+// Absolute functions with exergies at T [K], p [kPa], v [m^3/kmol]. Where the environment has both phases its
+// V-phase stands for it.
+//     h = h_idG + R k4, u = h - p v, s = s_idG + R k3, g = h - T s, a = g - p v
+//     eH = (h - hE) - (s - sE) TEnv, eU = (u - uE) - (s - sE) TEnv + (v - vE) pEnv
+StateFunctions ThermoState(const Fluid& fluid, double T, double p, double v);
 
-// The same with exergies.
-StateFunctions state_functions(Session& s, int phase, double T, double p, double v, PhaseArrays& arrays);
+// The same from arrays that are there already.
+StateFunctions state_functions(const Fluid& fluid, double T, double p, double v, const PhaseArrays& arrays);
 
-// Absolute functions with exergies of one phase at T [K], p [kPa], v [m^3/kmol]. Leaves the scratch valid for
-// T: a(T) .. d(T), and the saturation roots below Tcr.
-StateFunctions ThermoState(Session& s, double T, double p, double v, int phase);
-
-// Both saturated phases at T [K] under the GLOBAL concept. w is 0.
+// Both saturated phases at T [K] under the GLOBAL concept: exergies of L by the L-phase of the environment,
+// of V by its V-phase. w is NaN.
 struct SaturatedFunctions {
     StateFunctions L, V;
     double p = 0;  // p(LV) [kPa]
-    std::int16_t err = 0;
+    Reason reason = Reason::none;
+    std::int16_t err() const { return err_of(reason); }
 };
-SaturatedFunctions ThermoSat(Session& s, double T);
+SaturatedFunctions ThermoSat(const Fluid& fluid, double T);
 
-// State of the environment TEnv, pEnv by the models in force, evaluated once per selection.
-const EnvironmentCache& environment_state(Session& s);
+// State of the environment of a fluid whose other fields are set; called by make_fluid.
+Environment make_environment(const Fluid& fluid);
 
 }  // namespace quom

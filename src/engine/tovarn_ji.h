@@ -3,13 +3,13 @@
 #include <string>
 #include <string_view>
 
-#include "session/session.h"
+#include "engine/models.h"
 
 namespace quom {
 
 // Reads a parameter file of comma-separated values: a line with one field, then a line with a number that is
-// ignored, JiP3, JiP4, JiP5, JiZc and, for code 8, JiB1. Returns the fault, empty when good; a fault leaves
-// the block as it was.
-std::string ReadDjipar(std::string_view bytes, int code, EosBlock& block);
+// ignored, JiP3, JiP4, JiP5, JiZc and, for tovarn_ji_2, JiB1. Returns the fault, empty when good; a fault
+// leaves the input as it was.
+std::string ReadDjipar(std::string_view bytes, Eos code, EosInput& input);
 
 }  // namespace quom

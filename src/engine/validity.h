@@ -2,8 +2,12 @@
 #pragma once
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
+#include <optional>
 
 #include "base/number_text.h"
+#include "engine/reason.h"
+#include "substance/substance_constants.h"
 
 namespace quom {
 
@@ -17,6 +21,17 @@ inline std::int16_t outside_by(double T, int TLo, int THi) {
     if (T < TLo) return whole_kelvin(T - TLo);
     if (T > THi) return whole_kelvin(T - THi);
     return 0;
+}
+
+// The warning on a T [K] that lies dT K outside the limits, when that is more than the allowed whole kelvin.
+inline std::optional<Warning> range_warning(WarningKind kind, double T, TLimits limits, std::int16_t dT,
+                                            int allowed) {
+    if (std::abs(dT) <= allowed) return std::nullopt;
+    return Warning{.kind = kind,
+                   .value = T,
+                   .low = static_cast<double>(limits.TLo),
+                   .high = static_cast<double>(limits.THi),
+                   .offset = dT};
 }
 
 }  // namespace quom

@@ -1,8 +1,6 @@
 #include "engine/vapor_pressure.h"
 
 #include <cmath>
-#include <cstdlib>
-#include <optional>
 
 #include "engine/validity.h"
 
@@ -12,13 +10,9 @@ namespace {
 constexpr int MaxRounds = 900;        // of a Newton search
 constexpr double Step = 1e-4;         // relative step that ends a search
 constexpr double SmallestP = 1e-35;   // [kPa]
-constexpr double SmallestU = 1e-6;    // smallest 1 - T/Tc' of a Wagner set
+constexpr double SmallestU = 1e-6;    // smallest 1 - T/Tc of a Wagner set
 constexpr double LargestWagner = 50;  // bracket of a Wagner set
 constexpr double SmallestSlope = 1e-35;
-constexpr int WarnForward = 10, WarnInverse = 5;  // [K] outside the validity without a box
-constexpr const char* WarnTitle = "Warning concerning vapor pressure equation";
-
-constexpr std::string_view Tags[] = {"ALP", "AHP", "FRO", "WAG", "AUG", "KFW", "KFR", "THO"};
 
 // x^n; whole and half exponents, which nearly all sets have, without a call of pow.
 double power(double x, double n) {
@@ -26,96 +20,102 @@ double power(double x, double n) {
     if (!(std::fabs(twice) <= 40.0) || twice != std::floor(twice)) return std::pow(x, n);
     unsigned k = static_cast<unsigned>(std::fabs(twice));
     double result = k & 1u ? std::sqrt(x) : 1.0;
-    for (k >>= 1; k; k >>= 1, x *= x) {
+    for (k >>= 1; k; k >>= 1) {
         if (k & 1u) result *= x;
+        x *= x;
     }
     return n < 0.0 ? 1.0 / result : result;
 }
 
-bool is_antoine(int code) {
-    return code == evp_antoine_low || code == evp_antoine_high || code == evp_thompson;
-}
-bool is_frost(int code) { return code == evp_frost_kalkwarf || code == evp_kfw || code == evp_kfr; }
-
-// log10 p = A - B/(C + T - 273.15)
+// Antoine (1888): log10 p = A - B/(C + T - 273.15). C here is that of the set less 273.15.
 struct Antoine {
     double A, B, C;
     bool missing() const { return A == 0.0 && B == 0.0; }
 };
-Antoine antoine_set(const SubstanceConstants& c, int code) {
-    const auto& k = code == evp_antoine_low ? c.AntLo : code == evp_antoine_high ? c.AntHi : c.THO;
+Antoine antoine_set(const SubstanceConstants& substance, Evp code) {
+    const auto& k = code == Evp::antoine_low    ? substance.AntLo
+                    : code == Evp::antoine_high ? substance.AntHi
+                                                : substance.THO;
     return {k[0], k[1], static_cast<double>(k[2]) - TZeroC};
 }
 
-// log10 p = A + B/(C + T) + D log10 T + E p/T^F + G T + H T^I, with C and F as the equation uses them.
+// Frost and Kalkwarf (1953), extended by two terms:
+//     log10 p = A + B/(C + T) + D log10 T + E p/T^F + G T + H T^I
+// with C and F as the equation uses them: those of a database set less 273.15 and plus 2.
 struct Frost {
     double A, B, C, D, E, F, G, H, I;
     bool missing() const { return A == 0.0 && B == 0.0; }
-    double p_free(double T) const {  // the terms without p
+    double terms_without_p(double T) const {
         double y = A + B / (C + T) + D * std::log10(T);
         if (G != 0.0) y += G * T;
         if (H != 0.0) y += H * power(T, I);
         return y;
     }
 };
-Frost frost_set(const SubstanceConstants& c, int code) {
-    const auto& k = code == evp_frost_kalkwarf ? c.KFDB : code == evp_kfw ? c.KFW : c.KFR;
-    Frost f{k[0], k[1], k[2], k[3], k[4], k[5], k[6], k[7], k[8]};
-    if (code == evp_frost_kalkwarf) {
-        f.C -= TZeroC;
-        f.F += 2.0;
+Frost frost_set(const SubstanceConstants& substance, Evp code) {
+    const auto& k = code == Evp::frost_kalkwarf ? substance.KFDB
+                    : code == Evp::kfw          ? substance.KFW
+                                                : substance.KFR;
+    Frost set{k[0], k[1], k[2], k[3], k[4], k[5], k[6], k[7], k[8]};
+    if (code == Evp::frost_kalkwarf) {
+        set.C -= TZeroC;
+        set.F += 2.0;
     }
-    return f;
+    return set;
 }
 
-// s = a1 u + a2 u^1.5 + a3 u^e3 + a4 u^e4 + a5 u^e5 and s' = ds/du, u = 1 - T/Tc'.
+// Wagner (1973), with u = 1 - T/Tc:
+//     ln(p/pc) = (Tc/T) s,   s = a1 u + a2 u^1.5 + a3 u^e3 + a4 u^e4 + a5 u^e5
+// The slope is ds/du.
 struct WagnerSum {
-    double s = 0.0, s1 = 0.0;
+    double s = 0.0, slope = 0.0;
 };
-WagnerSum wagner_sum(const SubstanceConstants& c, double u, bool with_slope) {
-    const auto& k = c.Wagner;
+WagnerSum wagner_sum(const SubstanceConstants& substance, double u, bool with_slope) {
+    const auto& k = substance.Wagner;
     const double a1 = k[0], a2 = k[1], root = std::sqrt(u);
-    WagnerSum w{a1 * u + a2 * u * root, a1 + 1.5 * a2 * root};
+    WagnerSum sum{a1 * u + a2 * u * root, a1 + 1.5 * a2 * root};
     for (std::size_t i = 2; i < 8; i += 2) {
         const double a = k[i], e = k[i + 1];
         if (a == 0.0) continue;
-        w.s += a * power(u, e);
-        if (with_slope) w.s1 += e * a * power(u, e - 1.0);
+        sum.s += a * power(u, e);
+        if (with_slope) sum.slope += e * a * power(u, e - 1.0);
     }
-    return w;
+    return sum;
 }
 
-// ln p = A + B/T through the normal boiling point and the critical point; none when one of the three is
-// missing.
+// August (1828): ln p = A + B/T, through the normal boiling point and the critical point:
+//     B = Tcr Tnb ln(pcr/101.325)/(Tnb - Tcr),   A = ln pcr - B/Tcr
+// None when one of the three constants is missing.
 struct August {
     double A, B;
 };
-std::optional<August> august_line(const SubstanceConstants& c) {
-    const double Tnb = c.Tnb;
-    if (!(c.Tcr > TinyT) || !(c.pcr > TinyT) || !(Tnb > TinyT) || Tnb == c.Tcr) return std::nullopt;
-    const double B = c.Tcr * Tnb * std::log(c.pcr / pNorm) / (Tnb - c.Tcr);
-    return August{std::log(c.pcr) - B / c.Tcr, B};
+std::optional<August> august_line(const SubstanceConstants& substance) {
+    const double Tcr = substance.Tcr, pcr = substance.pcr, Tnb = substance.Tnb;
+    if (!(Tcr > TinyT) || !(pcr > TinyT) || !(Tnb > TinyT) || Tnb == Tcr) return std::nullopt;
+    const double B = Tcr * Tnb * std::log(pcr / pNorm) / (Tnb - Tcr);
+    return August{std::log(pcr) - B / Tcr, B};
 }
 // T of the line at p; 0 when there is none.
-double august_T(const SubstanceConstants& c, double p) {
-    const auto line = august_line(c);
+double august_T(const SubstanceConstants& substance, double p) {
+    const auto line = august_line(substance);
     return line ? line->B / (std::log(p) - line->A) : 0.0;
 }
 
-double p_antoine(const Antoine& k, double T) {
-    if (k.missing() || k.C + T <= 0.0) return 0.0;  // at and below the pole
-    return std::exp(LnTen * (k.A - k.B / (k.C + T)));
+double p_antoine(const Antoine& set, double T) {
+    if (set.missing() || set.C + T <= 0.0) return 0.0;  // at and below the pole
+    return std::exp(LnTen * (set.A - set.B / (set.C + T)));
 }
 
-double p_frost(const Frost& k, double T) {
-    if (k.missing() || k.C + T <= 0.0) return 0.0;
-    const double free = k.p_free(T);
-    double p = std::exp(LnTen * free);
-    if (std::fabs(k.E) < 1e-35) return p;
-    const double e = k.E / power(T, k.F);
-    for (int round = 0; round < MaxRounds; ++round) {  // Newton on f(p) = E p/T^F + ... - log10 p
+// The equation is implicit in p: Newton on f(p) = E p/T^F + terms without p - log10 p.
+double p_frost(const Frost& set, double T) {
+    if (set.missing() || set.C + T <= 0.0) return 0.0;
+    const double terms = set.terms_without_p(T);
+    double p = std::exp(LnTen * terms);
+    if (std::fabs(set.E) < 1e-35) return p;
+    const double e = set.E / power(T, set.F);
+    for (int round = 0; round < MaxRounds; ++round) {
         if (!(p >= 1e-120)) return 0.0;
-        const double f = e * p + free - std::log10(p);
+        const double f = e * p + terms - std::log10(p);
         const double slope = e - 1.0 / (p * LnTen);
         if (std::fabs(slope) < 1e-50) return 0.0;
         const double dp = -f / slope;
@@ -126,53 +126,80 @@ double p_frost(const Frost& k, double T) {
     return 0.0;
 }
 
-double p_wagner(const SubstanceConstants& c, double T) {
-    const double Tc = c.WagnerTcr, u = 1.0 - T / Tc;
+double p_wagner(const SubstanceConstants& substance, double T) {
+    const double Tc = substance.WagnerTcr, u = 1.0 - T / Tc;
     if (!(u >= SmallestU)) return 0.0;
-    const double s = wagner_sum(c, u, false).s;
+    const double s = wagner_sum(substance, u, false).s;
     if (std::fabs(static_cast<float>(s)) > static_cast<float>(LargestWagner)) return 0.0;
-    return static_cast<double>(c.Wagnerpcr) * std::exp(s * Tc / T);
+    return static_cast<double>(substance.Wagnerpcr) * std::exp(s * Tc / T);
 }
 
-double p_august(const SubstanceConstants& c, double T) {
-    const double A = c.AugustA, B = c.AugustB;
+// With A and B of the record.
+double p_august(const SubstanceConstants& substance, double T) {
+    const double A = substance.AugustA, B = substance.AugustB;
     return B == 0.0 ? 0.0 : std::exp(B / T + A);
 }
 
-double p_of(const SubstanceConstants& c, double T, int code) {
-    if (is_antoine(code)) return p_antoine(antoine_set(c, code), T);
-    if (is_frost(code)) return p_frost(frost_set(c, code), T);
-    if (code == evp_wagner) return p_wagner(c, T);
-    return code == evp_august ? p_august(c, T) : 0.0;
+double p_of(const SubstanceConstants& substance, double T, Evp code) {
+    switch (evp_info(code).form) {
+        case EvpForm::antoine:
+            return p_antoine(antoine_set(substance, code), T);
+        case EvpForm::frost_kalkwarf:
+            return p_frost(frost_set(substance, code), T);
+        case EvpForm::wagner:
+            return p_wagner(substance, T);
+        case EvpForm::august:
+            return p_august(substance, T);
+        case EvpForm::none:
+            break;
+    }
+    return 0.0;
 }
 
-// Codes 1 and 2 test their limits always, so that a missing THi of 0 counts as exceeded.
-std::int16_t range_offset(const SubstanceConstants& c, double T, int code) {
+// No set of this equation in the record.
+bool has_no_set(const SubstanceConstants& substance, Evp code) {
+    switch (evp_info(code).form) {
+        case EvpForm::antoine:
+            return antoine_set(substance, code).missing();
+        case EvpForm::frost_kalkwarf:
+            return frost_set(substance, code).missing();
+        case EvpForm::wagner:
+            return !(substance.WagnerTcr > 0.0f);
+        case EvpForm::august:
+            return substance.AugustB == 0.0f;
+        case EvpForm::none:
+            break;
+    }
+    return true;
+}
+
+// Why an equation has no p at T.
+Reason reason_at_T(const SubstanceConstants& substance, double T, Evp code) {
+    if (has_no_set(substance, code)) return Reason::no_vapor_pressure_equation;
+    if (evp_info(code).form == EvpForm::wagner &&
+        !(1.0 - T / static_cast<double>(substance.WagnerTcr) >= SmallestU))
+        return Reason::above_wagner_T;
+    return Reason::no_vapor_pressure;
+}
+
+// Both Antoine equations of the database test their limits always, so that a missing THi of 0 counts as
+// exceeded.
+std::int16_t range_offset(const SubstanceConstants& substance, double T, Evp code) {
+    const double Tnb = substance.Tnb;
+    const TLimits limits = evp_limits(substance, code);
     switch (code) {
-        case evp_antoine_low:
-            return outside_by(T, c.AntLoTLo, c.AntLoTHi);
-        case evp_antoine_high:
-            return outside_by(T, c.AntHiTLo, c.AntHiTHi);
-        case evp_frost_kalkwarf:
-            return c.KFTLo > 0 && c.KFTHi > 0 ? outside_by(T, c.KFTLo, c.KFTHi) : std::int16_t{0};
-        case evp_wagner:
-            return c.WagnerTLo > 0 && c.WagnerTHi > 0 ? outside_by(T, c.WagnerTLo, c.WagnerTHi)
-                                                      : std::int16_t{0};
-        case evp_august:
-            return T < static_cast<double>(c.Tnb) ? whole_kelvin(T - static_cast<double>(c.Tnb))
-                                                  : std::int16_t{0};
+        case Evp::antoine_low:
+        case Evp::antoine_high:
+            return outside_by(T, limits.TLo, limits.THi);
+        case Evp::frost_kalkwarf:
+        case Evp::wagner:
+            return limits.TLo > 0 && limits.THi > 0 ? outside_by(T, limits.TLo, limits.THi) : std::int16_t{0};
+        case Evp::august:
+            return T < Tnb ? whole_kelvin(T - Tnb) : std::int16_t{0};
         default:
             return 0;
     }
 }
-
-void tell_range(const Session& s, const std::string& text) {
-    s.tell({.title = WarnTitle,
-            .text = text + " K outside parameter validity\n(cf. Data/Parameters vapor pressure equ.)",
-            .kind = MessageKind::warning});
-}
-
-// --- T(LV) -------------------------------------------------------------------------------------------------
 
 struct Value {
     double f = 0.0, slope = 0.0;
@@ -183,9 +210,9 @@ template <class F>
 double newton_T(F f, double T) {
     for (int round = 0; round < MaxRounds; ++round) {
         if (!(T > 0.0) || !std::isfinite(T)) return 0.0;
-        const Value v = f(T);
-        if (!std::isfinite(v.f) || !(std::fabs(v.slope) >= SmallestSlope)) return 0.0;
-        const double dT = -v.f / v.slope;
+        const Value at = f(T);
+        if (!std::isfinite(at.f) || !(std::fabs(at.slope) >= SmallestSlope)) return 0.0;
+        const double dT = -at.f / at.slope;
         T += dT;
         if (std::fabs(dT / T) < Step) return T > 0.0 ? T : 0.0;
     }
@@ -196,163 +223,264 @@ double newton_T(F f, double T) {
 template <class F>
 double bisect_T(F f, double lo, double hi) {
     if (!(f(lo).f <= 0.0) || !(f(hi).f >= 0.0)) return 0.0;
-    while (hi - lo > 1e-10 * hi) {
+    for (int round = 0; round < MaxRounds && hi - lo > 1e-10 * hi; ++round) {
         const double T = 0.5 * (lo + hi);
         (f(T).f < 0.0 ? lo : hi) = T;
     }
     return 0.5 * (lo + hi);
 }
 
-double T_antoine(const Antoine& k, double p) {
-    const double x = k.A - std::log10(p);
-    if (k.missing() || !(k.B / x > 0.0)) return 0.0;  // the branch below the pole is none
-    return k.B / x - k.C;
+// T = B/(A - log10 p) - C, with C less 273.15.
+double T_antoine(const Antoine& set, double p) {
+    const double x = set.A - std::log10(p);
+    if (set.missing() || !(set.B / x > 0.0)) return 0.0;  // the branch below the pole is none
+    return set.B / x - set.C;
 }
 
-double T_frost(const SubstanceConstants& c, int code, double p) {
-    const Frost k = frost_set(c, code);
-    if (k.missing()) return 0.0;
+// Newton in T on the implicit equation at fixed p,
+//     df/dT = -B/(T + C)^2 + D/(ln10 T) - F E p/T^(F + 1) + G + H I T^(I - 1)
+double T_frost(const SubstanceConstants& substance, Evp code, double p) {
+    const Frost set = frost_set(substance, code);
+    if (set.missing()) return 0.0;
     const double lg = std::log10(p);
     const auto f = [&](double T) {
-        const double e = k.E == 0.0 ? 0.0 : k.E * p / power(T, k.F);
-        Value v{k.p_free(T) + e - lg};
-        v.slope = -k.B / ((T + k.C) * (T + k.C)) + k.D / (LnTen * T) - k.F * e / T + k.G;
-        if (k.H != 0.0) v.slope += k.H * k.I * power(T, k.I - 1.0);
-        return v;
+        const double e = set.E == 0.0 ? 0.0 : set.E * p / power(T, set.F);
+        Value at{set.terms_without_p(T) + e - lg};
+        at.slope = -set.B / ((T + set.C) * (T + set.C)) + set.D / (LnTen * T) - set.F * e / T + set.G;
+        if (set.H != 0.0) at.slope += set.H * set.I * power(T, set.I - 1.0);
+        return at;
     };
     // A root of the vapor pressure curve lies on its rising part (far above T(cr) it falls again) and gives p
     // back.
     const auto holds = [&](double T) {
-        return T > 0.0 && f(T).slope > 0.0 && std::fabs(p_frost(k, T) / p - 1.0) < 1e-2;
+        return T > 0.0 && f(T).slope > 0.0 && std::fabs(p_frost(set, T) / p - 1.0) < 1e-2;
     };
-    if (const double T = newton_T(f, k.B / (lg - k.A) - k.C); holds(T)) return T;
-    if (const double T = newton_T(f, august_T(c, p)); holds(T)) return T;
-    const double T = bisect_T(f, 0.3 * c.Tcr, c.Tcr);
+    if (const double T = newton_T(f, set.B / (lg - set.A) - set.C); holds(T)) return T;
+    if (const double T = newton_T(f, august_T(substance, p)); holds(T)) return T;
+    const double T = bisect_T(f, 0.3 * substance.Tcr, substance.Tcr);
     return holds(T) ? T : 0.0;
 }
 
-double T_wagner(const SubstanceConstants& c, double p) {
-    const double Tc = c.WagnerTcr, pc = c.Wagnerpcr;
-    double start = static_cast<double>(c.Tnb) > 0.0001 ? august_T(c, p) : 0.0;
-    if (!(start >= 0.0001 && start < Tc)) start = 0.8 * c.Tcr;
+// Newton on F(T) = (Tc/T) s - ln(p/pc), dF/dT = -(Tc s/T + ds/du)/T, from the August line.
+double T_wagner(const SubstanceConstants& substance, double p) {
+    const double Tc = substance.WagnerTcr, pc = substance.Wagnerpcr;
+    double start = static_cast<double>(substance.Tnb) > 0.0001 ? august_T(substance, p) : 0.0;
+    if (!(start >= 0.0001 && start < Tc)) start = 0.8 * substance.Tcr;
     const double lnpr = std::log(p / pc);
-    const auto f = [&](double T) -> Value {  // F = (Tc'/T) s - ln(p/pc')
+    const auto f = [&](double T) -> Value {
         const double u = 1.0 - T / Tc;
         if (!(u >= SmallestU)) return {};
-        const WagnerSum w = wagner_sum(c, u, true);
-        return {Tc / T * w.s - lnpr, -(Tc * w.s / T + w.s1) / T};
+        const WagnerSum sum = wagner_sum(substance, u, true);
+        return {Tc / T * sum.s - lnpr, -(Tc * sum.s / T + sum.slope) / T};
     };
     if (const double T = newton_T(f, start); T > 0.0 || !(Tc > 0.0)) return T;
-    return bisect_T(f, std::max(0.3 * Tc, static_cast<double>(c.WagnerTLo)), (1.0 - 2.0 * SmallestU) * Tc);
+    const double lo = std::max(0.3 * Tc, static_cast<double>(substance.WagnerTLo));
+    return bisect_T(f, lo, (1.0 - 2.0 * SmallestU) * Tc);
 }
 
-double T_of(const SubstanceConstants& c, double p, int code) {
-    if (is_antoine(code)) return T_antoine(antoine_set(c, code), p);
-    if (is_frost(code)) return T_frost(c, code, p);
-    if (code == evp_wagner) return T_wagner(c, p);
-    return code == evp_august ? august_T(c, p) : 0.0;
+double T_of(const SubstanceConstants& substance, double p, Evp code) {
+    switch (evp_info(code).form) {
+        case EvpForm::antoine:
+            return T_antoine(antoine_set(substance, code), p);
+        case EvpForm::frost_kalkwarf:
+            return T_frost(substance, code, p);
+        case EvpForm::wagner:
+            return T_wagner(substance, p);
+        case EvpForm::august:
+            return august_T(substance, p);
+        case EvpForm::none:
+            break;
+    }
+    return 0.0;
 }
 
-// --- slope -------------------------------------------------------------------------------------------------
-
-// L = -T n4/n5. The square of (C - T) in n1, not of (C + T) as in the equation, belongs to it.
-double slope_frost(const Frost& k, double T, double p) {
-    const double n1 = -k.B * LnTen / ((k.C - T) * (k.C - T)) + k.G * LnTen;
-    const double n2 = k.H == 0.0 ? n1 : power(T, k.I - 1.0) * k.I * k.H * LnTen + n1;
-    const double n3 = n2 * T + k.D;
-    const double TF = power(T, k.F);
-    const double n4 = TF * n3 - k.F * k.E * LnTen * p;
-    const double n5 = TF - k.E * LnTen * p;
+// d(ln p)/d(1/T) = -T n4/n5 of the Frost/Kalkwarf equation:
+//     n1 = -B ln10/(C - T)^2 + G ln10,   n2 = H I T^(I - 1) ln10 + n1,   n3 = n2 T + D
+//     n4 = T^F n3 - F E ln10 p,          n5 = T^F - E ln10 p
+// The square in n1 is of (C - T), while the equation has C + T; the two agree for C = 0, which every
+// correlated set has, and with C = 273.15 the database sets.
+double slope_frost(const Frost& set, double T, double p) {
+    const double n1 = -set.B * LnTen / ((set.C - T) * (set.C - T)) + set.G * LnTen;
+    const double n2 = set.H == 0.0 ? n1 : power(T, set.I - 1.0) * set.I * set.H * LnTen + n1;
+    const double n3 = n2 * T + set.D;
+    const double TF = power(T, set.F);
+    const double n4 = TF * n3 - set.F * set.E * LnTen * p;
+    const double n5 = TF - set.E * LnTen * p;
     return -T * n4 / n5;
 }
 
-double slope_wagner(const SubstanceConstants& c, double T) {
-    const double Tc = c.WagnerTcr;
-    const WagnerSum w = wagner_sum(c, 1.0 - T / Tc, true);
-    return T * w.s1 + Tc * w.s;  // -T^2 d/dT (Tc' s/T)
+// d(ln p)/d(1/T) = -T^2 d(Tc s/T)/dT = T ds/du + Tc s
+double slope_wagner(const SubstanceConstants& substance, double T) {
+    const double Tc = substance.WagnerTcr;
+    const WagnerSum sum = wagner_sum(substance, 1.0 - T / Tc, true);
+    return T * sum.slope + Tc * sum.s;
+}
+
+// d(ln p)/d(1/T) = -ln10 B T^2/(C + T)^2
+double slope_antoine(const Antoine& set, double T) {
+    return -LnTen * set.B * T * T / ((set.C + T) * (set.C + T));
+}
+
+// NaN where the line has no slope.
+double slope_august(const SubstanceConstants& substance) {
+    const auto line = august_line(substance);
+    return line ? line->B : std::nan("");
+}
+
+double slope_of(const SubstanceConstants& substance, double T, double p, Evp code) {
+    switch (evp_info(code).form) {
+        case EvpForm::antoine:
+            return slope_antoine(antoine_set(substance, code), T);
+        case EvpForm::frost_kalkwarf:
+            return slope_frost(frost_set(substance, code), T, p);
+        case EvpForm::wagner:
+            return slope_wagner(substance, T);
+        case EvpForm::august:
+            return slope_august(substance);
+        case EvpForm::none:
+            break;
+    }
+    return std::nan("");
+}
+
+// The three constants that a set is correlated from, as singles. The two functions over them are not inlined:
+// GCC 12 would let the double constants of the record through, because its vectoriser drops pairs of
+// conversions to single and back.
+struct BoilingAndCritical {
+    float Tcr, pcr, Tnb;
+};
+
+// Frost/Kalkwarf through the normal boiling point and the critical point. E is a/(R^2 ln 10) of the equation
+// of state that gives the set its name, with k = (27/64)/ln10 and n = 2 (van der Waals) or k = 0.42748/ln10
+// and n = 2.5 (Redlich/Kwong); D follows from B by Thodos, in natural logarithms D = 0.7816 B + 2.67 (Reid,
+// Prausnitz and Sherwood 1977):
+//     E = k Tcr^n/pcr,   F = n,   D = 1.8 B/Tcr + 2.67
+//     B = Tcr (log10(pnb/pcr) - 2.67 log10(Tnb/Tcr) - k X)/(Tcr/Tnb - 1 + 1.8 log10(Tnb/Tcr))
+//     X = (pnb/pcr)/(Tnb/Tcr)^n - 1,   pnb = 101.325 kPa
+//     A = log10 pcr - B/Tcr - D log10 Tcr - E pcr/Tcr^n
+[[gnu::noinline]] std::array<float, 9> correlated_frost(const BoilingAndCritical& at, double k, double n) {
+    const double Tcr = at.Tcr, pcr = at.pcr, Tnb = at.Tnb;
+    const double Tr = Tnb / Tcr, pr = pNorm / pcr, Tn = power(Tcr, n);
+    const double E = k * Tn / pcr;
+    const double X = pr / power(Tr, n) - 1.0;
+    const double Y = std::log10(pr) - 2.67 * std::log10(Tr) - k * X;
+    const double W = Tcr / Tnb - 1.0 + 1.8 * std::log10(Tr);
+    const double B = Tcr * Y / W;
+    const double D = 1.8 / Tcr * B + 2.67;
+    const double A = std::log10(pcr) - B / Tcr - D * std::log10(Tcr) - E * pcr / Tn;
+    std::array<float, 9> set{};
+    set[0] = static_cast<float>(A);
+    set[1] = static_cast<float>(B);
+    set[3] = static_cast<float>(D);
+    set[4] = static_cast<float>(E);
+    set[5] = static_cast<float>(n);
+    return set;
+}
+
+// Antoine through the same two points, with C of Thomson (1946), Tnb in K:
+//     C = 18 - 0.19 Tnb + 273.15
+//     B = -log10(pcr/101.325)/(1/(C + Tcr - 273.15) - 1/(C + Tnb - 273.15))
+//     A = log10 pcr + B/(C + Tcr - 273.15)
+[[gnu::noinline]] std::array<float, 3> correlated_antoine(const BoilingAndCritical& at) {
+    const double Tcr = at.Tcr, pcr = at.pcr, Tnb = at.Tnb;
+    const double C = 18.0 - 0.19 * Tnb + TZeroC;
+    const double critical = C + Tcr - TZeroC, boiling = C + Tnb - TZeroC;
+    const double B = -std::log10(pcr / pNorm) / (1.0 / critical - 1.0 / boiling);
+    const double A = std::log10(pcr) + B / critical;
+    return {static_cast<float>(A), static_cast<float>(B), static_cast<float>(C)};
 }
 
 }  // namespace
 
-std::string_view evp_tag(int code) {
-    return code >= 1 && code <= 8 ? Tags[code - 1] : std::string_view("000");
-}
-
-int evp_code(std::string_view tag) {
-    for (int code = 1; code <= 8; ++code) {
-        if (Tags[code - 1] == tag) return code;
-    }
-    return evp_none;
-}
-
-EvpResult pLV_EVP(Session& s, double T, int code, bool warn) {
-    if (!(T >= TinyT)) return {.err = -1};
-    const SubstanceConstants& c = s.substance;
-    EvpResult r{p_of(c, T, code), range_offset(c, T, code), 0};
-    if (warn && std::abs(r.dT) > WarnForward) tell_range(s, " Temperature" + strNum(r.dT));
+EvpResult pLV_EVP(const SubstanceConstants& substance, double T, Evp code) {
+    if (!(T >= TinyT)) return {.reason = Reason::T_not_positive};
+    EvpResult r{.value = p_of(substance, T, code), .dT = range_offset(substance, T, code)};
     if (!(r.value >= SmallestP) || !std::isfinite(r.value)) {
         r.value = 0.0;
-        r.err = -1;
+        r.reason = reason_at_T(substance, T, code);
     }
     return r;
 }
 
-EvpSlope dpLVdT_EVP(Session& s, double T, int code) {
-    const EvpResult at = pLV_EVP(s, T, code);
-    if (at.err) return {.err = -1};
-    const SubstanceConstants& c = s.substance;
-    double L = 0.0;
-    if (is_antoine(code)) {  // L = -ln10 B T^2/(C - 273.15 + T)^2
-        const Antoine k = antoine_set(c, code);
-        L = -LnTen * k.B * T * T / ((k.C + T) * (k.C + T));
-    } else if (is_frost(code)) {
-        L = slope_frost(frost_set(c, code), T, at.value);
-    } else if (code == evp_wagner) {
-        L = slope_wagner(c, T);
-    } else if (const auto line = august_line(c)) {
-        L = line->B;
-    } else {
-        return {.err = -1};
-    }
-    const float value = static_cast<float>(L);
-    if (!std::isfinite(value)) return {.err = -1};
+EvpSlope dpLVdT_EVP(const SubstanceConstants& substance, double T, Evp code) {
+    const EvpResult at = pLV_EVP(substance, T, code);
+    if (at.err()) return {.reason = at.reason};
+    const float value = static_cast<float>(slope_of(substance, T, at.value, code));
+    if (!std::isfinite(value)) return {.reason = Reason::not_finite};
     return {.value = value};
 }
 
-EvpResult TLV_EVP(Session& s, double p, int code, bool warn) {
-    const SubstanceConstants& c = s.substance;
-    if (!(p <= c.pcr) || !(p >= SmallestP)) return {.err = -1};
-    const double T = T_of(c, p, code);
-    if (!(T >= TinyT) || !std::isfinite(T)) return {.err = -1};
-    EvpResult r{T, range_offset(c, T, code), 0};
-    if (warn && std::abs(r.dT) > WarnInverse) tell_range(s, "Temperature " + genNum(r.dT));
-    return r;
+EvpResult TLV_EVP(const SubstanceConstants& substance, double p, Evp code) {
+    if (!(p > 0.0)) return {.reason = Reason::p_not_positive};
+    if (!(p <= substance.pcr)) {
+        const bool known = substance.pcr >= TinyT;
+        return {.reason = known ? Reason::above_critical_p : Reason::no_critical_data};
+    }
+    if (!(p >= SmallestP)) return {.reason = Reason::p_too_low};
+    const double T = T_of(substance, p, code);
+    if (!(T >= TinyT) || !std::isfinite(T)) {
+        const bool missing = has_no_set(substance, code);
+        return {.reason = missing ? Reason::no_vapor_pressure_equation : Reason::no_T_of_vapor_pressure};
+    }
+    return {.value = T, .dT = range_offset(substance, T, code)};
 }
 
-void KorreliereEVP(Session& s, int code, float Tcr, float pcr, float Tnb) {
-    const double Tc = Tcr, pc = pcr, Tb = Tnb;
-    if (!(Tc >= TinyT) || !(Tb >= TinyT) || !(pc >= TinyT) || Tb >= Tc) return;
-    SubstanceConstants& c = s.substance;
-    const auto single = [](double x) { return static_cast<float>(x); };
-    const std::int16_t melting = to_i16(static_cast<double>(c.Ttr));
-    if (code == evp_kfw || code == evp_kfr) {
-        const double k = code == evp_kfw ? 0.183218 : 0.185652, n = code == evp_kfw ? 2.0 : 2.5;
-        const double E = k * power(Tc, n) / pc;
-        const double X = pNorm / pc / power(Tb / Tc, n) - 1.0;
-        const double Y = std::log10(pNorm / pc) - 2.67 * std::log10(Tb / Tc) - k * X;
-        const double W = Tc / Tb - 1.0 + 1.8 * std::log10(Tb / Tc);
-        const double B = Tc * Y / W;
-        const double D = 1.8 / Tc * B + 2.67;
-        const double A = std::log10(pc) - B / Tc - D * std::log10(Tc) - E * pc / power(Tc, n);
-        (code == evp_kfw ? c.KFW : c.KFR) = {single(A), single(B), 0, single(D), single(E),
-                                             single(n), 0,         0, 0};
-        (code == evp_kfw ? c.KFWLimits : c.KFRLimits) = {melting, to_i16(Tc)};
-    } else if (code == evp_thompson) {
-        const double C = 18.0 - 0.19 * Tb + TZeroC;
-        const double B = -std::log10(pc / pNorm) / (1.0 / (C + Tc - TZeroC) - 1.0 / (C + Tb - TZeroC));
-        const double A = std::log10(pc) + B / (C + Tc - TZeroC);
-        c.THO = {single(A), single(B), single(C)};
-        c.THOLimits = {melting, to_i16(Tb)};
+TLimits evp_limits(const SubstanceConstants& substance, Evp code) {
+    switch (code) {
+        case Evp::antoine_low:
+            return {substance.AntLoTLo, substance.AntLoTHi};
+        case Evp::antoine_high:
+            return {substance.AntHiTLo, substance.AntHiTHi};
+        case Evp::frost_kalkwarf:
+            return {substance.KFTLo, substance.KFTHi};
+        case Evp::wagner:
+            return {substance.WagnerTLo, substance.WagnerTHi};
+        case Evp::kfw:
+            return substance.KFWLimits;
+        case Evp::kfr:
+            return substance.KFRLimits;
+        case Evp::thompson:
+            return substance.THOLimits;
+        case Evp::august:
+        case Evp::none:
+            break;
+    }
+    return {};
+}
+
+std::optional<Warning> evp_warning(const SubstanceConstants& substance, double T, Evp code, std::int16_t dT,
+                                   int allowed) {
+    std::optional<Warning> warning =
+        range_warning(WarningKind::evp_range, T, evp_limits(substance, code), dT, allowed);
+    if (warning && evp_info(code).form == EvpForm::august) {
+        warning->low = static_cast<double>(substance.Tnb);
+        warning->high = substance.Tcr;
+    }
+    return warning;
+}
+
+void KorreliereEVP(SubstanceConstants& substance, Evp code) {
+    const BoilingAndCritical at{static_cast<float>(substance.Tcr), static_cast<float>(substance.pcr),
+                                substance.Tnb};
+    const auto given = [](float x) { return static_cast<double>(x) >= TinyT; };
+    if (!given(at.Tcr) || !given(at.pcr) || !given(at.Tnb) || at.Tnb >= at.Tcr) return;
+    const std::int16_t melting = to_i16(static_cast<double>(substance.Ttr));
+    const std::int16_t critical = to_i16(static_cast<double>(at.Tcr));
+    switch (code) {
+        case Evp::kfw:
+            substance.KFW = correlated_frost(at, 0.183218, 2.0);
+            substance.KFWLimits = {melting, critical};
+            break;
+        case Evp::kfr:
+            substance.KFR = correlated_frost(at, 0.185652, 2.5);
+            substance.KFRLimits = {melting, critical};
+            break;
+        case Evp::thompson:
+            substance.THO = correlated_antoine(at);
+            substance.THOLimits = {melting, to_i16(static_cast<double>(at.Tnb))};
+            break;
+        default:
+            break;
     }
 }
 

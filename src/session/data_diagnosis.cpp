@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "base/constants.h"
+
 namespace quom {
 
 namespace {
@@ -55,8 +57,7 @@ constexpr AmpelColour Colours[] = {
 
 }  // namespace
 
-DataSituation DatenSituation(const Session& s) {
-    const SubstanceConstants& c = s.substance;
+DataSituation DatenSituation(const SubstanceConstants& c) {
     DataSituation d;
     d.HatKritDaten = c.Tcr >= TinyT && c.pcr >= TinyT;
     d.HatOmega = static_cast<float>(c.omega) != 0.0F;  // compared in single precision
@@ -88,10 +89,27 @@ Message data_diagnosis_text(const DataSituation& situation) {
             .kind = situation.AmpelStufe > 1 ? MessageKind::warning : MessageKind::info};
 }
 
-DataSituation DataDiagnosis(const Session& s) {
-    const DataSituation situation = DatenSituation(s);
-    s.tell(data_diagnosis_text(situation));
+DataSituation DataDiagnosis(const SubstanceConstants& substance, Messages& messages) {
+    const DataSituation situation = DatenSituation(substance);
+    messages.ask(data_diagnosis_text(situation));
     return situation;
+}
+
+std::string_view missing_formation_data(const SubstanceConstants& substance, int RefKode) {
+    struct Row {
+        int RefKode;
+        float SubstanceConstants::*value;
+        std::string_view name;
+    };
+    static constexpr Row rows[] = {
+        {2, &SubstanceConstants::dfH0, "enthalpy of formation"},
+        {2, &SubstanceConstants::S0abs, "conventional entropy"},
+        {10, &SubstanceConstants::dfH0, "enthalpy of formation"},
+        {10, &SubstanceConstants::dfG0, "Gibbs energy of formation"},
+    };
+    for (const Row& row : rows)
+        if (row.RefKode == RefKode && substance.*row.value == 0.0F) return row.name;
+    return {};
 }
 
 }  // namespace quom

@@ -1,10 +1,11 @@
-// What can be calculated with the data of the substance in force: the traffic lights and their words.
+// What can be calculated with the data of a substance: the traffic lights and their words.
 #pragma once
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/messages.h"
-#include "session/session.h"
+#include "substance/substance_constants.h"
 
 namespace quom {
 
@@ -19,7 +20,7 @@ struct DataSituation {
     bool RechnungMoeglich() const { return AmpelStufe != 4; }
 };
 
-DataSituation DatenSituation(const Session& s);
+DataSituation DatenSituation(const SubstanceConstants& substance);
 
 // Ground and word of the traffic lights; given false for any number but 1 to 4: no colour.
 struct AmpelColour {
@@ -32,6 +33,10 @@ AmpelColour ampel_colour(int level);
 // The verdict in words, one message.
 Message data_diagnosis_text(const DataSituation& situation);
 // Judges anew and tells the user.
-DataSituation DataDiagnosis(const Session& s);
+DataSituation DataDiagnosis(const SubstanceConstants& substance, Messages& messages);
+
+// What a reference state lacks in the record: "enthalpy of formation", "conventional entropy", "Gibbs energy
+// of formation"; empty when it has all it needs. A true zero of 1E-37 counts as given.
+std::string_view missing_formation_data(const SubstanceConstants& substance, int RefKode);
 
 }  // namespace quom

@@ -100,7 +100,7 @@ double given(double x, CellForm form) {
     return form == CellForm::rounded4 ? std::floor(x * 10000.0 + 0.5) / 10000.0 : x;
 }
 
-// One session value from a cell, and back.
+// One value in memory from a cell.
 template <class Value>
 Value from_cell(float cell, CellForm form) {
     if constexpr (std::is_same_v<Value, std::int16_t>)
@@ -187,6 +187,8 @@ UnpackedRecord unpack_record(std::string_view record, const RecordLayout& layout
     UnpackedRecord result;
     S& c = result.constants;
     c.StoffFormula = trim_right(text_left(record_text(record, layout.Formula), 12));
+    c.StoffFormulaCompact = c.StoffFormula;
+    std::erase(c.StoffFormulaCompact, ' ');
     c.StoffStructure = record_text(record, layout.Structure);
     const std::string name = record_text(record, layout.Name(Englisch));
     c.StoffName = trim_right(std::string_view(name).substr(0, name.find(';')));
@@ -220,7 +222,8 @@ void pack_cells(const SubstanceConstants& constants, const RecordLayout& layout,
 }
 
 void set_august(SubstanceConstants& c) {
-    c.AugustA = c.AugustB = 0.0f;
+    c.AugustA = 0.0f;
+    c.AugustB = 0.0f;
     // T(cr) is a double of four decimals, T(nb) a single: equal ones differ in their last digits.
     if (!is_given(c.Tcr) || !is_given(c.pcr) || c.Tnb == static_cast<float>(c.Tcr)) return;
     const double Tnb = static_cast<double>(c.Tnb);

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <variant>
 
-#include "session/substance_constants.h"
+#include "substance/substance_constants.h"
 
 namespace quom {
 
@@ -36,14 +36,14 @@ struct RecordLayout {
 // The layout of kind 7 (*.Q07, 950 bytes) or 6 (*.Q06, 776 bytes, no Structure); nullptr for any other kind.
 const RecordLayout* record_layout(int kind);
 
-// What a cell becomes in the session.
+// What a cell becomes in memory.
 enum class CellForm {
     plain,     // the number; one that is not finite reads as 0
     rounded4,  // rounded to four decimals
     limit,     // a temperature limit [K], rounded half to even to 16 bits, written back as a whole number
 };
 
-// One field of the session and the run of cells it comes from: the one table that unpacking and write-back
+// One field of the constants and the run of cells it comes from: the one table that unpacking and write-back
 // walk.
 struct CellField {
     using Constants = SubstanceConstants;
@@ -72,9 +72,10 @@ void set_record_cell(std::string& record, const RecordLayout& layout, int cell, 
 
 // A record unpacked.
 struct UnpackedRecord {
-    SubstanceConstants constants;  // without StoffFormulaCompact and correlated sets
-    std::string EVPTag;            // tag of the default vapor pressure equation, "<> " when there is none
+    SubstanceConstants constants;  // without the correlated sets
+    std::string EVPTag = "<> ";    // tag of the default vapor pressure equation, "<> " when there is none
     std::int16_t err = 0;          // -1: T(cr) or p(cr) is missing; everything else is unpacked all the same
+    bool readable = true;          // the record was read
 };
 // Unpacks a record of at least layout.length bytes, with the name in the language asked for.
 UnpackedRecord unpack_record(std::string_view record, const RecordLayout& layout, bool Englisch);

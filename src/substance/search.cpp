@@ -11,21 +11,17 @@
 namespace quom {
 namespace {
 
-void tell_not_found(const Session& s, std::string text) {
-    s.tell({.title = "ERROR: Selection of a substance",
-            .text = std::move(text),
-            .buttons = Buttons::ok,
-            .default_button = Answer::ok,
-            .kind = MessageKind::warning});
+Message not_found(std::string text) {
+    return {
+        .title = "ERROR: Selection of a substance", .text = std::move(text), .kind = MessageKind::warning};
 }
 
 // First substance whose main name or CAS number is the text; 0 when there is none.
-int find_in_tables(const Session& s, const std::string& wanted) {
-    const auto& rows = s.database.file.rows;
-    const auto hit = std::find_if(rows.begin(), rows.end(), [&](const SubstanceRow& row) {
+int find_in_tables(const DatabaseFile& file, const std::string& wanted) {
+    const auto hit = std::ranges::find_if(file.rows, [&](const SubstanceRow& row) {
         return trim(row.SubstanceCAS) == wanted || upper_text(main_name(row.SubstanceName)) == wanted;
     });
-    return hit == rows.end() ? 0 : static_cast<int>(hit - rows.begin()) + 1;
+    return hit == file.rows.end() ? 0 : static_cast<int>(hit - file.rows.begin()) + 1;
 }
 
 }  // namespace
@@ -34,33 +30,30 @@ std::string main_name(std::string_view SubstanceName) {
     return std::string(trim(SubstanceName.substr(0, SubstanceName.find(';'))));
 }
 
-SubstanceHit FindSubstance(const Session& s, std::string_view text) {
-    const SubstanceHit nothing{.index = s.database.StoffIndex, .found = false};
+SubstanceHit FindSubstance(const DatabaseFile& file, std::string_view ProgramPath, std::string_view text,
+                           int marked) {
     const std::string wanted = upper_text(trim_right(text));
     if (!wanted.empty())
-        if (const int index = find_in_tables(s, wanted); index != 0) return {.index = index, .found = true};
+        if (const int index = find_in_tables(file, wanted); index != 0)
+            return {.index = index, .found = true};
 
-    const SynonymHit synonym = FindSynonym(s, text);
-    if (!synonym.found) {
-        tell_not_found(s, "Nothing found.");
-        return nothing;
-    }
-    const int index = FindCAS(s, synonym.casrn);
-    if (index == 0) {
-        tell_not_found(s, "CASRN " + synonym.casrn + " This substance is not involved in the database ");
-        return nothing;
-    }
-    return {.index = index, .found = true};
+    const SynonymHit synonym = FindSynonym(ProgramPath, text);
+    if (!synonym.found) return {.index = marked, .message = not_found("Nothing found.")};
+    const int index = FindCAS(file, synonym.casrn);
+    if (index != 0) return {.index = index, .found = true};
+    return {
+        .index = marked,
+        .message = not_found("CASRN " + synonym.casrn + " This substance is not involved in the database ")};
 }
 
-SystemNoEntry enter_system_no(const Session& s, std::string_view text) {
-    SystemNoEntry entry{.index = s.database.StoffIndex, .found = false, .clear = false};
+SystemNoEntry enter_system_no(const DatabaseFile& file, std::string_view text, int marked) {
+    SystemNoEntry entry{.index = marked};
     const std::size_t length = text_length(text);
     if (length < 1 || length > 4) return entry;
     const std::int16_t number = to_i16(Val(text));
     entry.clear = number < 1;
     if (entry.clear) return entry;
-    if (const int index = FindSystemNo(s, number); index != 0) {
+    if (const int index = FindSystemNo(file, number); index != 0) {
         entry.index = index;
         entry.found = true;
     }

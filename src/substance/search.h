@@ -1,20 +1,24 @@
 // Finding a substance by what a user types: name, synonym, CAS number, system number.
 #pragma once
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "session/session.h"
+#include "base/messages.h"
+#include "substance/database_file.h"
 
 namespace quom {
 
 struct SubstanceHit {
-    int index = 0;  // 1-based; the row marked in the list when nothing was found
+    int index = 0;  // 1-based; the row marked before when nothing was found
     bool found = false;
+    std::optional<Message> message{};  // why nothing was found
 };
-// Looks a text up: main names in the language in force and CAS numbers of the tables first, then the file of
-// synonyms. Tells the user when nothing is found, or when the database does not hold the substance.
-SubstanceHit FindSubstance(const Session& s, std::string_view text);
+// Looks a text up: main names in the language of the tables and CAS numbers first, then the file of synonyms
+// in ProgramPath.
+SubstanceHit FindSubstance(const DatabaseFile& file, std::string_view ProgramPath, std::string_view text,
+                           int marked = 0);
 
 // What typing into the box of the system number does.
 struct SystemNoEntry {
@@ -23,7 +27,7 @@ struct SystemNoEntry {
     bool clear = false;  // beep and empty the box
 };
 // Only texts of 1 to 4 characters act.
-SystemNoEntry enter_system_no(const Session& s, std::string_view text);
+SystemNoEntry enter_system_no(const DatabaseFile& file, std::string_view text, int marked);
 
 // The main name of a row: up to its first ";".
 std::string main_name(std::string_view SubstanceName);

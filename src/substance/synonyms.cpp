@@ -49,8 +49,9 @@ class SynonymLines {
     // The next CAS line, without blanks at its end; empty lines before it do not count.
     std::string_view next_cas() {
         std::string_view line;
-        do line = trim_right(next());
-        while (line.empty());
+        do {
+            line = trim_right(next());
+        } while (line.empty());
         return line;
     }
     bool at_end() const { return rest_.empty(); }
@@ -79,14 +80,16 @@ std::string_view unwrapped(std::string_view text) {
 
 std::string_view without_first(std::string_view text) { return text.substr(text.empty() ? 0 : 1); }
 
-const Message cas_not_listed{
-    .title = "Execution not possible",
-    .text =
-        "CASRN is still lacking in the list of synonyms\nATTENTION!\nIn this situation you cannot find this "
-        "substance\nvia input of the name.",
-    .buttons = Buttons::ok,
-    .default_button = Answer::ok,
-    .kind = MessageKind::warning};
+Message cas_not_listed() {
+    return {.title = "Execution not possible",
+            .text =
+                "CASRN is still lacking in the list of synonyms\nATTENTION!\nIn this situation you cannot "
+                "find this "
+                "substance\nvia input of the name.",
+            .kind = MessageKind::warning};
+}
+
+std::string synonym_path(std::string_view ProgramPath) { return resolve_path(SynonymFile, ProgramPath); }
 
 }  // namespace
 
@@ -131,9 +134,8 @@ SynonymHit find_synonym(std::string_view file_bytes, std::string_view name) {
     }
 }
 
-SynonymHit FindSynonym(const Session& s, std::string_view name) {
-    return find_synonym(
-        read_file(resolve_path(SynonymFile, s.database.ProgramPath)).bytes.value_or(std::string()), name);
+SynonymHit FindSynonym(std::string_view ProgramPath, std::string_view name) {
+    return find_synonym(read_file(synonym_path(ProgramPath)).bytes.value_or(std::string()), name);
 }
 
 SynonymHead split_head(std::string_view head_bytes) {
@@ -162,8 +164,9 @@ SynonymList list_synonyms(std::string_view file_bytes, std::string_view casrn) {
     SynonymList list;
     SynonymLines lines(file_bytes);
     std::string_view line;
-    do line = trim_right(lines.next());
-    while (line != "END" && (wanted.empty() || line != wanted));
+    do {
+        line = trim_right(lines.next());
+    } while (line != "END" && (wanted.empty() || line != wanted));
     if (line == "END") {
         list.err = -1;
         return list;
@@ -180,25 +183,23 @@ SynonymList list_synonyms(std::string_view file_bytes, std::string_view casrn) {
     return list;
 }
 
-SynonymList FindSynonymVonCAS(const Session& s, std::string_view casrn) {
-    const std::string path = resolve_path(SynonymFile, s.database.ProgramPath);
+SynonymList FindSynonymVonCAS(std::string_view ProgramPath, std::string_view casrn) {
+    const std::string path = synonym_path(ProgramPath);
     SynonymList list = list_synonyms(read_file(path).bytes.value_or(std::string()), casrn);
     list.date = file_date_text(path);
-    if (list.err != 0) s.tell(cas_not_listed);
+    if (list.err != 0) list.message = cas_not_listed();
     return list;
 }
 
-SynonymList ShowSynonyms(const Session& s, std::string_view StoffCAS) {
+SynonymList ShowSynonyms(std::string_view ProgramPath, std::string_view StoffCAS) {
     const std::string_view casrn = trim(StoffCAS);
-    if (casrn.empty() || (Val(casrn) == 0.0 && casrn != "00-00-0")) {
-        s.tell({.title = "WARNING",
-                .text = "CASRN not given/ not correct",
-                .buttons = Buttons::ok,
-                .default_button = Answer::ok,
-                .kind = MessageKind::warning});
-        return {.head = {}, .synonyms = {}, .count = 0, .date = {}, .err = -1};
-    }
-    return FindSynonymVonCAS(s, casrn);
+    if (!casrn.empty() && (Val(casrn) != 0.0 || casrn == "00-00-0"))
+        return FindSynonymVonCAS(ProgramPath, casrn);
+    SynonymList list;
+    list.err = -1;
+    list.message =
+        Message{.title = "WARNING", .text = "CASRN not given/ not correct", .kind = MessageKind::warning};
+    return list;
 }
 
 std::vector<SynonymBlock> read_synonym_blocks(std::string_view file_bytes) {

@@ -7,12 +7,13 @@
 // Its text is Windows-1252; everything below is UTF-8.
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "session/session.h"
+#include "base/messages.h"
 
 namespace quom {
 
@@ -35,7 +36,7 @@ struct SynonymHit {
 // Looks a name, synonym or CAS number up in the bytes of a synonym file.
 SynonymHit find_synonym(std::string_view file_bytes, std::string_view name);
 // The same in the file of the program folder; a missing file finds nothing.
-SynonymHit FindSynonym(const Session& s, std::string_view name);
+SynonymHit FindSynonym(std::string_view ProgramPath, std::string_view name);
 
 struct SynonymHead {
     std::string Kopf1, Kopf2, Kopf3, Kopf4, Kopf5;
@@ -49,16 +50,17 @@ struct SynonymList {
     std::string head;      // Kopf1, the last middle field that is not empty, Kopf5, "CAS-RN: ..", one a line
     std::string synonyms;  // one a line, each with its line end
     int count = 0;
-    std::string date;      // of the file, ten characters
-    std::int16_t err = 0;  // -1: the CAS number is not in the file
+    std::string date;                  // of the file, ten characters
+    std::int16_t err = 0;              // -1: the CAS number is not in the file
+    std::optional<Message> message{};  // what the user is told of it
 };
 // The synonyms of a CAS number in the bytes of a synonym file (without date).
 SynonymList list_synonyms(std::string_view file_bytes, std::string_view casrn);
-// The same in the file of the program folder; tells the user when the number is not there.
-SynonymList FindSynonymVonCAS(const Session& s, std::string_view casrn);
-// The synonyms of a CAS number as a substance has it. err -1 after a message: no CAS number, or not in the
+// The same in the file of the program folder, with a message when the number is not there.
+SynonymList FindSynonymVonCAS(std::string_view ProgramPath, std::string_view casrn);
+// The synonyms of a CAS number as a substance has it. err -1 with a message: no CAS number, or not in the
 // file.
-SynonymList ShowSynonyms(const Session& s, std::string_view StoffCAS);
+SynonymList ShowSynonyms(std::string_view ProgramPath, std::string_view StoffCAS);
 
 // One block of a synonym file to be written.
 struct SynonymBlock {

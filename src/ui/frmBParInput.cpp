@@ -3,22 +3,24 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "calc/calc_input.h"
+#include "forms/refusal.h"
+#include "forms/virial_form.h"
 #include "ui/labels.h"
 #include "ui/number_box.h"
 
 namespace quom {
 
-frmBParInput::frmBParInput(Session& session, QWidget* parent)
+frmBParInput::frmBParInput(const EosInput& constants, Messages& messages, QWidget* parent)
     : QDialog(parent),
       cmdParameter_OK(named(new QPushButton(QStringLiteral("&Parameters OK"), this), "cmdParameter_OK",
                             QStringLiteral("Parameters OK"))),
       cancel(
           named(new QPushButton(QStringLiteral("Cancel <Esc>"), this), "cancel", QStringLiteral("Cancel"))),
-      session_(session) {
+      constants_(constants),
+      messages_(messages) {
     setObjectName(QStringLiteral("frmBParInput"));
     setWindowTitle(QString::fromUtf8(virial_caption.data(), static_cast<int>(virial_caption.size())));
-    const VirialInput values = virial_input(session);
+    const VirialInput values = virial_input(constants);
     const double shown[] = {values.b0, values.b1, values.b2};
     const char* const labels[] = {"b0 = ", "b1 = ", "b2 = "};
     auto* form = new QGridLayout;
@@ -48,15 +50,15 @@ void frmBParInput::take() {
     for (int i = 0; i < 3; ++i) {
         const auto number = box_number(par[i]->text().toStdString());
         if (!number) {
-            session_.tell(no_valid_input());
+            messages_.ask(no_valid_input());
             par[i]->setFocus();
             par[i]->selectAll();
             return;
         }
         b[i] = *number;
     }
-    if (const auto refusal = take_virial_input(session_, {.b0 = b[0], .b1 = b[1], .b2 = b[2]})) {
-        session_.tell(*refusal);
+    if (const auto refusal = take_virial_input(constants_, {.b0 = b[0], .b1 = b[1], .b2 = b[2]})) {
+        messages_.ask(*refusal);
         return;
     }
     accept();

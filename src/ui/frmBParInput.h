@@ -2,17 +2,22 @@
 #pragma once
 #include <QDialog>
 
+#include "base/messages.h"
+#include "engine/models.h"
+
 class QPushButton;
 
 namespace quom {
 
 class NumberBox;
-struct Session;
+
+// Accepted: constants() are those of the boxes.
 
 class frmBParInput : public QDialog {
     Q_OBJECT
  public:
-    frmBParInput(Session& session, QWidget* parent);
+    frmBParInput(const EosInput& constants, Messages& messages, QWidget* parent);
+    const EosInput& constants() const { return constants_; }
 
     NumberBox* par[3];  // b0, b1, b2
     QPushButton* cmdParameter_OK;
@@ -20,7 +25,8 @@ class frmBParInput : public QDialog {
 
  private:
     void take();
-    Session& session_;
+    EosInput constants_;
+    Messages& messages_;
 };
 
 }  // namespace quom

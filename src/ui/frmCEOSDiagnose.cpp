@@ -9,6 +9,7 @@
 #include "ui/isotherm_picture.h"
 #include "ui/labels.h"
 #include "ui/value_box.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -50,14 +51,14 @@ class frmCEOSDiagnose::RootKey : public QWidget {
     Stretch kind_ = Stretch::one_phase;
 };
 
-frmCEOSDiagnose::frmCEOSDiagnose(Session& session, QWidget* parent)
+frmCEOSDiagnose::frmCEOSDiagnose(Workbench& bench, QWidget* parent)
     : QWidget(parent),
       lblEOS(named(head_label(QString(), this), "lblEOS")),
       lblState(named(new ValueBox(this), "lblState", QStringLiteral("State"))),
       picIsotherm(named(new IsothermView(this), "picIsotherm", QStringLiteral("p-v isotherm"))),
       cmdClose(
           named(new QPushButton(QStringLiteral("Close <Esc>"), this), "cmdClose", QStringLiteral("Close"))),
-      session_(session) {
+      bench_(bench) {
     setObjectName(QLatin1String(Name));
     setWindowTitle(text_of(diagnosis_caption));
     for (int i = 0; i < 3; ++i) {
@@ -70,7 +71,6 @@ frmCEOSDiagnose::frmCEOSDiagnose(Session& session, QWidget* parent)
     cmdClose->setMinimumWidth(96);
     connect(cmdClose, &QPushButton::clicked, this, [this] { drop_window(this); });
     build_layout();
-    refresh();
 }
 
 void frmCEOSDiagnose::build_layout() {
@@ -107,14 +107,16 @@ void frmCEOSDiagnose::build_layout() {
     cmdClose->setFocus();
 }
 
-void frmCEOSDiagnose::refresh() {
-    const EosDiagnosis diagnosis = diagnose_eos(session_);
+void frmCEOSDiagnose::show_outcome(const Outcome& outcome) {
+    const UnitFactors factors = bench_.session.factors(outcome.T.value_or(0.0));
+    const std::string_view v_unit = VolumeName(bench_.document().units);
+    const EosDiagnosis diagnosis = diagnose_eos(bench_.fluid(), outcome, factors, v_unit);
     lblEOS->setText(diagnosis.available ? QString::fromStdString(diagnosis.heading)
                                         : QStringLiteral("no state of a cubic EOS"));
     lblState->show_text(diagnosis.available ? text_of("T/K = " + genNum(diagnosis.T) +
                                                       "   p/kPa = " + genNum(static_cast<float>(diagnosis.p)))
                                             : QString());
-    picIsotherm->show_picture(diagnosis_picture(session_));
+    picIsotherm->show_picture(diagnosis_picture(bench_.fluid(), outcome, factors, v_unit));
     for (std::size_t i = 0; i < 3; ++i) {
         const bool shown = i < diagnosis.lines.size();
         lblRoot[i]->setVisible(shown);

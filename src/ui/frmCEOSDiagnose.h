@@ -10,6 +10,7 @@ class QPushButton;
 
 namespace quom {
 
+class Workbench;
 class IsothermView;
 class ValueBox;
 
@@ -17,9 +18,9 @@ class frmCEOSDiagnose : public QWidget {
     Q_OBJECT
  public:
     static constexpr const char* Name = "frmCEOSDiagnose";
-    explicit frmCEOSDiagnose(Session& session, QWidget* parent = nullptr);
-    // Shows the state of the last calculation.
-    void refresh();
+    explicit frmCEOSDiagnose(Workbench& bench, QWidget* parent = nullptr);
+    // Shows the state of a calculation.
+    void show_outcome(const Outcome& outcome);
 
     QLabel* lblEOS;
     ValueBox* lblState;
@@ -31,7 +32,7 @@ class frmCEOSDiagnose : public QWidget {
  private:
     class RootKey;
     void build_layout();
-    Session& session_;
+    Workbench& bench_;
     RootKey* key_[3];
 };
 

@@ -7,9 +7,11 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "forms/calculation_form.h"
 #include "ui/labels.h"
 #include "ui/look.h"
 #include "ui/result_list.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -34,11 +36,11 @@ QRadioButton* option(const char* name, int index, const QString& text) {
 
 }  // namespace
 
-frmCalcIn::frmCalcIn(Session& session, bool diagram_pending, QWidget* parent)
+frmCalcIn::frmCalcIn(Workbench& bench, Mode mode, const CalcSetup& setup, bool diagram_pending,
+                     QWidget* parent)
     : InputWindow(parent),
-      session_(session),
-      before_(input_record(session)),
-      selection_(OpenPartial(session, diagram_pending)) {
+      bench_(bench),
+      selection_(OpenPartial(bench.fluid(), mode, setup, diagram_pending)) {
     setObjectName(QLatin1String(Name));
     setWindowTitle(shown(partial_caption));
 
@@ -55,9 +57,9 @@ frmCalcIn::frmCalcIn(Session& session, bool diagram_pending, QWidget* parent)
     leave_by(cancel);
     set_tab_order({opt_glob[0], opt_glob[1], optPartialBenson[0], optPartialBenson[1], Ref_opt[0], Ref_opt[1],
                    Ref_opt[2], txtRef, cancel, OK});
-    connect(this, &InputWindow::left, this, [this] { put_back(session_, before_); });
     connect(OK, &QPushButton::clicked, this, [this] {
-        const PartialContinue next = ContinuePartial(session_, selection_);
+        const bool direct = is_direct(bench_.document(), selection_.mode);
+        const PartialContinue next = ContinuePartial(bench_.fluid(), selection_, direct);
         finish();
         emit continued(next);
     });
@@ -88,7 +90,7 @@ QWidget* frmCalcIn::make_situation() {
         // The text of the whole group in place of the choice, where the concept of the models decides.
         if (view.situation == PartialSituation::partial_concept) button->hide();
         // With an EOS of the V-phase alone GLOBAL can be pressed, and says why it cannot be had.
-        button->setEnabled(view.opt_glob_enabled || session_.models.VPhaseOnly);
+        button->setEnabled(view.opt_glob_enabled || bench_.fluid().VPhaseOnly);
     }
     row->addStretch();
     column->addLayout(row);
@@ -114,7 +116,7 @@ QWidget* frmCalcIn::make_density() {
     column->addWidget(lblMethod);
     for (int i : {0, 1}) {
         connect(optPartialBenson[static_cast<std::size_t>(i)], &QRadioButton::clicked, this, [this, i] {
-            ChooseDensity(session_, selection_, i == 0);
+            ChooseDensity(bench_.fluid(), selection_, i == 0);
             show_view();
         });
     }
@@ -161,31 +163,30 @@ void frmCalcIn::show_view() {
 }
 
 void frmCalcIn::choose_concept(bool global) {
-    const auto refusal = ChooseConcept(session_, selection_, global);
-    if (refusal) session_.tell(*refusal);
+    const auto refusal = ChooseConcept(bench_.fluid(), selection_, global);
+    if (refusal) bench_.tell(*refusal);
     show_view();
 }
 
 void frmCalcIn::choose_reference(int option) {
     const bool manual = option == ref_manual;
-    if (manual && !input_open_) before_input_ = {selection_, session_.benson};
+    if (manual && !input_open_) proposed_ = selection_;
     input_open_ = manual;
-    ChooseReference(session_, selection_, option);
+    ChooseReference(bench_.fluid(), selection_, option);
     show_view();
     emit reference_input(manual);
 }
 
-void frmCalcIn::reference_taken() {
+void frmCalcIn::reference_taken(const BensonReference& point) {
     input_open_ = false;
-    ReferenceTaken(session_, selection_);
+    ReferenceTaken(bench_.fluid(), selection_, point);
     show_view();
     OK->setFocus();
 }
 
 void frmCalcIn::reference_left() {
     input_open_ = false;
-    selection_ = before_input_.selection;
-    session_.benson = before_input_.point;
+    selection_ = proposed_;
     show_view();
     Ref_opt[static_cast<std::size_t>(selection_.view.Ref_opt)]->setFocus();
 }

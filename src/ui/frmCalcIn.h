@@ -2,8 +2,7 @@
 #pragma once
 #include <array>
 
-#include "calc/calc_input.h"
-#include "calc/calc_partial.h"
+#include "forms/partial_form.h"
 #include "ui/input_window.h"
 
 class QGroupBox;
@@ -14,12 +13,16 @@ class QRadioButton;
 namespace quom {
 
 class ResultList;
+class Workbench;
 
 class frmCalcIn : public InputWindow {
     Q_OBJECT
  public:
     static constexpr const char* Name = "frmCalcIn";
-    explicit frmCalcIn(Session& session, bool diagram_pending = false, QWidget* parent = nullptr);
+    // Opens over the setup of the calculation to come.
+    frmCalcIn(Workbench& bench, Mode mode, const CalcSetup& setup, bool diagram_pending = false,
+              QWidget* parent = nullptr);
+    const PartialSelection& selection() const { return selection_; }
     void focus_first();
 
     QGroupBox *fraSituation = nullptr, *fraPartial = nullptr, *fraRef = nullptr;
@@ -36,8 +39,8 @@ class frmCalcIn : public InputWindow {
     void reference_input(bool wanted);            // frmParinput of kind 4 is to open, or to close
 
  public slots:
-    void reference_taken();  // frmParinput took the point
-    void reference_left();   // ... or was left: the point of before is in force again
+    void reference_taken(const quom::BensonReference& point);  // frmParinput took the point
+    void reference_left();  // ... or was left: the selection is that of before
 
  private:
     QWidget* make_situation();
@@ -47,13 +50,9 @@ class frmCalcIn : public InputWindow {
     void choose_concept(bool global);
     void choose_reference(int option);
 
-    Session& session_;
-    const InputRecord before_;
+    Workbench& bench_;
     PartialSelection selection_;
-    struct {
-        PartialSelection selection;
-        BensonReference point;
-    } before_input_;
+    PartialSelection proposed_;  // the selection without a point that is being typed
     bool input_open_ = false;
 };
 

@@ -8,11 +8,13 @@
 #include <QVBoxLayout>
 
 #include "base/number_text.h"
+#include "report/result_list.h"
 #include "ui/beside.h"
 #include "ui/labels.h"
 #include "ui/number_box.h"
 #include "ui/result_list.h"
 #include "ui/value_box.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -35,7 +37,7 @@ QPushButton* button(const char* name, const char* caption, QWidget* parent) {
 
 }  // namespace
 
-frmIsoCalc::frmIsoCalc(Session& session, IsoCalculator calculator, QWidget* parent)
+frmIsoCalc::frmIsoCalc(Workbench& bench, IsoCalculator calculator, QWidget* parent)
     : QWidget(parent),
       optIsoTp{option("optIsoTp", 0, QStringLiteral("&Temperat."), this),
                option("optIsoTp", 1, QStringLiteral("&Pressure"), this)},
@@ -53,14 +55,13 @@ frmIsoCalc::frmIsoCalc(Session& session, IsoCalculator calculator, QWidget* pare
       cmdShowManuInput(button("cmdShowManuInput", "Curve &input", this)),
       cmdEsc(button("cmdEsc", "Close", this)),
       cmdIsoHelp(help_button("cmdIsoHelp", QStringLiteral("Iso Calculator"), this)),
-      session_(session),
+      bench_(bench),
       calculator_(std::move(calculator)),
       lblFuUnit(named(new TrimmedLabel(QString(), this), "lblFuUnit")) {
     setObjectName(QLatin1String(Name));
     setWindowTitle(QStringLiteral("Iso Calculator"));
     for (int i = 0; i < 8; ++i)
-        OptIsoFu[i] =
-            option("OptIsoFu", i, text_of(iso_functions[static_cast<std::size_t>(i)].caption), this);
+        OptIsoFu[i] = option("OptIsoFu", i, text_of(iso_captions[static_cast<std::size_t>(i)].caption), this);
     txtFuConst->setToolTip(QStringLiteral("manual input possible; for unit see \"Options\""));
     cmdReset->setToolTip(QStringLiteral("Reset to last successful calculation"));
     txtTpCalc->setAccessibleName(QStringLiteral("Result"));
@@ -149,6 +150,13 @@ void frmIsoCalc::connect_controls() {
     connect(cmdEsc, &QPushButton::clicked, this, [this] { drop_window(this); });
     connect(cmdIsoHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this, HelpTopic); });
     txtFuConst->press_on_enter(cmdCalc);
+    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
+        // The value of the function would be one of the former unit or reference state.
+        if (changes.substance || changes.models || !(changes.units || changes.reference)) return;
+        calculator_.last.reset();
+        Liste->show_text({});
+        choose();
+    });
 }
 
 void frmIsoCalc::read_options() {
@@ -160,7 +168,7 @@ void frmIsoCalc::read_options() {
 
 void frmIsoCalc::choose() {
     read_options();
-    show_current_state(session_, calculator_);
+    show_current_state(bench_.session, calculator_);
     show_calculator();
 }
 
@@ -168,7 +176,7 @@ void frmIsoCalc::calculate() {
     read_options();
     calculator_.txtTpVorgabe = txtTpVorgabe->value();
     calculator_.txtFuConst = txtFuConst->value();
-    const bool found = iso_calculate(session_, calculator_);
+    const bool found = iso_calculate(bench_.session, calculator_);
     show_calculator();
     if (!found) {
         Liste->show_text({});
@@ -179,7 +187,7 @@ void frmIsoCalc::calculate() {
 }
 
 void frmIsoCalc::reset() {
-    iso_reset(session_, calculator_);
+    iso_reset(bench_.session, calculator_);
     show_calculator();
     if (!calculator_.last) return;
     show_found_state();
@@ -193,8 +201,8 @@ void frmIsoCalc::show_calculator() {
     lblTpVorgabe->setText(text_of(iso_given_label(calculator_)));
     caption_for(lblTpVorgabe, txtTpVorgabe);
     txtTpVorgabe->set_value(calculator_.txtTpVorgabe);
-    const QString unit = text_of(iso_unit(session_, calculator_));
-    lblFuConst->setText(text_of(iso_functions[static_cast<std::size_t>(calculator_.IsoFu)].label));
+    const QString unit = text_of(iso_unit(bench_.session, calculator_));
+    lblFuConst->setText(text_of(iso_captions[static_cast<std::size_t>(calculator_.IsoFu)].label));
     caption_for(lblFuConst, txtFuConst, unit);
     lblFuUnit->setText(unit);
     txtFuConst->set_value(calculator_.txtFuConst);
@@ -206,10 +214,12 @@ void frmIsoCalc::show_calculator() {
 }
 
 void frmIsoCalc::show_found_state() {
-    const CalcBatchResult state = iso_state(session_);
-    const std::string head = state.view.par1.text + "    " + state.view.par2.text + '\n';
-    Liste->show_text(head + std::string(head.size() - 1, '=') + '\n' + state.list,
-                     state.view.Liste.colour == colour_red);
+    const Document& document = bench_.document();
+    const OutputView view = make_result_list(bench_.fluid(), iso_state(bench_.session),
+                                             {.units = document.units, .setup = document.calc.setup});
+    const std::string head = view.par1.text + "    " + view.par2.text + '\n';
+    Liste->show_text(head + std::string(head.size() - 1, '=') + '\n' + view.Liste.text,
+                     view.Liste.colour == colour_red);
 }
 
 void frmIsoCalc::keyPressEvent(QKeyEvent* event) {

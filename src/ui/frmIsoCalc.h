@@ -2,7 +2,7 @@
 #pragma once
 #include <QWidget>
 
-#include "calc/iso_search.h"
+#include "forms/iso_form.h"
 
 class QAbstractButton;
 class QLabel;
@@ -11,6 +11,7 @@ class QRadioButton;
 
 namespace quom {
 
+class Workbench;
 class NumberBox;
 class ResultList;
 class ValueBox;
@@ -19,7 +20,7 @@ class frmIsoCalc : public QWidget {
     Q_OBJECT
  public:
     static constexpr const char* Name = "frmIsoCalc";
-    frmIsoCalc(Session& session, IsoCalculator calculator, QWidget* parent = nullptr);
+    frmIsoCalc(Workbench& bench, IsoCalculator calculator, QWidget* parent = nullptr);
 
     QRadioButton* optIsoTp[2];     // T given, p given
     QRadioButton* OptIsoFu[8];     // v, h, s, g, u, a, e of H, e of U
@@ -48,7 +49,7 @@ class frmIsoCalc : public QWidget {
     void show_calculator();
     void show_found_state();
 
-    Session& session_;
+    Workbench& bench_;
     IsoCalculator calculator_;
     QLabel* lblFuUnit;
 };

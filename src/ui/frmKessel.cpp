@@ -5,12 +5,14 @@
 #include <QGridLayout>
 #include <QLabel>
 
-#include "calc/tank_view.h"
+#include "report/result_list.h"
+#include "report/tank_view.h"
 #include "ui/beside.h"
 #include "ui/labels.h"
 #include "ui/look.h"
 #include "ui/tank_picture.h"
 #include "ui/value_box.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -18,18 +20,9 @@ namespace {
 
 constexpr int HelpTopic = 81;
 
-// A calculation that says nothing: boxes are answered by their defaults.
-CalcBatchResult calculate_quietly(Session& s) {
-    Messages* const listener = s.messages;
-    s.messages = nullptr;
-    CalcBatchResult result = CalcBatch(s, {.Mode = s.calc.CalcMode, .Point = 0, .Quiet = true});
-    s.messages = listener;
-    return result;
-}
-
 }  // namespace
 
-frmKessel::frmKessel(Session& session, QWidget* parent)
+frmKessel::frmKessel(Workbench& bench, QWidget* parent)
     : QWidget(parent),
       picTank(named(new TankPicture(this), "picTank", QStringLiteral("Tank"))),
       lblp(named(new QLabel(QStringLiteral("p"), this), "lblp")),
@@ -37,7 +30,7 @@ frmKessel::frmKessel(Session& session, QWidget* parent)
       txtp(named(new ValueBox(this, 26), "txtp")),
       lblError(named(new QLabel(this), "lblError")),
       cmdTankHelp(help_button("cmdTankHelp", QStringLiteral("Tank"), this)),
-      session_(session) {
+      bench_(bench) {
     setObjectName(QLatin1String(Name));
     lblError->setTextFormat(Qt::PlainText);
     lblError->setWordWrap(true);
@@ -64,8 +57,9 @@ frmKessel::frmKessel(Session& session, QWidget* parent)
 }
 
 void frmKessel::refresh() {
-    const bool tank_mode = session_.calc.CalcMode == 9 || session_.calc.CalcMode == 10;
-    const TankView view = tank_view(session_, tank_mode ? calculate_quietly(session_) : CalcBatchResult{});
+    const Outcome* outcome = current_outcome(bench_.session);
+    const TankView view =
+        tank_view(bench_.fluid(), outcome ? *outcome : Outcome{}, bench_.document().calc.setup);
     setWindowTitle(QString::fromStdString(view.caption));
     txtLevel->show_text(QString::fromStdString(view.level));
     txtp->show_text(QString::fromStdString(view.pressure));

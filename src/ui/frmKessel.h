@@ -2,13 +2,12 @@
 #pragma once
 #include <QWidget>
 
-#include "session/session.h"
-
 class QLabel;
 class QAbstractButton;
 
 namespace quom {
 
+class Workbench;
 class TankPicture;
 class ValueBox;
 
@@ -16,8 +15,9 @@ class frmKessel : public QWidget {
     Q_OBJECT
  public:
     static constexpr const char* Name = "frmKessel";
-    explicit frmKessel(Session& session, QWidget* parent = nullptr);
-    // Shows the tank of the record. The result window has said what there is to say: nothing is asked here.
+    explicit frmKessel(Workbench& bench, QWidget* parent = nullptr);
+    // Shows the tank of the result in force. The result window has said what there is to say: nothing is
+    // asked here.
     void refresh();
 
     TankPicture* picTank;
@@ -31,7 +31,7 @@ class frmKessel : public QWidget {
 
  private:
     void take_colour();
-    Session& session_;
+    Workbench& bench_;
 };
 
 }  // namespace quom

@@ -11,6 +11,7 @@
 #include "ui/labels.h"
 #include "ui/look.h"
 #include "ui/number_box.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -23,16 +24,17 @@ QByteArray indexed(const char* name, std::size_t index) {
 }
 
 // What the option of the density or volume box says.
-QString option_text(const Session& s, int kind, bool volume) {
-    for (const InputBox& box : input_form(s, kind, {.volume = volume}).par)
+QString option_text(const Document& document, int kind, bool volume) {
+    for (const InputBox& box : input_form(document, kind, {.volume = volume}).par)
         if (!box.hint.empty()) return shown(box.hint);
     return {};
 }
 
 }  // namespace
 
-frmParinput::frmParinput(Session& session, int kind, QWidget* parent)
-    : InputWindow(parent), session_(session), kind_(kind), form_(input_form(session, kind, {})) {
+frmParinput::frmParinput(Workbench& bench, int kind, const CalculationInput& calc, QWidget* parent)
+    : InputWindow(parent), bench_(bench), kind_(kind), calc_(calc) {
+    form_ = input_form(with_calculation(), kind_, options_);
     setObjectName(QLatin1String(Name));
     setWindowTitle(QString::fromStdString(form_.caption));
 
@@ -60,8 +62,15 @@ frmParinput::frmParinput(Session& session, int kind, QWidget* parent)
     set_tab_order({par[0], par[1], par[2], par[3], optm_n[0], optm_n[1], optRhoV[0], optRhoV[1],
                    cmdParameter_OK, cmdClose});
     connect(cmdParameter_OK, &QPushButton::clicked, this, &frmParinput::take);
+    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
+        if (!changes.units || !options_.volume) return;
+        // The volume typed is one of the former unit.
+        show_form();
+        for (std::size_t i = 0; i < form_.par.size(); ++i)
+            if (form_.par[i].value == BoxValue::volume) par[i]->clear();
+    });
     show_form();
-    const BoxValues values = input_boxes(session_, kind_, options_);
+    const BoxValues values = input_boxes(with_calculation(), bench_.session.factors(), kind_, options_);
     for (std::size_t i = 0; i < form_.par.size(); ++i) show_value(i, values[i]);
     focus_first();
 }
@@ -86,7 +95,7 @@ QWidget* frmParinput::make_options() {
     column->setSpacing(4);
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         const QString text = amount ? (i == 0 ? QStringLiteral("mass m/kg") : QStringLiteral("amount n/kmol"))
-                                    : option_text(session_, kind_, i == 1);
+                                    : option_text(with_calculation(), kind_, i == 1);
         buttons[i] = named(new QRadioButton(text), indexed(amount ? "optm_n" : "optRhoV", i), text);
         column->addWidget(buttons[i]);
     }
@@ -97,6 +106,13 @@ QWidget* frmParinput::make_options() {
     return group;
 }
 
+Document frmParinput::with_calculation() const {
+    Document document = bench_.document();
+    document.calc.CalcMode = calc_.CalcMode;
+    document.calc.setup = calc_.setup;
+    return document;
+}
+
 void frmParinput::focus_first() {
     par[0]->setFocus();
     par[0]->selectAll();
@@ -104,7 +120,7 @@ void frmParinput::focus_first() {
 
 // Labels and boxes of the kind under the options in force; the last box presses the button.
 void frmParinput::show_form() {
-    form_ = input_form(session_, kind_, options_);
+    form_ = input_form(with_calculation(), kind_, options_);
     for (std::size_t i = 0; i < par.size(); ++i) {
         const bool used = i < form_.par.size();
         Bz[i]->setVisible(used);
@@ -131,7 +147,8 @@ BoxValues frmParinput::read_boxes() const {
 
 void frmParinput::choose(const InputOptions& options) {
     const BoxValues before = read_boxes();
-    const BoxValues after = convert_boxes(session_, kind_, options_, options, before);
+    const BoxValues after =
+        convert_boxes(with_calculation(), bench_.session.factors(), kind_, options_, options, before);
     options_ = options;
     show_form();
     for (std::size_t i = 0; i < form_.par.size(); ++i)
@@ -139,17 +156,20 @@ void frmParinput::choose(const InputOptions& options) {
 }
 
 void frmParinput::take() {
-    const InputTaken result = take_input(session_, kind_, options_, read_boxes());
+    Document document = with_calculation();
+    const InputTaken result = take_input(document, bench_.session.factors(), kind_, options_, read_boxes());
     if (result.refusal) {
-        session_.tell(*result.refusal);
+        bench_.tell(*result.refusal);
         par[result.box]->setFocus();
         par[result.box]->selectAll();
         return;
     }
-    if (result.calculate)
-        emit calculate();
-    else
-        emit taken();
+    if (!result.calculate) {
+        emit taken(document.calc.setup.benson);
+        return;
+    }
+    bench_.commit(std::move(document));
+    emit calculate();
 }
 
 }  // namespace quom

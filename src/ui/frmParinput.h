@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-#include "calc/calc_input.h"
+#include "forms/calculation_form.h"
 #include "ui/input_window.h"
 
 class QGroupBox;
@@ -14,13 +14,14 @@ class QRadioButton;
 namespace quom {
 
 class NumberBox;
+class Workbench;
 
 class frmParinput : public InputWindow {
     Q_OBJECT
  public:
     static constexpr const char* Name = "frmParinput";
-    // kind: 4, 33 or 100 + CalcMode.
-    frmParinput(Session& session, int kind, QWidget* parent = nullptr);
+    // kind: 4, 33 or 100 + mode. calc: mode and setup of the calculation to come.
+    frmParinput(Workbench& bench, int kind, const CalculationInput& calc, QWidget* parent = nullptr);
     void focus_first();
 
     QGroupBox* fraPar = nullptr;
@@ -32,8 +33,8 @@ class frmParinput : public InputWindow {
     QPushButton* cmdClose = nullptr;
 
  signals:
-    void taken();      // the reference point is in the record
-    void calculate();  // the values of a calculation are in the record
+    void taken(const quom::BensonReference& point);  // the reference point as typed
+    void calculate();                                // the values of a calculation are in the document
 
  private:
     QWidget* make_boxes();
@@ -44,8 +45,12 @@ class frmParinput : public InputWindow {
     void choose(const InputOptions& options);
     void take();
 
-    Session& session_;
+    // The document with the calculation to come.
+    Document with_calculation() const;
+
+    Workbench& bench_;
     const int kind_;
+    const CalculationInput calc_;
     InputOptions options_;
     InputForm form_;
 };

@@ -8,6 +8,7 @@
 #include "ui/isotherm_picture.h"
 #include "ui/labels.h"
 #include "ui/value_box.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -27,7 +28,7 @@ std::string value_text(const char* label, double value) {
 
 }  // namespace
 
-frmPictureSuperCrit::frmPictureSuperCrit(Session& session, QWidget* parent)
+frmPictureSuperCrit::frmPictureSuperCrit(Workbench& bench, QWidget* parent)
     : QWidget(parent),
       lblRegion(named(head_label(QString(), this), "lblRegion")),
       txtState(named(new ValueBox(this), "txtState")),
@@ -36,7 +37,7 @@ frmPictureSuperCrit::frmPictureSuperCrit(Session& session, QWidget* parent)
                        QStringLiteral("p-v diagram of the regions about the critical point"))),
       cmdClose(
           named(new QPushButton(QStringLiteral("Close <Esc>"), this), "cmdClose", QStringLiteral("Close"))),
-      session_(session) {
+      bench_(bench) {
     setObjectName(QLatin1String(Name));
     setWindowTitle(QStringLiteral("Supercritical states"));
     cmdClose->setDefault(true);
@@ -65,7 +66,8 @@ frmPictureSuperCrit::frmPictureSuperCrit(Session& session, QWidget* parent)
 }
 
 void frmPictureSuperCrit::show_state(double T, double p) {
-    const IsothermPicture picture = region_picture(session_, T, p);
+    const IsothermPicture picture =
+        region_picture(bench_.fluid(), T, p, bench_.session.factors(T), VolumeName(bench_.document().units));
     lblRegion->setText(QLatin1String(RegionTexts[picture.region]));
     txtState->show_text(text_of(value_text("T/K = ", T) + value_text("p/kPa = ", p)).trimmed());
     txtCritical->show_text(

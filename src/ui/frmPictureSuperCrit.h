@@ -2,13 +2,12 @@
 #pragma once
 #include <QWidget>
 
-#include "session/session.h"
-
 class QLabel;
 class QPushButton;
 
 namespace quom {
 
+class Workbench;
 class IsothermView;
 class ValueBox;
 
@@ -16,7 +15,7 @@ class frmPictureSuperCrit : public QWidget {
     Q_OBJECT
  public:
     static constexpr const char* Name = "frmPictureSuperCrit";
-    explicit frmPictureSuperCrit(Session& session, QWidget* parent = nullptr);
+    explicit frmPictureSuperCrit(Workbench& bench, QWidget* parent = nullptr);
     // State at T [K], p [kPa]; 0 for not known.
     void show_state(double T, double p);
 
@@ -26,7 +25,7 @@ class frmPictureSuperCrit : public QWidget {
     QPushButton* cmdClose;
 
  private:
-    Session& session_;
+    Workbench& bench_;
 };
 
 }  // namespace quom

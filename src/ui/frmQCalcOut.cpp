@@ -10,10 +10,10 @@
 #include <iterator>
 
 #include "base/number_text.h"
-#include "calc/batch_points.h"
-#include "calc/calc_input.h"
-#include "calc/calc_titles.h"
-#include "calc/iso_search.h"
+#include "forms/calculation_form.h"
+#include "forms/iso_form.h"
+#include "report/outcome_messages.h"
+#include "report/titles.h"
 #include "ui/beside.h"
 #include "ui/frmCEOSDiagnose.h"
 #include "ui/frmIsoCalc.h"
@@ -24,6 +24,7 @@
 #include "ui/result_list.h"
 #include "ui/value_box.h"
 #include "ui/view_label.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -51,7 +52,7 @@ QFont value_font() {
 
 }  // namespace
 
-frmQCalcOut::frmQCalcOut(Session& session, QWidget* parent)
+frmQCalcOut::frmQCalcOut(Workbench& bench, QWidget* parent)
     : QWidget(parent),
       fraBatchVorgabe(named(new QGroupBox(this), "fraBatchVorgabe")),
       par1(named(new ValueBox(this), "par1", QStringLiteral("Specified value 1"))),
@@ -80,8 +81,8 @@ frmQCalcOut::frmQCalcOut(Session& session, QWidget* parent)
                      captioned<QRadioButton>("optResultPrint_2", "Fi&le", this)},
       chkFuncPrint(captioned<QCheckBox>("chkFuncPrint", "with extended calculation", this)),
       cmdCalc_OK(captioned<QPushButton>("cmdCalc_OK", "&Close", this)),
-      session_(session),
-      direct_(is_direct(session, session.calc.CalcMode)),
+      bench_(bench),
+      direct_(is_direct(bench.document(), bench.document().calc.CalcMode)),
       heads_(new ColumnHeads(Liste, this)) {
     setObjectName(QLatin1String(Name));
     lblLphase = named(heads_->L, "lblLphase");
@@ -203,7 +204,9 @@ void frmQCalcOut::connect_controls() {
     connect(cmdVor, &QPushButton::clicked, this, [this] { step(1); });
     connect(cmdRueck, &QPushButton::clicked, this, [this] { step(-1); });
     connect(chkUHS, &QCheckBox::toggled, this, [this](bool shown) {
-        session_.calc.ShowFunctions = shown;
+        Document document = bench_.document();
+        document.calc.ShowFunctions = shown;
+        bench_.commit(std::move(document));
         calculate(false);
     });
     for (QCheckBox* box : ResPlus) connect(box, &QCheckBox::toggled, this, [this] { set_extended(); });
@@ -211,53 +214,70 @@ void frmQCalcOut::connect_controls() {
     connect(cmdCEOSDiagnose, &QPushButton::clicked, this, [this] { open_diagnosis(); });
     connect(cmdInfoSuperCrit, &QPushButton::clicked, this, [this] { open_picture(); });
     connect(cmdCalc_OK, &QPushButton::clicked, this, [this] { end_calculation(); });
+    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
+        // Another substance or other models close the window.
+        if (changes.substance || changes.models || !(changes.units || changes.reference)) return;
+        outcome_ = quom::calculate(bench_.session, bench_.document().calc.CurrentPoint);
+        show_outcome();
+    });
 }
 
 void frmQCalcOut::load() {
-    Session& s = session_;
-    clear_results(s);
-    s.calc.ExtLevel = 1;
-    s.exp.CurrentPoint = direct_ ? 0 : first_active_point(s);
+    Document document = bench_.document();
+    document.calc.ExtLevel = 1;
+    document.calc.CurrentPoint = direct_ ? 0 : first_active_point(document.exp);
+    const int point = document.calc.CurrentPoint;
+    bench_.commit(std::move(document));
     {
         const QSignalBlocker quiet(chkUHS);
-        chkUHS->setChecked(s.calc.ShowFunctions);
+        chkUHS->setChecked(bench_.document().calc.ShowFunctions);
     }
     cmdVor->setEnabled(!direct_);
     cmdRueck->setEnabled(!direct_);
-    const bool has_point = direct_ || s.exp.CurrentPoint > 0;
+    const bool has_point = direct_ || point > 0;
     if (!has_point)
-        s.tell({.title = "Execution not possible",
-                .text = "all data points are marked as deleted",
-                .kind = MessageKind::warning});
+        bench_.tell({.title = "Execution not possible",
+                     .text = "all data points are marked as deleted",
+                     .kind = MessageKind::warning});
     show_point_text("Specificated value(s) from data point #");
     loaded_ = has_point && calculate(true);
 }
 
 void frmQCalcOut::show_point_text(const char* head) {
     const QString text = direct_ ? QStringLiteral("Specificated value(s) from direct input")
-                                 : QLatin1String(head) + QString::number(session_.exp.CurrentPoint);
+                                 : QLatin1String(head) + QString::number(bench_.document().calc.CurrentPoint);
     fraBatchVorgabe->setTitle(text);
     fraBatchVorgabe->setAccessibleName(text);
 }
 
 bool frmQCalcOut::refresh() {
-    if (direct_) session_.exp.CurrentPoint = 0;
+    if (direct_) choose_point(0);
     return calculate(true);
 }
 
 bool frmQCalcOut::calculate(bool warn_triple) {
-    Session& s = session_;
-    result_ = CalcBatch(
-        s, {.Mode = s.calc.CalcMode, .Point = s.exp.CurrentPoint, .WarnTriple = warn_triple, .p = result_.p});
-    setWindowTitle(QString::fromStdString(CalcCaption(s, s.calc.CalcMode)));
+    outcome_ = quom::calculate(bench_.session, bench_.document().calc.CurrentPoint);
+    for (const Message& message : outcome_messages(bench_.fluid(), outcome_, warn_triple))
+        bench_.tell(message);
+    show_outcome();
+    return view_.Text != "EXIT";
+}
+
+void frmQCalcOut::show_outcome() {
+    const CalculationInput& calc = bench_.document().calc;
+    view_ = make_result_list(bench_.fluid(), outcome_,
+                             {.units = bench_.document().units,
+                              .setup = calc.setup,
+                              .ExtLevel = calc.ExtLevel,
+                              .ShowFunctions = calc.ShowFunctions});
+    setWindowTitle(QString::fromStdString(CalcCaption(calc.CalcMode, calc.setup)));
     show_view();
-    if (diagnosis_) diagnosis_->refresh();
-    if (picture_) picture_->show_state(result_.Result[slot_T], result_.Result[slot_p]);
-    return result_.Text != "EXIT";
+    if (diagnosis_) diagnosis_->show_outcome(outcome_);
+    if (picture_) picture_->show_state(outcome_.T.value_or(0.0), outcome_.p.value_or(0.0));
 }
 
 void frmQCalcOut::show_view() {
-    const OutputView& view = result_.view;
+    const OutputView& view = view_;
     fraBatchVorgabe->setVisible(view.fraBatchVorgabe);
     show_in_box(par1, view.par1);
     show_in_box(par2, view.par2);
@@ -277,7 +297,7 @@ void frmQCalcOut::show_view() {
 }
 
 void frmQCalcOut::show_diagnosis_button() {
-    const OutputView& view = result_.view;
+    const OutputView& view = view_;
     cmdCEOSDiagnose->setEnabled(view.cmdCEOSDiagnose);
     QPalette palette;
     if (view.cmdCEOSDiagnose && view.cmdCEOSDiagnose_colour != colour_button) {
@@ -287,47 +307,57 @@ void frmQCalcOut::show_diagnosis_button() {
     cmdCEOSDiagnose->setPalette(palette);
 }
 
+void frmQCalcOut::choose_point(int point) {
+    Document document = bench_.document();
+    document.calc.CurrentPoint = point;
+    bench_.commit(std::move(document));
+}
+
 void frmQCalcOut::step(int direction) {
-    const int next = stepped_point(session_, session_.exp.CurrentPoint, direction);
-    if (next == session_.exp.CurrentPoint) return;
-    session_.exp.CurrentPoint = next;
+    const Document& document = bench_.document();
+    const int next = stepped_point(document.exp, document.calc.CurrentPoint, direction);
+    if (next == document.calc.CurrentPoint) return;
+    choose_point(next);
     show_point_text("Specificated values from data point ");
     calculate(true);
 }
 
 void frmQCalcOut::set_extended() {
-    CalcState& calc = session_.calc;
-    calc.ExtLevel = 1 + (ResPlus[0]->isChecked() ? 1 : 0) + (ResPlus[1]->isChecked() ? 2 : 0);
-    chkFuncPrint->setEnabled(calc.ExtLevel > 1 && calc.CalcMode < 6);
+    Document document = bench_.document();
+    document.calc.ExtLevel = 1 + (ResPlus[0]->isChecked() ? 1 : 0) + (ResPlus[1]->isChecked() ? 2 : 0);
+    const CalculationInput& calc = document.calc;
+    chkFuncPrint->setEnabled(calc.ExtLevel > 1 && calc.CalcMode < Mode::vaporization_T);
+    bench_.commit(std::move(document));
     calculate(false);
 }
 
 void frmQCalcOut::open_iso_calculator_window() {
-    IsoOpened opened = open_iso_calculator(session_);
+    IsoOpened opened = open_iso_calculator(bench_.session);
     if (opened.refusal) {
-        session_.tell(*opened.refusal);
+        bench_.tell(*opened.refusal);
         return;
     }
     drop_window(iso_);
-    iso_ = new frmIsoCalc(session_, std::move(opened.calculator));
+    iso_ = new frmIsoCalc(bench_, std::move(opened.calculator));
     connect(iso_, &frmIsoCalc::state_changed, this, [this] {
         // T and p of the direct input are those of the state found.
-        const int mode = session_.calc.CalcMode;
-        if (direct_ && (mode == 3 || mode == 8)) calculate(false);
+        const Mode mode = bench_.document().calc.CalcMode;
+        if (direct_ && (mode == Mode::T_p || mode == Mode::functions)) calculate(false);
     });
     open_beside(this, iso_, iso_->sizeHint(), Sizing::free);
 }
 
 void frmQCalcOut::open_diagnosis() {
     drop_window(diagnosis_);
-    diagnosis_ = new frmCEOSDiagnose(session_);
+    diagnosis_ = new frmCEOSDiagnose(bench_);
+    diagnosis_->show_outcome(outcome_);
     open_beside(this, diagnosis_, diagnosis_->sizeHint(), Sizing::free);
 }
 
 void frmQCalcOut::open_picture() {
     drop_window(picture_);
-    picture_ = new frmPictureSuperCrit(session_);
-    picture_->show_state(result_.Result[slot_T], result_.Result[slot_p]);
+    picture_ = new frmPictureSuperCrit(bench_);
+    picture_->show_state(outcome_.T.value_or(0.0), outcome_.p.value_or(0.0));
     open_beside(this, picture_, picture_->sizeHint(), Sizing::free);
 }
 
@@ -351,7 +381,8 @@ void frmQCalcOut::showEvent(QShowEvent* event) {
     auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget());
     if (placed_ || !sub) return;
     placed_ = true;
-    const QPoint kept(session_.calc.QCalcOutLeft, session_.calc.QCalcOutTop);
+    const mdiQUOM* frame = frame_of(this);
+    const QPoint kept = frame ? frame->result_place : QPoint(-1, -1);
     if (kept.x() >= 0 && kept.y() >= 0 && sub->parentWidget()->rect().contains(kept)) sub->move(kept);
     sub->installEventFilter(this);
 }
@@ -361,8 +392,7 @@ bool frmQCalcOut::eventFilter(QObject* watched, QEvent* event) {
     const auto* sub = qobject_cast<QMdiSubWindow*>(watched);
     if (event->type() == QEvent::Move && sub && sub->parentWidget() && !sub->isMaximized() &&
         !sub->isMinimized()) {
-        session_.calc.QCalcOutLeft = sub->x();
-        session_.calc.QCalcOutTop = sub->y();
+        if (mdiQUOM* frame = frame_of(this)) frame->result_place = sub->pos();
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -3,7 +3,7 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "calc/calc_batch.h"
+#include "report/result_list.h"
 
 class QCheckBox;
 class QGroupBox;
@@ -19,6 +19,7 @@ class ColumnHeads;
 class ResultList;
 class ValueBox;
 class ViewLabel;
+class Workbench;
 class frmCEOSDiagnose;
 class frmIsoCalc;
 class frmPictureSuperCrit;
@@ -27,8 +28,8 @@ class frmQCalcOut : public QWidget {
     Q_OBJECT
  public:
     static constexpr const char* Name = "frmQCalcOut";
-    // Clears the results of all points and calculates the first one, or the direct input.
-    explicit frmQCalcOut(Session& session, QWidget* parent = nullptr);
+    // Calculates the first active data point, or the direct input.
+    explicit frmQCalcOut(Workbench& bench, QWidget* parent = nullptr);
 
     // Calculates the point in force anew and shows it. False: there is nothing to show, and the user was
     // told.
@@ -36,7 +37,9 @@ class frmQCalcOut : public QWidget {
     // False: there was nothing to show when the window was made, and the user was told why; it is not to
     // open.
     bool loaded() const { return loaded_; }
-    const CalcBatchResult& result() const { return result_; }
+    // What is shown; without a result that of none.
+    const Outcome& outcome() const { return outcome_; }
+    const OutputView& view() const { return view_; }
     QSize sizeHint() const override { return QWidget::sizeHint().expandedTo({780, 660}); }
 
     QGroupBox* fraBatchVorgabe;
@@ -72,9 +75,11 @@ class frmQCalcOut : public QWidget {
     void connect_controls();
     void load();
     bool calculate(bool warn_triple);
+    void show_outcome();
     void show_view();
     void show_diagnosis_button();
     void show_point_text(const char* head);
+    void choose_point(int point);
     void step(int direction);
     void set_extended();
     void open_iso_calculator_window();
@@ -82,8 +87,9 @@ class frmQCalcOut : public QWidget {
     void open_picture();
     void end_calculation();
 
-    Session& session_;
-    CalcBatchResult result_;
+    Workbench& bench_;
+    Outcome outcome_;
+    OutputView view_;
     bool direct_;
     bool loaded_ = false;
     bool placed_ = false;

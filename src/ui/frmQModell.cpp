@@ -10,14 +10,13 @@
 #include <iterator>
 
 #include "base/number_text.h"
-#include "engine/eos_parameters.h"
-#include "engine/model_catalogue.h"
-#include "engine/vaporization_enthalpy.h"
+#include "forms/model_form.h"
 #include "ui/frmBParInput.h"
 #include "ui/labels.h"
 #include "ui/look.h"
 #include "ui/mdiQUOM.h"
 #include "ui/value_box.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -33,20 +32,7 @@ void show_list(QComboBox* box, const ModelList& list) {
 
 int code_of(const QComboBox* box) { return box->currentData().toInt(); }
 
-// Help topics by code.
-constexpr struct {
-    int first, last, topic;
-} EosTopics[] = {{0, 0, 20}, {2, 4, 21}, {5, 6, 22}, {7, 8, 23}, {10, 10, 24}, {11, 15, 25}, {16, 16, 26}},
-  EvpTopics[] = {{1, 2, 31}, {3, 3, 32}, {4, 4, 33}, {5, 5, 34}, {6, 7, 35}, {8, 8, 36}},
-  HlvTopics[] = {{1, 1, 62}, {5, 6, 63}, {7, 7, 70}}, CpTopics[] = {{1, 1, 41}, {2, 2, 42}};
-constexpr int TopicEvp = 30, TopicCp = 40, TopicConcept = 50, TopicRhoL = 60, TopicHlv = 15340;
-
-template <class Topics>
-int topic_of(const Topics& topics, int code, int otherwise) {
-    for (const auto& row : topics)
-        if (code >= row.first && code <= row.last) return row.topic;
-    return otherwise;
-}
+constexpr int TopicConcept = 50, TopicRhoL = 60;
 
 QComboBox* combo(const char* name, QWidget* parent) {
     auto* box = named(new QComboBox(parent), name);
@@ -79,7 +65,7 @@ frmQModell::frmQModell(mdiQUOM& frame)
       rhoLHilfe(help_button("rhoLHilfe", QStringLiteral("L density"), this)),
       cmdOKModell(named(new QPushButton(QStringLiteral("&OK"), this), "cmdOKModell", QStringLiteral("OK"))),
       frame_(frame),
-      hlv_(std::make_unique<ModelList>()) {
+      form_(std::make_unique<ModelForm>()) {
     setObjectName(QLatin1String(Name));
     setWindowTitle(QStringLiteral("  Selection of Models "));
     HLVKombi->setMinimumContentsLength(24);
@@ -145,31 +131,28 @@ void frmQModell::build_layout() {
 }
 
 void frmQModell::connect_controls() {
-    Session& s = frame_.session();
     connect(EOSKombi, &QComboBox::currentIndexChanged, this, [this] { choose_eos(); });
-    connect(pkombi, &QComboBox::currentIndexChanged, this, [this, &s] {
-        pkombi_click(s, code_of(pkombi));
+    connect(pkombi, &QComboBox::currentIndexChanged, this, [this] {
+        pkombi_click(*form_, evp_of(code_of(pkombi)));
         changed();
     });
-    connect(HLVKombi, &QComboBox::currentIndexChanged, this, [this, &s] {
-        hlv_->selected = HLVKombi->currentIndex();
-        HLVKombi_Click(s, code_of(HLVKombi));
-        show_watson();
+    connect(HLVKombi, &QComboBox::currentIndexChanged, this, [this] {
+        HLVKombi_Click(*form_, hlv_of(code_of(HLVKombi)));
         changed();
     });
-    connect(cpKombi, &QComboBox::currentIndexChanged, this, [this, &s] {
-        cpKombi_Click(s, code_of(cpKombi));
+    connect(cpKombi, &QComboBox::currentIndexChanged, this, [this] {
+        cpKombi_Click(*form_, cp_form_of(code_of(cpKombi)));
         changed();
     });
-    connect(WatsonKombi, &QComboBox::currentTextChanged, this, [this, &s](const QString& text) {
+    connect(WatsonKombi, &QComboBox::currentTextChanged, this, [this](const QString& text) {
         const QString with_point = QString(text).replace(QLatin1Char(','), QLatin1Char('.'));
         if (with_point != text) return WatsonKombi->setEditText(with_point);
-        WatsonKombi_Change(s, text.toStdString());
+        WatsonKombi_Change(*form_, text.toStdString());
         changed();
     });
     for (int option = 0; option < 2; ++option)
-        connect(PriorOpt[option], &QRadioButton::clicked, this, [this, &s, option] {
-            PriorOpt_Click(s, option);
+        connect(PriorOpt[option], &QRadioButton::clicked, this, [this, option] {
+            PriorOpt_Click(*form_, option);
             changed();
         });
     connect(cmdOKModell, &QPushButton::clicked, this, [this] { confirm(); });
@@ -177,11 +160,11 @@ void frmQModell::connect_controls() {
     const auto help = [this](QAbstractButton* button, auto topic) {
         connect(button, &QAbstractButton::clicked, this, [this, topic] { frame_.show_help(topic()); });
     };
-    help(EOSHilfe, [&s] { return topic_of(EosTopics, s.models.EOSKode, 20); });
+    help(EOSHilfe, [this] { return eos_info(form_->models.EOSKode).help_topic; });
     help(PriorHilfe, [] { return TopicConcept; });
-    help(pHilfe, [&s] { return topic_of(EvpTopics, s.models.EVPKode, TopicEvp); });
-    help(HLVHilfe, [&s] { return topic_of(HlvTopics, s.models.HLVKode, TopicHlv); });
-    help(cpHilfe, [&s] { return topic_of(CpTopics, s.models.cpKode, TopicCp); });
+    help(pHilfe, [this] { return evp_info(form_->models.EVPKode).help_topic; });
+    help(HLVHilfe, [this] { return hlv_info(form_->models.HLVKode).help_topic; });
+    help(cpHilfe, [this] { return cp_info(form_->models.cpKode).help_topic; });
     help(rhoLHilfe, [] { return TopicRhoL; });
 }
 
@@ -198,72 +181,58 @@ void frmQModell::open(mdiQUOM& frame) {
 }
 
 void frmQModell::fill() {
-    Session& s = frame_.session();
-    const ModelSelection before = s.models;
-    setWindowTitle(QString::fromStdString(s.substance.StoffName + " Calculation Models for "));
-    show_list(EOSKombi, AktualisiereEOSKombi(s));
-    show_list(pkombi, AktualisierepKombi(s));
-    *hlv_ = AktualisiereHLVKombi(s);
-    EOSKombi_Click(s, code_of(EOSKombi), *hlv_);
-    pkombi_click(s, code_of(pkombi));
-    show_list(HLVKombi, *hlv_);
-    HLVKombi_Click(s, code_of(HLVKombi));
-    show_list(cpKombi, cp_list(s));
-    cpKombi_Click(s, code_of(cpKombi));
+    *form_ = open_model_form(frame_.bench().document());
+    setWindowTitle(QString::fromStdString(form_->substance.StoffName + " Calculation Models for "));
     {
         const QSignalBlocker quiet(WatsonKombi);
         WatsonKombi->clear();
-        int selected = 0;
-        for (const std::string& text : watson_list(s)) {
-            if (Val(text) == static_cast<double>(s.models.nWat)) selected = WatsonKombi->count();
-            WatsonKombi->addItem(QString::fromStdString(text));
-        }
-        WatsonKombi->setCurrentIndex(selected);
-        WatsonKombi_Change(s, WatsonKombi->currentText().toStdString());
+        for (const std::string& text : form_->WatsonKombi) WatsonKombi->addItem(QString::fromStdString(text));
+        if (form_->watson_selected >= 0)
+            WatsonKombi->setCurrentIndex(form_->watson_selected);
+        else
+            WatsonKombi->setEditText(QString::fromStdString(genNum(form_->models.nWat)));
     }
-    const RhoLState rhoL = rhoL_state(s);
-    rhoL_available->show_text(QString::fromStdString(rhoL.availability));
-    rhoL_validity->show_text(QString::fromStdString(rhoL.validity));
-    show_concept();
-    show_watson();
-    if (!(s.models == before)) changed();
+    rhoL_available->show_text(QString::fromStdString(form_->rhoL.availability));
+    rhoL_validity->show_text(QString::fromStdString(form_->rhoL.validity));
+    show_form();
+    if (differs(*form_, frame_.bench().document())) changed();
 }
 
-void frmQModell::show_concept() {
-    const ModelSelection& m = frame_.session().models;
-    PriorOpt[m.Konzept ? 0 : 1]->setChecked(true);
-    PriorOpt[0]->setEnabled(!m.VPhaseOnly);
-}
-
-void frmQModell::show_watson() {
-    const bool shown = frame_.session().models.HLVKode == hlv_watson;
-    lblWatson->setVisible(shown);
-    WatsonKombi->setVisible(shown);
+void frmQModell::show_form() {
+    show_list(EOSKombi, form_->EOSKombi);
+    show_list(pkombi, form_->pkombi);
+    show_list(HLVKombi, form_->HLVKombi);
+    show_list(cpKombi, form_->cpKombi);
+    PriorOpt[form_->models.Konzept ? 0 : 1]->setChecked(true);
+    PriorOpt[0]->setEnabled(form_->global_enabled());
+    lblWatson->setVisible(form_->watson_shown());
+    WatsonKombi->setVisible(form_->watson_shown());
 }
 
 void frmQModell::changed() {
-    Session& s = frame_.session();
-    s.shell.ModelsConfirmed = false;  // constants in force are those of the former selection
+    lblWatson->setVisible(form_->watson_shown());
+    WatsonKombi->setVisible(form_->watson_shown());
+    unconfirm_models(frame_.bench().session);  // constants in force are those of the former selection
     frame_.unload_calculation_windows();
     frame_.refresh();
 }
 
 void frmQModell::choose_eos() {
-    Session& s = frame_.session();
-    EOSKombi_Click(s, code_of(EOSKombi), *hlv_);
-    show_list(HLVKombi, *hlv_);
-    HLVKombi_Click(s, code_of(HLVKombi));
-    show_concept();
-    show_watson();
+    EOSKombi_Click(*form_, eos_of(code_of(EOSKombi)));
+    show_form();
     changed();
-    if (s.models.EOSKode == eos_virial_manual) frmBParInput(s, this).exec();
+    if (form_->needs_virial_input()) type_virial_constants();
+}
+
+void frmQModell::type_virial_constants() {
+    frmBParInput input(form_->eos_input, frame_.bench().messages(), this);
+    if (input.exec() == QDialog::Accepted) form_->eos_input = input.constants();
 }
 
 void frmQModell::confirm() {
-    Session& s = frame_.session();
-    const ModelOk ok = cmdOKModell_Click(s);
-    s.shell.ModelsConfirmed = ok.err == 0;
-    s.shell.ModelStatus = ok.ModelStatus;
+    Workbench& bench = frame_.bench();
+    const ModelOk ok = confirm_models(bench.session, *form_, bench.messages());
+    bench.announce(ok.changes);
     frame_.refresh();
 }
 

@@ -14,7 +14,7 @@ namespace quom {
 
 class mdiQUOM;
 class ValueBox;
-struct ModelList;
+struct ModelForm;
 
 class frmQModell : public QWidget {
     Q_OBJECT
@@ -39,15 +39,15 @@ class frmQModell : public QWidget {
  private:
     void build_layout();
     void connect_controls();
-    void fill();          // the lists as the substance allows, and the reactions of what is selected
-    void show_concept();  // concept, its options, and the list of delta(LV)h, after a choice of the EOS
-    void show_watson();
-    void changed();  // a selection differs from the confirmed one
+    void fill();       // the form anew from the document
+    void show_form();  // lists, concept and exponent as the form has them
+    void changed();    // a selection differs from the confirmed one
+    void type_virial_constants();
     void choose_eos();
     void confirm();
 
     mdiQUOM& frame_;
-    std::unique_ptr<ModelList> hlv_;
+    std::unique_ptr<ModelForm> form_;
 };
 
 }  // namespace quom

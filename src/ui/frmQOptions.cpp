@@ -14,6 +14,7 @@
 #include "ui/labels.h"
 #include "ui/look.h"
 #include "ui/mdiQUOM.h"
+#include "ui/workbench.h"
 #include "ui/wrapped_button.h"
 
 namespace quom {
@@ -81,8 +82,8 @@ char delimiter_of(const QComboBox* box) {
 
 }  // namespace
 
-frmQOptions::frmQOptions(Session& session, QWidget* parent)
-    : QDialog(parent), session_(session), opened_(open_options(session)) {
+frmQOptions::frmQOptions(Workbench& bench, QWidget* parent)
+    : QDialog(parent), bench_(bench), opened_(open_options(bench.document(), bench.fluid())) {
     setObjectName(QStringLiteral("frmQOptions"));
     setWindowTitle(QStringLiteral("  Options"));
 
@@ -111,7 +112,7 @@ frmQOptions::frmQOptions(Session& session, QWidget* parent)
                    Slider1_punktdichte, cmdClose, cmdOK});
     connect(cmdOK, &QPushButton::clicked, this, &frmQOptions::take);
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
-    connect(cmdNormierung, &QPushButton::clicked, this, [this] { frmReferenz(session_, this).exec(); });
+    connect(cmdNormierung, &QPushButton::clicked, this, [this] { frmReferenz(bench_, this).exec(); });
     show_settings(opened_);
 }
 
@@ -255,12 +256,15 @@ OptionsInput frmQOptions::read_settings() const {
 }
 
 void frmQOptions::take() {
-    taken_ = apply_options(session_, read_settings());
-    if (taken_.taken) accept();
+    Document document = bench_.document();
+    taken_ = apply_options(document, bench_.fluid(), read_settings(), bench_.messages());
+    if (!taken_.taken) return;
+    bench_.commit(std::move(document));
+    accept();
 }
 
 void open_options(mdiQUOM& frame, int) {
-    frmQOptions window(frame.session(), &frame);
+    frmQOptions window(frame.bench(), &frame);
     if (window.exec() != QDialog::Accepted) return;
     const OptionsResult& taken = window.taken();
     for (const MenuCaption& entry : taken.menu) {
@@ -271,6 +275,6 @@ void open_options(mdiQUOM& frame, int) {
     frame.refresh();
 }
 
-void open_reference_state(mdiQUOM& frame, int) { frmReferenz(frame.session(), &frame).exec(); }
+void open_reference_state(mdiQUOM& frame, int) { frmReferenz(frame.bench(), &frame).exec(); }
 
 }  // namespace quom

@@ -2,7 +2,7 @@
 #pragma once
 #include <QDialog>
 
-#include "session/options.h"
+#include "forms/options_form.h"
 
 class QCheckBox;
 class QComboBox;
@@ -13,14 +13,15 @@ class QSlider;
 
 namespace quom {
 
+class Workbench;
 class mdiQUOM;
 
-// Accepted: the settings are in the record. Rejected: they are as they were.
+// Accepted: the settings are in the document. Rejected: they are as they were.
 class frmQOptions : public QDialog {
     Q_OBJECT
  public:
-    explicit frmQOptions(Session& session, QWidget* parent = nullptr);
-    // What the OK has changed around the record.
+    explicit frmQOptions(Workbench& bench, QWidget* parent = nullptr);
+    // What the OK has changed around the document.
     const OptionsResult& taken() const { return taken_; }
 
     QRadioButton* optMolarSpez[2];  // molar, specific
@@ -46,7 +47,7 @@ class frmQOptions : public QDialog {
     OptionsInput read_settings() const;
     void take();
 
-    Session& session_;
+    Workbench& bench_;
     OptionsInput opened_;
     OptionsResult taken_;
 };

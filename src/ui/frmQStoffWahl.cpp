@@ -12,6 +12,8 @@
 
 #include "base/code_page.h"
 #include "base/files.h"
+#include "forms/shell.h"
+#include "forms/substance_form.h"
 #include "session/start_up.h"
 #include "substance/database.h"
 #include "substance/search.h"
@@ -23,6 +25,7 @@
 #include "ui/menu_actions.h"
 #include "ui/number_box.h"
 #include "ui/value_box.h"
+#include "ui/workbench.h"
 
 namespace quom {
 
@@ -31,13 +34,13 @@ namespace {
 // The lines of the list, read from the tables of the database in force.
 class SubstanceLines : public QAbstractListModel {
  public:
-    explicit SubstanceLines(const Session& s) : session_(s) {}
+    explicit SubstanceLines(const Session& session) : session_(session) {}
     void reload() {
         beginResetModel();
         endResetModel();
     }
     int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : session_.database.file.StoffAnzahl();
+        return parent.isValid() ? 0 : session_.database.StoffAnzahl();
     }
     QVariant data(const QModelIndex& at, int role) const override {
         if (!at.isValid()) return {};
@@ -46,7 +49,7 @@ class SubstanceLines : public QAbstractListModel {
         const std::string line = substance_list_line(at.row() + 1, row(at.row()));
         return QString::fromStdString(std::string(trim_right(line)));
     }
-    const SubstanceRow& row(int i) const { return session_.database.file.rows[static_cast<std::size_t>(i)]; }
+    const SubstanceRow& row(int i) const { return session_.database.rows[static_cast<std::size_t>(i)]; }
 
  private:
     const Session& session_;
@@ -57,7 +60,7 @@ class SubstanceLines : public QAbstractListModel {
 // Shows the lines that hold what is being typed; all of them while nothing is typed or nothing holds it.
 class SubstanceFilter : public QSortFilterProxyModel {
  public:
-    explicit SubstanceFilter(const Session& s) : lines_(s) { setSourceModel(&lines_); }
+    explicit SubstanceFilter(const Session& session) : lines_(session) { setSourceModel(&lines_); }
     void reload() {
         lines_.reload();
         set_text({});
@@ -183,7 +186,9 @@ void frmQStoffWahl::connect_controls() {
     connect(Text1, &QLineEdit::textEdited, this, [this] { type_system_no(); });
     connect(cmdSynonyme, &QPushButton::clicked, this, [this] {
         const Session& s = frame_.session();
-        const SynonymList list = ShowSynonyms(s, read_substance_head(s, s.database.StoffIndex).CASRN);
+        const std::string casrn = read_substance_head(s.database, s.StoffIndex).CASRN;
+        const SynonymList list = ShowSynonyms(s.ProgramPath, casrn);
+        if (list.err && list.message) frame_.bench().tell(*list.message);
         if (!list.head.empty())
             frmQTextEdit::open(frame_, QStringLiteral(" List of synonyms"), list.head, list.synonyms);
     });
@@ -192,12 +197,8 @@ void frmQStoffWahl::connect_controls() {
 }
 
 void frmQStoffWahl::open(mdiQUOM& frame) {
-    const Session& s = frame.session();
-    if (s.database.file.DatabaseKind == 0) {
-        s.tell({.title = "Execution not possible",
-                .text = "A database must be selected before choosing a substance. \n"
-                        "=> via icon \"New project\" or via Menüpunkt \"Daten\" or via menue item \"Data\"",
-                .kind = MessageKind::warning});
+    if (!fulfilled(frame.session(), Needs::database)) {
+        frame.bench().tell(no_database());
         return;
     }
     auto* window = frame.child<frmQStoffWahl>();
@@ -214,17 +215,18 @@ void frmQStoffWahl::open(mdiQUOM& frame) {
 
 void frmQStoffWahl::show_database() {
     const Session& s = frame_.session();
-    index_at_opening_ = s.database.StoffIndex;
-    setWindowTitle(QStringLiteral("Select a substance (in total  %1)").arg(s.database.file.StoffAnzahl()));
-    txtDatenbank->show_text(QString::fromStdString(name_part(s.database.file.path)));
+    index_at_opening_ = s.StoffIndex;
+    setWindowTitle(QString::fromStdString(substance_caption(s.database)));
+    txtDatenbank->show_text(QString::fromStdString(name_part(s.database.path)));
     rows_->reload();
-    mark_row(s.database.StoffIndexAktiv > 0 ? s.database.StoffIndexAktiv : 1);
+    const int active = s.document.substance.StoffIndexAktiv;
+    mark_row(active > 0 ? active : 1);
 }
 
 void frmQStoffWahl::filter(const std::string& text) {
     filtering_ = true;
     rows_->set_text(text);
-    StoffListe->setCurrentIndex(rows_->at_index(frame_.session().database.StoffIndex));
+    StoffListe->setCurrentIndex(rows_->at_index(frame_.session().StoffIndex));
     filtering_ = false;
 }
 
@@ -239,34 +241,30 @@ void frmQStoffWahl::mark_row(int index) {
 void frmQStoffWahl::row_marked(const QModelIndex& at) {
     const int index = rows_->index_of(at);
     if (index == 0 || filtering_) return;  // the choice stays when the filter hides its row
-    frame_.session().database.StoffIndex = index;
+    frame_.bench().session.StoffIndex = index;
     show_substance(index);
 }
 
 void frmQStoffWahl::show_substance(int index) {
-    const Session& s = frame_.session();
-    const SubstanceRow& row = s.database.file.rows[static_cast<std::size_t>(index - 1)];
-    const SubstanceHead head = read_substance_head(s, index);
-    const bool has_structure = s.database.file.DatabaseKind == 7;
-    tex4->show_text(QLatin1String(has_structure ? "CAS-RN:   " : " CAS-RN: ") +
-                    QString::fromStdString(head.CASRN));
-    Text2->show_text(has_structure ? QStringLiteral("structure: ") + QString::fromStdString(head.Structure)
-                                   : QString());
-    Text2->setVisible(has_structure);
-    NameCombo->setEditText(QString::fromStdString(main_name(row.SubstanceName)));
-    Text1->setText(QString::number(row.SubstanceNo));
+    const SubstanceBoxes boxes = substance_boxes(frame_.session().database, index);
+    tex4->show_text(QString::fromStdString(boxes.tex4));
+    Text2->show_text(QString::fromStdString(boxes.Text2));
+    Text2->setVisible(boxes.has_structure);
+    NameCombo->setEditText(QString::fromStdString(boxes.NameCombo));
+    Text1->setText(QString::fromStdString(boxes.Text1));
 }
 
 bool frmQStoffWahl::look_up() {
-    const SubstanceHit hit = FindSubstance(frame_.session(), NameCombo->currentText().toStdString());
+    const SubstanceHit hit = look_up_substance(frame_.session(), NameCombo->currentText().toStdString(),
+                                               frame_.bench().messages());
     mark_row(hit.index > 0 ? hit.index : 1);
     return hit.found;
 }
 
 void frmQStoffWahl::enter_name() {
-    const int before = frame_.session().database.StoffIndex;
+    const int before = frame_.session().StoffIndex;
     if (!look_up()) return;
-    if (frame_.session().database.StoffIndex == before) return confirm();
+    if (frame_.session().StoffIndex == before) return confirm();
     memory_->add(NameCombo->currentText().toStdString());
     const QString shown = NameCombo->currentText();
     NameCombo->clear();
@@ -276,7 +274,8 @@ void frmQStoffWahl::enter_name() {
 }
 
 void frmQStoffWahl::type_system_no() {
-    const SystemNoEntry entry = enter_system_no(frame_.session(), Text1->text().toStdString());
+    const SystemNoEntry entry =
+        enter_system_no(frame_.session().database, Text1->text().toStdString(), frame_.session().StoffIndex);
     if (entry.clear) {
         QApplication::beep();
         Text1->clear();
@@ -289,17 +288,16 @@ void frmQStoffWahl::type_system_no() {
 
 void frmQStoffWahl::confirm() {
     if (!NameCombo->currentText().trimmed().isEmpty() && !look_up()) return;
-    Session& s = frame_.session();
-    if (s.database.StoffIndex < 1) return;
-    const int index = s.database.StoffIndex;
+    const int index = frame_.session().StoffIndex;
+    if (index < 1) return;
     frame_.unload_session_windows();
     frame_.unload(frmQTextEdit::Name);
-    confirm_substance(s, index);
+    Workbench& bench = frame_.bench();
+    confirm_substance(bench.session, index, bench.messages());
+    bench.announce({.substance = true});
     frame_.refresh();
-    if (!fulfilled(s, Needs::substance)) {
-        s.tell({.title = "Execution not possible",
-                .text = "The record of this substance can not be read.",
-                .kind = MessageKind::warning});
+    if (!fulfilled(bench.session, Needs::substance)) {
+        bench.tell(substance_not_readable());
         return;
     }
     frame_.hide_child(this);
@@ -307,7 +305,7 @@ void frmQStoffWahl::confirm() {
 }
 
 void frmQStoffWahl::leave() {
-    frame_.session().database.StoffIndex = index_at_opening_;
+    frame_.bench().session.StoffIndex = index_at_opening_;
     frame_.hide_child(this);
 }
 

@@ -6,11 +6,12 @@
 #include <QVBoxLayout>
 
 #include "base/number_text.h"
-#include "calc/calc_input.h"
+#include "forms/refusal.h"
 #include "ui/input_window.h"
 #include "ui/labels.h"
 #include "ui/number_box.h"
 #include "ui/value_box.h"
+#include "ui/workbench.h"
 #include "ui/wrapped_button.h"
 
 namespace quom {
@@ -26,8 +27,8 @@ int caption_width(std::string_view text) { return TrimmedLabel(shown(text)).size
 
 }  // namespace
 
-frmReferenz::frmReferenz(Session& session, QWidget* parent)
-    : QDialog(parent), session_(session), boxes_(reference_boxes(session)) {
+frmReferenz::frmReferenz(Workbench& bench, QWidget* parent)
+    : QDialog(parent), bench_(bench), boxes_(reference_boxes(bench.document())) {
     setObjectName(QStringLiteral("frmReferenz"));
     setWindowTitle(shown(reference_caption));
 
@@ -84,8 +85,10 @@ QWidget* frmReferenz::make_state() {
     QLabel* hint = caption(reference_p_hint);
     hint->setForegroundRole(QPalette::PlaceholderText);
     grid->addWidget(hint, 2, 0, 1, 3, Qt::AlignRight);
-    add_form_row(grid, 3, caption(reference_h_label(session_)), hOffset, shown(reference_state_note));
-    add_form_row(grid, 4, caption(reference_s_label(session_)), sOffset, shown(reference_state_note));
+    add_form_row(grid, 3, caption(reference_h_label(bench_.document().units)), hOffset,
+                 shown(reference_state_note));
+    add_form_row(grid, 4, caption(reference_s_label(bench_.document().units)), sOffset,
+                 shown(reference_state_note));
     h0 = named(new ValueBox(nullptr, 14), "h0");
     s0 = named(new ValueBox(nullptr, 14), "s0");
     add_form_row(grid, 5, caption("from the substance data:  h0 ="), h0);
@@ -114,7 +117,7 @@ void frmReferenz::show_option(int option) {
     const bool fixed = reference_options[index].fixed_point;
     TRef0->setEnabled(!fixed);
     pRef0->setEnabled(!fixed);
-    const ReferenceValues values = reference_values(session_, option);
+    const ReferenceValues values = reference_values(bench_.document(), option);
     h0->show_text(single(values.h0));
     s0->show_text(single(values.s0));
 }
@@ -140,17 +143,19 @@ void frmReferenz::take() {
     for (const auto& row : rows) {
         const auto number = box_number(row.box->text().toStdString());
         if (!number) {
-            session_.tell(no_valid_input());
+            bench_.tell(no_valid_input());
             row.box->setFocus();
             row.box->selectAll();
             return;
         }
         *row.value = *number;
     }
-    if (const auto refusal = take_reference(session_, boxes)) {
-        session_.tell(*refusal);
+    Document document = bench_.document();
+    if (const auto refusal = take_reference(document, boxes)) {
+        bench_.tell(*refusal);
         return;
     }
+    bench_.commit(std::move(document));
     accept();
 }
 

@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <array>
 
-#include "calc/reference_input.h"
+#include "forms/reference_form.h"
 
 class QPushButton;
 class QRadioButton;
@@ -12,12 +12,13 @@ namespace quom {
 
 class NumberBox;
 class ValueBox;
+class Workbench;
 
-// Accepted: the reference state is in the record. Rejected: it is as it was.
+// Accepted: the reference state is in the document. Rejected: it is as it was.
 class frmReferenz : public QDialog {
     Q_OBJECT
  public:
-    explicit frmReferenz(Session& session, QWidget* parent = nullptr);
+    explicit frmReferenz(Workbench& bench, QWidget* parent = nullptr);
 
     std::array<QRadioButton*, 3> opt_HNull{};
     NumberBox *TRef0 = nullptr, *pRef0 = nullptr, *hOffset = nullptr, *sOffset = nullptr;
@@ -33,7 +34,7 @@ class frmReferenz : public QDialog {
     void choose(int option);
     void take();
 
-    Session& session_;
+    Workbench& bench_;
     ReferenceBoxes boxes_;
 };
 

@@ -318,9 +318,11 @@ void IsothermPainter::draw_region_names() {
     name(x_cr, plot_.right() + 0.3 * plot_.width(), y_cr + 0.9 * line_, 3,
          QStringLiteral("supercritical V-phase"));
     double left = x_cr, right = x_cr;
-    for (const VpPoint& point : picture_.coexistence)
-        if (y_of(point.p) <= low)
-            left = std::min(left, x_of(point.v)), right = std::max(right, x_of(point.v));
+    for (const VpPoint& point : picture_.coexistence) {
+        if (y_of(point.p) > low) continue;
+        left = std::min(left, x_of(point.v));
+        right = std::max(right, x_of(point.v));
+    }
     name(left, right, low, -1, QStringLiteral("L + V"));
 }
 
@@ -417,7 +419,10 @@ double IsothermPainter::legend(double left, double top, double width, bool draw)
     double x = left, y = top;
     for (const LegendEntry& entry : legend_) {
         const double needed = 34 + metrics.horizontalAdvance(entry.text) + 16;
-        if (x > left && x + needed - 16 > left + width) x = left, y += line_ + 3;
+        if (x > left && x + needed - 16 > left + width) {
+            x = left;
+            y += line_ + 3;
+        }
         if (draw) {
             draw_sign(entry, QRectF(x, y, 28, line_));
             text_in(QRectF(x + 34, y, needed, line_), Qt::AlignLeft | Qt::AlignVCenter, entry.text, ink_.ink);

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "forms/shell.h"
 #include "session/program_path.h"
-#include "session/shell.h"
 #include "ui/frmPhantom.h"
 #include "ui/look.h"
 #include "ui/mdiQUOM.h"
@@ -18,7 +18,7 @@ namespace {
 
 struct Arguments {
     std::string program_folder;
-    std::string pictures;  // one run of the road for pictures, into this folder
+    std::string pictures;  // one run for pictures, into this folder
     bool trace_start = false;
     std::vector<std::string> project;
 };
@@ -76,7 +76,7 @@ int main(int argc, char** argv) {
     quom::mdiQUOM frame(folder.path);
     trace("main window");
     if (folder.path.empty())
-        frame.session().tell(
+        frame.bench().tell(
             {.title = "Execution not possible", .text = folder.fault, .kind = quom::MessageKind::stop});
     frame.show();
     frame.start(quom::command_line_project(arguments.project));

@@ -41,15 +41,15 @@ constexpr const char* SubstanceWindows[] = {"frmQBankEdit",    "frmQModell",  "f
 }  // namespace
 
 mdiQUOM::mdiQUOM(std::string ProgramPath)
-    : session_(std::make_unique<Session>()),
-      boxes_(std::make_unique<MessageBoxes>(this)),
+    : boxes_(std::make_unique<MessageBoxes>(this)),
+      bench_(std::make_unique<Workbench>(*boxes_)),
       dialogs_(std::make_unique<Dialogs>()),
       menus_(std::make_unique<mdiMenus>(*this)) {
     setObjectName(QStringLiteral("mdiQUOM"));
     setWindowTitle(
         QStringLiteral("QUOM-6   Thermodynamic Calculations of States and Processes for Pure Substances"));
-    session_->messages = boxes_.get();
-    session_->database.ProgramPath = std::move(ProgramPath);
+    session().ProgramPath = std::move(ProgramPath);
+    connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
     area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
     setCentralWidget(area);
     menus_->build_menu_bar();
@@ -95,7 +95,8 @@ void mdiQUOM::build_toolbar() {
     };
     add_space(6);
     cmdDatenDiagnose = add_button(
-        "cmdDatenDiagnose", "     Data Diagnosis", [](mdiQUOM& f, int) { DataDiagnosis(f.session()); }, 0);
+        "cmdDatenDiagnose", "     Data Diagnosis",
+        [](mdiQUOM& f, int) { DataDiagnosis(f.session().substance(), f.bench().messages()); }, 0);
     diagnose_shown_ = toolbar->addWidget(cmdDatenDiagnose);
     add_space(0);
     cmdErstnutzer = add_button("cmdErstnutzer", "First steps", show_help_topic, help_first_steps);
@@ -118,8 +119,8 @@ void mdiQUOM::build_status_bar() {
 }
 
 void mdiQUOM::start(const std::string& project) {
-    const std::string ProgramPath = session_->database.ProgramPath;
-    start_session(*session_, ProgramPath, QLocale::system().decimalPoint() == QStringLiteral(","));
+    const std::string ProgramPath = session().ProgramPath;
+    start_session(session(), ProgramPath, QLocale::system().decimalPoint() == QStringLiteral(","));
     refresh();
     area->setFocus();
     if (!project.empty()) load_project(*this, project);
@@ -127,13 +128,13 @@ void mdiQUOM::start(const std::string& project) {
 }
 
 void mdiQUOM::refresh() {
-    const Session& s = *session_;
+    const Session& s = session();
     menus_->refresh();
     const bool substance = fulfilled(s, Needs::substance);
-    txtAmpel->SetzeAmpel(substance ? DatenSituation(s).AmpelStufe : 0);
+    txtAmpel->SetzeAmpel(substance ? DatenSituation(s.substance()).AmpelStufe : 0);
     diagnose_shown_->setVisible(substance);
     panels[0]->show_text(database_panel(s));
-    panels[1]->show_text(substance ? s.substance.StoffName : std::string());
+    panels[1]->show_text(substance ? s.substance().StoffName : std::string());
     panels[2]->show_text(models_panel(s));
     panels[3]->show_text(fulfilled(s, Needs::models) ? s.shell.ModelStatus : std::string());
     area->set_hint(QString::fromStdString(next_step_hint(s)));
@@ -225,14 +226,9 @@ void mdiQUOM::show_help(int topic) {
 }
 
 void mdiQUOM::opening_calculation_menu() {
-    Session& s = *session_;
-    if (s.options.BatchMode && !fulfilled(s, Needs::data_points))
-        s.tell({.title = "Execution not possible",
-                .text = "This type of calculation is possible only if exper. data are available.",
-                .kind = MessageKind::warning});
+    quom::opening_calculation_menu(session(), bench_->messages());
     menus_->action(QStringLiteral("mnuCalc_18"))
-        ->setText(s.models.VPhaseOnly ? QStringLiteral("T => Virial coefficient B")
-                                      : QStringLiteral("T => Virial coefficient B, Parameters of the CEOS"));
+        ->setText(QString::fromStdString(std::string(virial_menu_caption(session()))));
     unload_calculation_windows();
 }
 

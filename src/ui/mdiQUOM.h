@@ -4,7 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "session/shell.h"
+#include "forms/shell.h"
+#include "ui/workbench.h"
 
 class QMdiSubWindow;
 class QPushButton;
@@ -30,11 +31,12 @@ class mdiQUOM : public QMainWindow {
     // Start-up in its order; project: what the command line names, empty for none.
     void start(const std::string& project);
 
-    Session& session() { return *session_; }
+    Workbench& bench() { return *bench_; }
+    Session& session() { return bench_->session; }
     Dialogs& dialogs() { return *dialogs_; }
     void set_dialogs(std::unique_ptr<Dialogs> dialogs);
 
-    // Shows menus, toolbar, status bar and lights as the record is now. To be called after every change of
+    // Shows menus, toolbar, status bar and lights as the session is now. To be called after every change of
     // database, substance, models or data points.
     void refresh();
 
@@ -52,7 +54,7 @@ class mdiQUOM : public QMainWindow {
     }
     // Closes and forgets a window.
     void unload(const char* name);
-    // Unloads all windows that belong to a substance. The record itself is reset by ResetSession.
+    // Unloads all windows that belong to a substance. The session itself is reset by ResetSession.
     void unload_session_windows();
     // Unloads the input and output windows of calculations.
     void unload_calculation_windows();
@@ -65,6 +67,7 @@ class mdiQUOM : public QMainWindow {
     QPushButton* cmdErstnutzer = nullptr;
     QPushButton* cmdRechenUebung = nullptr;
     StatusPanel* panels[4] = {};  // of StatusBar1
+    QPoint result_place{-1, -1};  // where the user last moved frmQCalcOut; negative before
 
  protected:
     void closeEvent(QCloseEvent* event) override;
@@ -75,8 +78,8 @@ class mdiQUOM : public QMainWindow {
     void opening_calculation_menu();
     void opening_windows_menu();
 
-    std::unique_ptr<Session> session_;
     std::unique_ptr<Messages> boxes_;
+    std::unique_ptr<Workbench> bench_;
     std::unique_ptr<Dialogs> dialogs_;
     std::unique_ptr<mdiMenus> menus_;
     HelpWindow* help_ = nullptr;

@@ -24,9 +24,8 @@ QString object_name(const char* name, int index) {
 
 QString caption_of(const MenuRow& row) {
     if (row.caption) return QString::fromUtf8(row.caption);
-    const ModeEntry* mode = mode_entry(row.value);
-    return mode ? QString::fromUtf8(mode->menu_text.data(), static_cast<int>(mode->menu_text.size()))
-                : QString();
+    const std::string_view text = mode_info(mode_of(row.value)).menu_text;
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
 bool is_separator(const MenuRow& row) { return row.caption && row.caption[0] == '-' && !row.caption[1]; }

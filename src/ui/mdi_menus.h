@@ -1,4 +1,4 @@
-// Builds menu bar and toolbar from the tables and keeps their entries as the record allows.
+// Builds menu bar and toolbar from the tables and keeps their entries as the session allows.
 #pragma once
 #include <QHash>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "ui/menu_table.h"
 
-#include "ui/calculation_road.h"
+#include "ui/calculation_windows.h"
 #include "ui/frmQOptions.h"
 #include "ui/menu_actions.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 #include <span>
 
-#include "session/shell.h"
+#include "forms/shell.h"
 
 namespace quom {
 

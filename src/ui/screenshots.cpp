@@ -17,7 +17,7 @@
 #include "base/files.h"
 #include "session/data_diagnosis.h"
 #include "session/program_path.h"
-#include "ui/calculation_road.h"
+#include "ui/calculation_windows.h"
 #include "ui/dialogs.h"
 #include "ui/frmBParInput.h"
 #include "ui/frmCalcIn.h"
@@ -35,7 +35,7 @@ namespace quom {
 
 namespace {
 
-// Boxes of the road are not shown: they would wait for an answer.
+// Boxes are not shown: they would wait for an answer.
 class DefaultAnswers : public Messages {
  public:
     Answer ask(const Message& message) override { return message.default_button; }
@@ -68,7 +68,7 @@ constexpr Step Steps[] = {
     {"substances",
      [](mdiQUOM& f) {
          Session& s = f.session();
-         if (open_picked_database(s, 7, StarterDatabase)) {
+         if (open_picked_database(s, 7, StarterDatabase, f.bench().messages())) {
              f.refresh();
              select_substance(f, 0);
              if (auto* w = f.child<frmQStoffWahl>()) {
@@ -86,7 +86,8 @@ constexpr Step Steps[] = {
      }},
     {"models-confirmed", [](mdiQUOM& f) { press(f, frmQModell::Name, "cmdOKModell"); }},
     {"eos-parameters", [](mdiQUOM& f) { show_eos_parameters(f, 0); }},
-    {"diagnosis", [](mdiQUOM& f) { MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(f.session()))); }},
+    {"diagnosis",
+     [](mdiQUOM& f) { MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(f.session().substance()))); }},
     {"question",
      [](mdiQUOM& f) {
          MessageBoxes(&f).ask({.title = "exper. data",
@@ -95,7 +96,8 @@ constexpr Step Steps[] = {
                                .default_button = Answer::yes,
                                .kind = MessageKind::question});
      }},
-    {"virial", [](mdiQUOM& f) { frmBParInput(f.session(), &f).exec(); }},
+    {"virial",
+     [](mdiQUOM& f) { frmBParInput(f.session().document.eos_input, f.bench().messages(), &f).exec(); }},
     {"reference-state", [](mdiQUOM& f) { open_reference_state(f, 0); }},
     {"options", [](mdiQUOM& f) { open_options(f, 0); }},
     {"selection", [](mdiQUOM& f) { start_calculation(f, 4); }},
@@ -138,7 +140,7 @@ constexpr Step Steps[] = {
     {"help", [](mdiQUOM& f) { f.show_help(62); }},
 };
 
-// One run of the road: a folder of pictures at a scale and in a theme.
+// One run: a folder of pictures at a scale and in a theme.
 struct PictureRun {
     const char *folder, *scale, *theme;
 };
@@ -156,9 +158,8 @@ constexpr const char* Screen =
 int take_screenshots(mdiQUOM& frame, const QString& folder) {
     if (!QDir().mkpath(folder)) return 0;
     DefaultAnswers answers;
-    Session& s = frame.session();
-    Messages* const before = s.messages;
-    s.messages = &answers;
+    Messages& before = frame.bench().messages();
+    frame.bench().listen(answers);
     frame.resize(PictureSize);
     int written = 0;
     QSet<QString> seen;  // windows with a picture of their own
@@ -188,7 +189,7 @@ int take_screenshots(mdiQUOM& frame, const QString& folder) {
         }
         while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
     }
-    s.messages = before;
+    frame.bench().listen(before);
     return written;
 }
 

@@ -1,4 +1,4 @@
-// Pictures of all windows, taken along one short road through the program, for looking at them.
+// Pictures of all windows, taken along one short session, for looking at them.
 #pragma once
 #include <QString>
 #include <QStringList>

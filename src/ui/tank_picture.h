@@ -2,7 +2,7 @@
 #pragma once
 #include <QWidget>
 
-#include "calc/tank_view.h"
+#include "report/tank_view.h"
 
 class QPainter;
 

@@ -3,7 +3,7 @@
 #pragma once
 #include <QLabel>
 
-#include "calc/calc_batch.h"
+#include "report/result_list.h"
 
 class QLineEdit;
 class QPlainTextEdit;

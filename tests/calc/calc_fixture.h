@@ -1,49 +1,69 @@
-// A session on the starter database with one substance and one set of models, and a user who listens.
+// A fluid of the starter database with the setup of its calculations.
 #pragma once
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <memory>
 #include <string>
-#include <vector>
+#include <utility>
 
-#include "calc/calc_batch.h"
-#include "engine/vapor_pressure.h"
-#include "engine/vaporization_enthalpy.h"
-#include "support/queued_messages.h"
+#include "calc/outcome.h"
 #include "support/starter.h"
 
 namespace quom::test {
 
 struct Bench {
-    Session s;
-    QueuedMessages listener;
+    std::shared_ptr<const Fluid> fluid;
+    CalcSetup setup;
+    bool coefficients = false;
 
-    explicit Bench(std::string_view cas = propane, int eos = eos_peng_robinson)
-        : s(substance_session(cas, eos)) {
-        s.messages = &listener;
-        s.models.EVPKode = evp_wagner;
-        s.models.HLVKode = hlv_eos;
-        s.models.cpKode = s.substance.haveSinh ? 2 : 1;
-        set_eos(eos);
+    explicit Bench(std::string_view cas = propane, Eos eos = Eos::peng_robinson)
+        : Bench(starter_substance(cas), eos) {}
+    // Wagner's vapor pressure equation, delta(LV)h of the equation of state.
+    Bench(const SubstanceConstants& substance, Eos eos, const EosInput& input = {}) {
+        ModelSelection models = proposed_models(substance, eos);
+        models.EVPKode = Evp::wagner;
+        models.HLVKode = Hlv::eos;
+        models.cpKode = substance.haveSinh   ? CpForm::sinh_cosh
+                        : substance.havePoly ? CpForm::polynomial
+                                             : CpForm::none;
+        fluid = make_fluid({.substance = substance, .models = models, .eos_input = input, .reference = {}});
+        setup.GlobalCalc = models.Konzept;
     }
-    void set_eos(int code) {
-        select_eos(s, code);
-        s.calc.GlobalCalc = s.models.Konzept;
+    // The same with something changed.
+    template <class Change>
+    void change(Change make) {
+        FluidInput input{fluid->substance, fluid->models, fluid->eos_input, fluid->reference};
+        make(input);
+        fluid = make_fluid(std::move(input));
     }
-    void specific_units() {
-        s.units.EnergyMode = 3, s.units.VolumeMode = 1;
-        s.units.vFactor = 1.0 / static_cast<double>(s.substance.MolMass);
+    const SubstanceConstants& substance() const { return fluid->substance; }
+
+    static std::optional<double> given(double x) {
+        return x != 0.0 ? std::optional<double>(x) : std::nullopt;
     }
-    TpRhoPoint& point() { return s.exp.points.front(); }
-    // One calculation on the direct input; rho goes into both columns.
-    CalcBatchResult run(int mode, double T, double p, double rho = 0.0, bool text = true) {
-        point() = {.T = T, .p = p, .rhoV = static_cast<float>(rho), .rhoL = static_cast<float>(rho)};
-        return CalcBatch(s, {.Mode = mode, .Quiet = !text, .want_text = text});
+    // 0 for a value that is not given.
+    Outcome run(Mode mode, double T, double p, double rho = 0.0) const {
+        return CalcBatch(*fluid, {.mode = mode,
+                                  .T = given(T),
+                                  .p = given(p),
+                                  .rho = given(rho),
+                                  .setup = setup,
+                                  .coefficients = coefficients});
     }
-    CalcBatchResult tank(int mode, double m, double V, double T) {
-        s.calc.tank = {.m = static_cast<float>(m), .V = static_cast<float>(V), .T = static_cast<float>(T)};
-        return CalcBatch(s, {.Mode = mode});
+    Outcome tank(Mode mode, double m, double V, double T) const {
+        return CalcBatch(*fluid, {.mode = mode, .T = given(T), .m = given(m), .V = given(V), .setup = setup});
     }
-    const BatchResult& record() const { return s.calc.BatchResults.front(); }
 };
+
+inline bool warned(const Outcome& outcome, WarningKind kind) {
+    return std::any_of(outcome.warnings.begin(), outcome.warnings.end(),
+                       [kind](const Warning& warning) { return warning.kind == kind; });
+}
+
+inline void expect_relative(double actual, double expected, double tolerance, std::string_view what = {}) {
+    EXPECT_NEAR(actual, expected, tolerance * std::max(1e-12, std::fabs(expected))) << what;
+}
 
 }  // namespace quom::test

@@ -7,7 +7,7 @@
 
 #include "quomc_run.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 using ::testing::HasSubstr;
@@ -21,13 +21,13 @@ struct Refused {
 class Refusals : public ::testing::TestWithParam<Refused> {};
 
 TEST_P(Refusals, status_and_sentence) {
-    const Outcome run = quomc(GetParam().line);
+    const CommandRun run = quomc(GetParam().line);
     EXPECT_EQ(run.status, GetParam().status);
     EXPECT_THAT(run.err, HasSubstr(GetParam().sentence));
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err.find("Right: quomc ") != std::string::npos, run.status == 2);
 
-    const Outcome json = quomc(std::string("--json ") + GetParam().line);
+    const CommandRun json = quomc(std::string("--json ") + GetParam().line);
     EXPECT_EQ(json.status, GetParam().status);
     EXPECT_THAT(json.json()["message"].get<std::string>(), HasSubstr(GetParam().sentence));
 }
@@ -70,10 +70,12 @@ INSTANTIATE_TEST_SUITE_P(
                       Refused{"show #0", 1, "the list goes from #1 to #"},
                       Refused{"show #99999", 1, "from #1 to #"}, Refused{"show #one", 1, "from #1 to #"},
                       Refused{"find qqqqqqqq", 1, "contains \"qqqqqqqq\""},
-                      Refused{"state water --T 500 --rho 1500", 1, "is not above b = "},
-                      Refused{"saturation water --T 650", 1, "above T(cr) = 647.096 K"},
-                      Refused{"saturation water --p 3e4", 1, "above p(cr) = 22064 kPa"},
-                      Refused{"state water --T 300 --p 1 --volume 2 --eos 16", 1, "has no critical volume"}));
+                      Refused{"state 3-Octanone --T 400 --p 10 --ref 2", 1, "conventional entropy"},
+                      Refused{"state R227ea --T 400 --p 10 --ref 10", 1, "enthalpy of formation"},
+                      Refused{"state water --T 500 --rho 1500", 1, "is not above the covolume b = "},
+                      Refused{"saturation water --T 650", 1, "650 K is not below T(cr) = 647.096 K"},
+                      Refused{"saturation water --p 3e4", 1, "not below p(cr) = 22064 kPa"},
+                      Refused{"state water --T 300 --p 1 --volume 2 --eos 16", 1, "does not provide V(cr)"}));
 
 INSTANTIATE_TEST_SUITE_P(
     files, Refusals,
@@ -94,7 +96,7 @@ TEST(Databases, cut_foreign_and_whole) {
     EXPECT_EQ(quomc(line).status, 0);
 
     fs::resize_file(file, 5000);
-    Outcome run = quomc(line);
+    CommandRun run = quomc(line);
     EXPECT_EQ(run.status, 3);
     EXPECT_THAT(run.err, HasSubstr("cut off"));
 
@@ -106,11 +108,11 @@ TEST(Databases, cut_foreign_and_whole) {
 }
 
 TEST(Help, every_command_has_its_form_and_example) {
-    const Outcome all = quomc("--help");
+    const CommandRun all = quomc("--help");
     EXPECT_EQ(all.status, 0);
     for (const char* command : {"list", "find", "show", "models", "state", "saturation", "virial"}) {
         EXPECT_THAT(all.out, HasSubstr(std::string("\n  ") + command + " "));
-        const Outcome one = quomc(std::string(command) + " --help");
+        const CommandRun one = quomc(std::string(command) + " --help");
         EXPECT_EQ(one.status, 0);
         EXPECT_THAT(one.out, HasSubstr(std::string("Usage: quomc ") + command));
         EXPECT_THAT(one.out, HasSubstr(std::string("  quomc ") + command));
@@ -118,4 +120,4 @@ TEST(Help, every_command_has_its_form_and_example) {
 }
 
 }  // namespace
-}  // namespace quom::console
+}  // namespace quom

@@ -5,7 +5,7 @@
 
 #include "console/console_messages.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 TEST(ConsoleMessages, answers_by_default_or_as_told) {
@@ -36,4 +36,4 @@ TEST(ConsoleMessages, answers_by_default_or_as_told) {
 }
 
 }  // namespace
-}  // namespace quom::console
+}  // namespace quom

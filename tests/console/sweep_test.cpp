@@ -3,29 +3,29 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 
 #include "base/files.h"
-#include "calc/calc_batch.h"
 #include "quomc_run.h"
-#include "support/starter.h"
+#include "report/calc_record.h"
+#include "support/starter_session.h"
 
-namespace quom::console {
+namespace quom {
 namespace {
 
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-struct Table {
+struct SweepTable {
     SweepTotals totals;
     std::vector<std::string> lines;  // head first
 };
 
 // Runs a sweep over text; read hands out pieces of the given size.
-Table sweep(const Session& s, const SweepSettings& settings, std::string_view in,
-            std::size_t piece = 1 << 20) {
+SweepTable sweep(const Session& s, SweepSettings settings, std::string_view in, std::size_t piece = 1 << 20) {
     std::string out;
     const SweepStreams streams{.read =
                                    [&in, piece](char* into, std::size_t space) {
@@ -35,23 +35,29 @@ Table sweep(const Session& s, const SweepSettings& settings, std::string_view in
                                        return n;
                                    },
                                .write = [&out](std::string_view bytes) { return out.append(bytes), true; }};
-    Table table;
-    table.totals = run_sweep(s, settings, streams);
+    settings.setup.GlobalCalc = s.document.models.Konzept;
+    settings.units = s.document.units;
+    settings.factors = s.factors();
+    SweepTable table;
+    table.totals = run_sweep(s.fluid, settings, streams);
     for (const std::string_view line : split_lines(out)) table.lines.emplace_back(line);
     return table;
 }
 
 std::vector<std::string> cells(const std::string& line) {
     std::vector<std::string> list(1);
+    bool quoted = false;
     for (const char c : line) {
-        if (c == ';')
+        if (c == '"') quoted = !quoted;
+        if (c == ';' && !quoted) {
             list.emplace_back();
-        else
+        } else {
             list.back() += c;
+        }
     }
     return list;
 }
-std::string cell(const Table& table, std::size_t row, const std::string& column) {
+std::string cell(const SweepTable& table, std::size_t row, const std::string& column) {
     const std::vector<std::string> head = cells(table.lines[0]), values = cells(table.lines[row]);
     for (std::size_t i = 0; i < head.size(); ++i)
         if (head[i] == column) return values[i];
@@ -59,37 +65,46 @@ std::string cell(const Table& table, std::size_t row, const std::string& column)
     return {};
 }
 
-Session propane() { return test::substance_session(test::propane, 6); }
+Session propane() { return test::substance_session(test::propane, Eos::peng_robinson); }
 
-// The same numbers as CalcBatch, to the last digit.
+// Numbers of single calculations, to the last digit.
 TEST(Sweep, gives_the_results_of_single_calculations) {
-    Session s = propane();
-    const Table table =
-        sweep(s, {.mode = 3, .functions = true}, "p;note;T/K\n500;a;300\r\n\n2000;b;300\n6000;c;450\n");
+    const Session s = propane();
+    const SweepTable table = sweep(s, {.mode = Mode::T_p, .functions = true},
+                                   "p;note;T/K\n500;a;300\r\n\n2000;b;300\n6000;c;450\n");
     ASSERT_EQ(table.lines.size(), 4u);
     EXPECT_EQ(table.totals.lines, 3u);
     struct Row {
         double T, p;
         const char* phase;
         const char* filled;  // the phase whose columns are filled
-        int slot;
+        const char* blank;
     };
-    const Row rows[] = {{300, 500, "V", "h(V)", slot_hV},
-                        {300, 2000, "L", "h(L)", slot_hL},
-                        {450, 6000, "fluid", "h(V)", slot_hV}};
+    const Row rows[] = {
+        {300, 500, "V", "h(V)", "h(L)"}, {300, 2000, "L", "h(L)", "h(V)"}, {450, 6000, "V", "h(V)", "h(L)"}};
     for (std::size_t i = 0; i < 3; ++i) {
         const Row& row = rows[i];
-        s.exp.points[0] = {};
-        s.exp.points[0].T = row.T, s.exp.points[0].p = row.p;
-        s.calc.ShowFunctions = true;
-        const CalcBatchResult r = CalcBatch(s, {.Mode = 3, .Quiet = true, .want_text = false});
+        const Outcome outcome = state_at(*s.fluid, row.T, row.p, {});
+        const PhaseOutcome* const phase = phase_of(outcome, row.filled[2] == 'L' ? phase_L : phase_V);
+        ASSERT_NE(phase, nullptr);
         EXPECT_EQ(cell(table, i + 1, "phase"), row.phase);
-        EXPECT_EQ(std::strtod(cell(table, i + 1, row.filled).c_str(), nullptr), r.Result[row.slot]);
-        EXPECT_EQ(cell(table, i + 1, row.filled == std::string("h(L)") ? "h(V)" : "h(L)"), "");
+        EXPECT_EQ(std::strtod(cell(table, i + 1, row.filled).c_str(), nullptr), *phase->h);
+        EXPECT_EQ(cell(table, i + 1, row.blank), "");
     }
 }
 
-// Pieces, jobs and blocks change nothing: every line in its place.
+// A true zero is a value: h and s of the ideal gas at its reference point.
+TEST(Sweep, writes_a_zero_and_leaves_the_unknown_blank) {
+    const Session gas = test::substance_session(test::propane, Eos::ideal_gas);
+    const SweepTable zero = sweep(gas, {.mode = Mode::functions}, "T;p\n298.1499938964844;101.325\n");
+    ASSERT_EQ(zero.lines.size(), 2u);
+    EXPECT_NEAR(std::strtod(cell(zero, 1, "h(V)").c_str(), nullptr), 0.0, 1e-9);
+    EXPECT_NE(cell(zero, 1, "h(V)"), "");
+    EXPECT_EQ(cell(zero, 1, "h(L)"), "");
+    EXPECT_EQ(cell(zero, 1, "phase"), "V");
+}
+
+// Pieces and jobs change nothing: every line in its place.
 TEST(Sweep, keeps_the_order_however_it_is_cut) {
     const Session s = propane();
     std::string in = "T,p\n";
@@ -97,12 +112,12 @@ TEST(Sweep, keeps_the_order_however_it_is_cut) {
         in += std::to_string(250 + i % 300) + "." + std::to_string(i % 7) + "," + std::to_string(100 + i) +
               "\n";
     in.pop_back();  // the last line has no end
-    const Table one = sweep(s, {.mode = 3}, in);
+    const SweepTable one = sweep(s, {.mode = mode_of(3)}, in);
     ASSERT_EQ(one.lines.size(), 20001u);
     EXPECT_THAT(one.lines[20000], StartsWith("449,20099,"));
     for (const std::size_t piece : {std::size_t{999}, std::size_t{65536}}) {
         for (const int jobs : {1, 3})
-            EXPECT_EQ(sweep(s, {.mode = 3, .jobs = jobs}, in, piece).lines, one.lines) << jobs;
+            EXPECT_EQ(sweep(s, {.mode = mode_of(3), .jobs = jobs}, in, piece).lines, one.lines) << jobs;
     }
 }
 
@@ -122,10 +137,11 @@ TEST(Sweep, names_the_lines_that_it_cannot_read) {
                           {"300;500;7", "line 3: more columns than the head"},
                           {"1e999;500", "line 3: T is no number"},
                           {"nan;500", "line 3: T is no number"}};
-    const std::vector<std::string> alone = sweep(s, {.mode = 3}, "T;p\n" + std::string(good) + "\n").lines;
+    const std::vector<std::string> alone =
+        sweep(s, {.mode = mode_of(3)}, "T;p\n" + std::string(good) + "\n").lines;
     for (const Case& c : cases) {
-        const Table t =
-            sweep(s, {.mode = 3}, "T;p\n" + std::string(good) + "\n" + c.line + "\n" + good + "\n");
+        const SweepTable t =
+            sweep(s, {.mode = mode_of(3)}, "T;p\n" + std::string(good) + "\n" + c.line + "\n" + good + "\n");
         ASSERT_EQ(t.lines.size(), 4u) << c.line;
         EXPECT_THAT(cell(t, 2, "message"), HasSubstr(std::string(c.message).substr(0, 20))) << c.line;
         EXPECT_EQ(t.lines[1], alone[1]);
@@ -136,19 +152,38 @@ TEST(Sweep, names_the_lines_that_it_cannot_read) {
     }
 }
 
+// Every line is counted once, and a reservation reaches columns, counts and totals.
 TEST(Sweep, tells_why_a_line_has_no_result_and_warns) {
     const Session s = propane();
-    const Table t = sweep(s, {.mode = 4}, "T\n300\n500\n0\n80\n");
-    ASSERT_EQ(t.lines.size(), 5u);
+    const SweepTable t = sweep(s, {.mode = Mode::equilibrium_T}, "T\n300\n500\n0\n80\n85\n");
+    ASSERT_EQ(t.lines.size(), 6u);
     EXPECT_EQ(cell(t, 1, "message"), "");
-    EXPECT_THAT(cell(t, 2, "message"), HasSubstr("T(cr)"));
+    EXPECT_EQ(cell(t, 1, "reason"), "");
+    EXPECT_THAT(cell(t, 2, "message"), HasSubstr("T(cr) = 369.89 K"));
+    EXPECT_EQ(cell(t, 2, "reason"), "above_critical_T");
     EXPECT_EQ(cell(t, 2, "T"), "500");
     EXPECT_EQ(cell(t, 2, "p"), "");
-    EXPECT_THAT(cell(t, 3, "message"), HasSubstr("no T"));
-    EXPECT_EQ(t.totals.failed + t.totals.warned, 3u);
-    const Table liquid = sweep(s, {.mode = 14}, "T\n300\n60\n");
-    EXPECT_THAT(cell(liquid, 2, "message"), HasSubstr("more than 10 K outside"));
-    EXPECT_EQ(cell(liquid, 1, "message"), "");
+    EXPECT_THAT(cell(t, 3, "message"), HasSubstr("T"));
+    EXPECT_THAT(cell(t, 4, "warnings"), HasSubstr("below_triple_point"));
+    EXPECT_THAT(cell(t, 4, "message"), HasSubstr("T < T(TP)"));
+    EXPECT_NE(cell(t, 4, "p"), "");
+    EXPECT_EQ(t.totals.lines, 5u);
+    EXPECT_EQ(t.totals.failed, 2u);
+    EXPECT_EQ(t.totals.warned, 2u);
+    ASSERT_EQ(std::ranges::count(t.totals.warnings, WarningKind::below_triple_point, &Warning::kind), 1);
+    EXPECT_EQ(std::ranges::find(t.totals.warnings, WarningKind::below_triple_point, &Warning::kind)->value,
+              80.0);
+
+    const SweepTable liquid = sweep(s, {.mode = Mode::fn_rhoL}, "T\n300\n60\n");
+    EXPECT_THAT(cell(liquid, 2, "warnings"), HasSubstr("function_range"));
+    EXPECT_THAT(cell(liquid, 2, "message"), HasSubstr("26 K outside"));
+    EXPECT_EQ(cell(liquid, 1, "warnings"), "");
+
+    const Session virial = test::substance_session(test::water, Eos::pitzer_curl);
+    const SweepTable vapor = sweep(virial, {.mode = Mode::T_p}, "T;p\n300;100\n300;2\n");
+    EXPECT_EQ(cell(vapor, 1, "warnings"), "beyond_pLV");
+    EXPECT_EQ(cell(vapor, 2, "warnings"), "");
+    EXPECT_EQ(vapor.totals.warned, 1u);
 }
 
 // Each mode has a column for what it delivers.
@@ -173,7 +208,7 @@ TEST(Sweep, has_the_columns_of_every_mode) {
     };
     const Session s = propane();
     for (const Case& c : cases) {
-        const Table t = sweep(s, {.mode = c.mode}, c.in);
+        const SweepTable t = sweep(s, {.mode = mode_of(c.mode)}, c.in);
         ASSERT_EQ(t.lines.size(), 2u) << c.mode << t.totals.broken;
         EXPECT_NEAR(std::strtod(cell(t, 1, c.column).c_str(), nullptr), c.expected, c.tolerance) << c.mode;
     }
@@ -181,77 +216,12 @@ TEST(Sweep, has_the_columns_of_every_mode) {
 
 TEST(Sweep, refuses_a_head_that_lacks_a_value) {
     const Session s = propane();
-    EXPECT_THAT(sweep(s, {.mode = 3}, "T;x\n1;2\n").totals.broken, HasSubstr("no column p"));
-    EXPECT_THAT(sweep(s, {.mode = 3}, "T;p;T\n1;2;3\n").totals.broken, HasSubstr("T twice"));
-    EXPECT_THAT(sweep(s, {.mode = 3}, "").totals.broken, HasSubstr("no column T, p"));
-    EXPECT_THAT(sweep(s, {.mode = 3}, "T;p\n1;2\n" + std::string(100000, '1')).totals.broken,
+    EXPECT_THAT(sweep(s, {.mode = mode_of(3)}, "T;x\n1;2\n").totals.broken, HasSubstr("no column p"));
+    EXPECT_THAT(sweep(s, {.mode = mode_of(3)}, "T;p;T\n1;2;3\n").totals.broken, HasSubstr("T twice"));
+    EXPECT_THAT(sweep(s, {.mode = mode_of(3)}, "").totals.broken, HasSubstr("no column T, p"));
+    EXPECT_THAT(sweep(s, {.mode = mode_of(3)}, "T;p\n1;2\n" + std::string(100000, '1')).totals.broken,
                 HasSubstr("line 3 is longer"));
-    EXPECT_EQ(sweep(s, {.mode = 3}, "\xEF\xBB\xBFT\tp\n300\t500\n").totals.lines, 1u);
-}
-
-// ---- The commands ----
-
-TEST(Commands, calc_delivers_slots_by_name) {
-    const Outcome run = quomc("calc propane --mode 4 --T 300 --functions --ext 4 --json");
-    ASSERT_EQ(run.status, 0) << run.err;
-    const auto json = run.json();
-    EXPECT_NEAR(json["slots"]["p"].get<double>(), 997.426, 0.01);
-    EXPECT_EQ(json["state"]["phase"], "V+L");
-    EXPECT_TRUE(json["slots"]["B"].is_null());
-    EXPECT_LT(json["state"]["VRoot1"].get<double>(), json["state"]["VRoot3"].get<double>());
-    EXPECT_LT(json["derivatives"]["(dp/dV) at T"]["V"].get<double>(), 0.0);  // mechanically stable
-    EXPECT_EQ(json["units"]["slots"]["h(V)"], "kJ/kmol");
-}
-
-struct Refusal {
-    const char* line;
-    int status;
-    const char* says;
-};
-TEST(Commands, say_what_is_wrong) {
-    const Refusal cases[] = {
-        {"calc propane --mode 3 --T 300", 2, "needs --p [kPa]"},
-        {"calc propane --mode 3 --T 300 --p 500 --rho 5", 2, "--rho is no value of mode 3"},
-        {"calc propane --mode 12", 2, "process line"},
-        {"calc propane --mode 25", 2, "no mode of calculation"},
-        {"calc propane --mode 2 --T 300 --rho 500 --eos 16", 1, "possible only using a cubic EOS"},
-        {"calc propane --mode 4 --T 500", 1, "T(cr)"},
-        {"calc propane --mode 3 --T 300 --p -1", 2, "above 0"},
-        {"tank propane --T 300 --V 1", 2, "--m kg or --n kmol"},
-        {"tank propane --T 300 --V 1 --m 9000", 1, ""},
-        {"iso propane --T 300 --hold h", 2, "--value"},
-        {"iso propane --T 300 --p 5 --hold h --value 1", 2, "one of --T and --p"},
-        {"iso propane --T 300 --hold x --value 1", 2, "no function"},
-        {"iso propane --T 300 --hold v --value 50 --phase L", 1, "No solution found"},
-        {"sweep propane --mode 3 --in no_such_file --out -", 3, "cannot be read"},
-        {"sweep propane --mode 3 --in - --out -", 3, "no column T, p"},
-    };
-    for (const Refusal& c : cases) {
-        const Outcome run = quomc(c.line);
-        EXPECT_EQ(run.status, c.status) << c.line << "\n" << run.out << run.err;
-        EXPECT_THAT(run.err, HasSubstr(c.says)) << c.line;
-    }
-}
-
-// m and n of a tank, phases that add up, and the closed balance of volume.
-TEST(Commands, tank_balances) {
-    const auto json = quomc("tank propane --T 300 --V 0.1 --n 0.4535601 --json").json();
-    const auto& c = json["contents"];
-    EXPECT_NEAR(c["V"]["L"].get<double>() + c["V"]["V"].get<double>(), 0.1, 1e-7);
-    EXPECT_NEAR(c["m"]["L"].get<double>() + c["m"]["V"].get<double>(), 20.0, 1e-3);
-    EXPECT_NEAR(json["tank"]["LPercent"].get<double>(), 100 * c["V"]["L"].get<double>() / 0.1, 1e-3);
-    const auto partial = quomc("tank propane --T 300 --V 0.1 --m 20 --concept partial --json").json();
-    EXPECT_NEAR(partial["contents"]["m"]["L"].get<double>(), c["m"]["L"].get<double>(), 0.5);
-}
-
-// A throttle there and back ends at the same T.
-TEST(Commands, iso_goes_there_and_back) {
-    const auto there = quomc("iso propane --p 100 --hold h --T0 320 --p0 800 --json").json();
-    const double T = there["iso"]["T"].get<double>();
-    EXPECT_LT(T, 320.0);
-    const auto back =
-        quomc("iso propane --p 800 --hold h --T0 " + there["iso"]["T"].dump() + " --p0 100 --json").json();
-    EXPECT_NEAR(back["iso"]["T"].get<double>(), 320.0, 320.0 * 3e-6);
+    EXPECT_EQ(sweep(s, {.mode = mode_of(3)}, "\xEF\xBB\xBFT\tp\n300\t500\n").totals.lines, 1u);
 }
 
 TEST(Commands, sweep_writes_a_file_whole_or_not_at_all) {
@@ -259,7 +229,7 @@ TEST(Commands, sweep_writes_a_file_whole_or_not_at_all) {
                       out = folder + "sweep_out.csv";
     std::ofstream(in) << "T;p\n300;500\nx;1\n";
     std::remove(out.c_str());
-    const Outcome run = quomc("sweep propane --mode 3 --jobs 2 --in " + in + " --out " + out);
+    const CommandRun run = quomc("sweep propane --mode 3 --jobs 2 --in " + in + " --out " + out);
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.err, HasSubstr("line 3: T is no number"));
     const FileBytes written = read_file(out);
@@ -273,4 +243,4 @@ TEST(Commands, sweep_writes_a_file_whole_or_not_at_all) {
 }
 
 }  // namespace
-}  // namespace quom::console
+}  // namespace quom

@@ -12,6 +12,14 @@
 namespace quom {
 namespace {
 
+std::shared_ptr<const Fluid> ideal_gas_of(const SubstanceConstants& substance, CpForm form,
+                                          const ReferenceState& reference = {}) {
+    ModelSelection models;
+    models.EOSKode = Eos::ideal_gas;
+    models.cpKode = form;
+    return make_fluid({.substance = substance, .models = models, .eos_input = {}, .reference = reference});
+}
+
 struct Shape {
     const char* shape;
     std::array<float, 5> k;  // A .. E
@@ -39,16 +47,17 @@ double integral(double T0, double T, F f) {
 }
 
 TEST(CpIdG, ShapesOfThePolynomial) {
-    Session s = test::starter_session();
-    s.models.cpKode = 1;
+    SubstanceConstants substance;
     for (const Shape& row : Shapes) {
-        s.substance.cpPoly = row.k;
-        EXPECT_NEAR(cpIdG(s, row.T, 1).cp, row.cp, 1e-6 * row.cp) << row.shape;
-        s.reference = {};
-        const double T0 = s.reference.TRef0, T = 500.0, p0 = 101.325;
-        const auto cp = [&s](double t) { return static_cast<double>(cpIdG(s, t, 1).cp); };
-        const IdealGas r = IdGasFunc(s, T, p0);
-        EXPECT_EQ(r.err, 0);
+        substance.cpPoly = row.k;
+        EXPECT_NEAR(cpIdG(substance, row.T, CpForm::polynomial).cp, row.cp, 1e-6 * row.cp) << row.shape;
+        const auto fluid = ideal_gas_of(substance, CpForm::polynomial);
+        const double T0 = fluid->reference.TRef0, T = 500.0, p0 = 101.325;
+        const auto cp = [&](double t) {
+            return static_cast<double>(cpIdG(substance, t, CpForm::polynomial).cp);
+        };
+        const IdealGas r = IdGasFunc(*fluid, T, p0);
+        EXPECT_EQ(r.reason, Reason::none);
         const double h = integral(T0, T, cp);
         EXPECT_NEAR(r.h, h, 1e-6 * std::fabs(h) + 1e-3) << row.shape;
         // E/T^2 counts twice in s
@@ -56,27 +65,39 @@ TEST(CpIdG, ShapesOfThePolynomial) {
                      extra = row.inverse_square ? -0.5 * E * (1 / (T * T) - 1 / (T0 * T0)) : 0.0;
         const double entropy = integral(T0, T, [&](double t) { return cp(t) / t; }) + extra;
         EXPECT_NEAR(r.s, entropy, 1e-5 * std::fabs(entropy) + 1e-5) << row.shape;
-        EXPECT_NEAR(IdGasFunc(s, T, 10 * p0).s, r.s - RGas * std::log(10.0), 1e-6) << row.shape;
+        EXPECT_NEAR(IdGasFunc(*fluid, T, 10 * p0).s, r.s - RGas * std::log(10.0), 1e-6) << row.shape;
     }
 }
 
 // The sinh/cosh form of real substances: h and s are integrals of cp and cp/T.
 TEST(IdGasFunc, SinhFormIntegrates) {
-    Session s = test::starter_session();
+    ReferenceState reference;
+    reference.hOffset = 1000.0;
+    reference.sOffset = -10.0;
     for (const std::string_view cas : {test::water, test::propane, test::carbon_dioxide, test::benzene}) {
-        test::select_substance(s, cas, eos_ideal_gas);
-        s.models.cpKode = 2;
-        s.reference = {};
-        s.reference.hOffset = 1000.0, s.reference.sOffset = -10.0;
+        const auto fluid = ideal_gas_of(test::starter_substance(cas), CpForm::sinh_cosh, reference);
+        const auto cp = [&](double t) {
+            return static_cast<double>(cpIdG(fluid->substance, t, CpForm::sinh_cosh).cp);
+        };
+        const double T0 = reference.TRef0;
         for (const double T : {150.0, 300.0, 900.0}) {
-            const auto cp = [&s](double t) { return static_cast<double>(cpIdG(s, t, 2).cp); };
-            const double T0 = s.reference.TRef0;
-            const IdealGas r = IdGasFunc(s, T, 101.325);
+            const IdealGas r = IdGasFunc(*fluid, T, 101.325);
             EXPECT_NEAR(r.h, integral(T0, T, cp) + 1000.0, 1e-6 * std::fabs(r.h) + 0.01) << cas << " " << T;
             EXPECT_NEAR(r.s, integral(T0, T, [&](double t) { return cp(t) / t; }) - 10.0, 1e-4)
                 << cas << " " << T;
             EXPECT_EQ(r.cp, cp(T));
         }
+    }
+}
+
+// cp = A + B (x/sinh x)^2 + D (y/cosh y)^2 by the functions of the library.
+TEST(CpIdG, SinhForm) {
+    SubstanceConstants substance;
+    substance.cpDIPPR = {33.0f, 30.0f, 1200.0f, 9.0f, 500.0f};
+    for (const double T : {50.0, 300.0, 2500.0}) {
+        const double x = 1200.0 / T, y = 500.0 / T;
+        const double cp = 33.0 + 30.0 * std::pow(x / std::sinh(x), 2) + 9.0 * std::pow(y / std::cosh(y), 2);
+        EXPECT_NEAR(cpIdG(substance, T, CpForm::sinh_cosh).cp, cp, 1e-6 * cp);
     }
 }
 
@@ -96,49 +117,52 @@ const Figure Figures[] = {
 };
 
 TEST(CpIdG, PublishedFiguresByBothForms) {
-    Session s = test::starter_session();
     for (const Figure& f : Figures) {
-        test::select_substance(s, f.cas, eos_ideal_gas);
+        const SubstanceConstants substance = test::starter_substance(f.cas);
         // both forms are fits; the polynomials of several substances end at 1000 K
-        EXPECT_NEAR(cpIdG(s, f.T, 2).cp, f.cp, 0.006 * f.cp) << f.cas << ", " << f.source;
-        EXPECT_NEAR(cpIdG(s, f.T, 1).cp, f.cp, 0.015 * f.cp) << f.cas << ", " << f.source;
+        EXPECT_NEAR(cpIdG(substance, f.T, CpForm::sinh_cosh).cp, f.cp, 0.006 * f.cp)
+            << f.cas << ", " << f.source;
+        EXPECT_NEAR(cpIdG(substance, f.T, CpForm::polynomial).cp, f.cp, 0.015 * f.cp)
+            << f.cas << ", " << f.source;
     }
 }
 
 TEST(IdGasFunc, WithoutEquationAndRefusals) {
-    Session s = test::substance_session(test::propane, eos_ideal_gas);
-    s.reference.hOffset = 5.0, s.reference.sOffset = -7.0;
-    s.models.cpKode = 0;
-    const IdealGas none = IdGasFunc(s, 400.0, 500.0);
-    EXPECT_EQ(none.err, 0);
+    SubstanceConstants substance = test::starter_substance(test::propane);
+    ReferenceState reference;
+    reference.hOffset = 5.0;
+    reference.sOffset = -7.0;
+    const auto without = ideal_gas_of(substance, CpForm::none, reference);
+    EXPECT_EQ(without->ideal_gas.reason, Reason::no_ideal_gas_cp);
+    const IdealGas none = IdGasFunc(*without, 400.0, 500.0);
+    EXPECT_EQ(none.reason, Reason::none);
     EXPECT_EQ(none.cp, 0.0);
     EXPECT_EQ(none.h, 5.0);  // the offsets alone
     EXPECT_EQ(none.s, -7.0);
-    for (const int form : {-1, 0, 3}) EXPECT_EQ(cpIdG(s, 400.0, form).cp, 0.0f) << form;
-    s.models.cpKode = 2;
-    const auto set = s.substance.cpDIPPR;
-    s.substance.cpDIPPR = {30, 20, 1, 10, 1};
-    EXPECT_EQ(IdGasFunc(s, 0.1, 100.0).err, 0);
-    EXPECT_EQ(IdGasFunc(s, 0.099, 100.0).err, -1);
-    s.substance.cpDIPPR = set;
-    for (const int form : {1, 2}) {
-        s.models.cpKode = form;
+    EXPECT_EQ(cpIdG(substance, 400.0, CpForm::none).cp, 0.0f);
+    EXPECT_EQ(ideal_gas_of(SubstanceConstants(), CpForm::polynomial)->ideal_gas.reason,
+              Reason::no_ideal_gas_cp);
+    for (const CpForm form : {CpForm::polynomial, CpForm::sinh_cosh}) {
+        const auto fluid = ideal_gas_of(substance, form);
         for (const double T : {0.0, -10.0, static_cast<double>(NAN)}) {
-            EXPECT_EQ(IdGasFunc(s, T, 100.0).err, -1) << form << " " << T;
+            EXPECT_EQ(IdGasFunc(*fluid, T, 100.0).reason, Reason::T_not_positive) << T;
         }
-        s.reference.TRef0 = 0.0f;
-        EXPECT_EQ(IdGasFunc(s, 300.0, 100.0).err, -1) << form;
-        s.reference.TRef0 = 298.15f;
+        reference.TRef0 = 0.0f;
+        EXPECT_EQ(IdGasFunc(*ideal_gas_of(substance, form, reference), 300.0, 100.0).reason,
+                  Reason::T_not_positive);
     }
-    s.models.cpKode = 2;
-    s.substance.cpDIPPR[2] = -1000.0f;  // sinh(C/T) must be positive
-    EXPECT_EQ(IdGasFunc(s, 300.0, 100.0).err, -1);
+    substance.cpDIPPR = {30, 20, 1, 10, 1};
+    const auto small = ideal_gas_of(substance, CpForm::sinh_cosh);
+    EXPECT_EQ(IdGasFunc(*small, 0.1, 100.0).reason, Reason::none);
+    EXPECT_EQ(IdGasFunc(*small, 0.099, 100.0).reason, Reason::ideal_gas_range);
+    substance.cpDIPPR[2] = -1000.0f;  // sinh(C/T) must be positive
+    EXPECT_EQ(IdGasFunc(*ideal_gas_of(substance, CpForm::sinh_cosh), 300.0, 100.0).reason,
+              Reason::ideal_gas_range);
 }
 
 // Reference pressure 0 is 101.325 kPa; selections 2 and 10 bring 298.15 K and 101.325 kPa with them.
 TEST(RefConst, ZeroPoints) {
-    Session s = test::substance_session(test::water, eos_ideal_gas);
-    const auto& k = s.substance;
+    const SubstanceConstants k = test::starter_substance(test::water);
     const struct {
         int code;
         double h0, s0;
@@ -147,13 +171,24 @@ TEST(RefConst, ZeroPoints) {
                 {2, k.dfH0, k.S0abs, 298.15f},
                 {10, k.dfH0, (static_cast<double>(k.dfH0) - static_cast<double>(k.dfG0)) / 298.15, 298.15f}};
     for (const auto& row : rows) {
-        s.reference = {.RefKode = row.code, .TRef0 = 350.0f};
-        const ReferenceConstants r = RefConst(s, 2.0 * 101.325);
+        const ReferenceState reference{.RefKode = row.code, .TRef0 = 350.0f};
+        const ReferenceConstants r = RefConst(k, reference, 2.0 * 101.325);
         EXPECT_EQ(r.h0, row.h0);
         EXPECT_NEAR(r.s0, row.s0 - RGas * std::log(2.0), 1e-6);
-        EXPECT_EQ(s.reference.TRef0, row.T0);
-        EXPECT_EQ(s.reference.pRef0, 101.325f);
-        EXPECT_EQ(RefConst(s, 0.0).s0, row.s0) << "no pressure term";
+        EXPECT_EQ(r.TRef0, row.T0);
+        EXPECT_EQ(r.pRef0, 101.325f);
+        EXPECT_EQ(RefConst(k, reference, 0.0).s0, row.s0) << "no pressure term";
+        // the ideal gas at its reference point has the zero point itself
+        for (const CpForm form : {CpForm::polynomial, CpForm::sinh_cosh}) {
+            const auto fluid = ideal_gas_of(k, form, reference);
+            const IdealGas zero = IdGasFunc(*fluid, r.TRef0, r.pRef0);
+            EXPECT_NEAR(zero.h, row.h0, 1e-10 * std::fabs(row.h0));
+            EXPECT_NEAR(zero.s, row.s0, 1e-12 * std::fabs(row.s0));
+            if (row.code == 1) {
+                EXPECT_EQ(zero.h, 0.0);
+                EXPECT_EQ(zero.s, 0.0);
+            }
+        }
     }
 }
 

@@ -12,29 +12,34 @@
 namespace quom {
 namespace {
 
-// One quantity at T [K], p [kPa]; code is that of the equation behind it.
-using Quantity = double (*)(Session& s, double T, double p, int code);
+// One quantity at T [K], p [kPa] of a fluid; code is that of the equation behind it.
+using Quantity = double (*)(const Fluid& fluid, double T, double p, int code);
 
-double rhoV(Session& s, double T, double p, int) { return VolumeTp(s, T, p).rhoV; }
-double saturated_rho(Session& s, double T, std::size_t root) {
-    return pLV_EOS(s, T).err ? 0.0 : s.substance.MolMass / s.scratch.VRoot[root];
+double rhoV(const Fluid& fluid, double T, double p, int) { return VolumeTp(fluid, T, p).rhoV; }
+double rhoL_sat(const Fluid& fluid, double T, double, int) { return fluid.M / pLV_EOS(fluid, T).vL; }
+double rhoV_sat(const Fluid& fluid, double T, double, int) { return fluid.M / pLV_EOS(fluid, T).vV; }
+double cp_gas(const Fluid& fluid, double T, double p, int) {
+    return ThermoState(fluid, T, p, VolumeTp(fluid, T, p).vV).cp;
 }
-double rhoL_sat(Session& s, double T, double, int) { return saturated_rho(s, T, 0); }
-double rhoV_sat(Session& s, double T, double, int) { return saturated_rho(s, T, 2); }
-double cp_gas(Session& s, double T, double p, int) {
-    return ThermoState(s, T, p, VolumeTp(s, T, p).vV, phase_V).cp;
+double w_gas(const Fluid& fluid, double T, double p, int) {
+    return ThermoState(fluid, T, p, VolumeTp(fluid, T, p).vV).w;
 }
-double w_gas(Session& s, double T, double p, int) {
-    return ThermoState(s, T, p, VolumeTp(s, T, p).vV, phase_V).w;
+double pLV(const Fluid& fluid, double T, double, int) { return pLV_EOS(fluid, T).p; }
+double TLV(const Fluid& fluid, double, double p, int) { return TLV_EOS(fluid, p).T; }
+double dh(const Fluid& fluid, double T, double, int code) {
+    return hLV(fluid, {.model = hlv_of(code), .T = T, .EVP = Evp::wagner}).value;
 }
-double pLV(Session& s, double T, double, int) { return pLV_EOS(s, T).value; }
-double TLV(Session& s, double, double p, int) { return TLV_EOS(s, p).value; }
-double dh(Session& s, double T, double p, int code) { return hLV(s, code, T, p, evp_wagner).value; }
-double p_evp(Session& s, double T, double, int code) { return pLV_EVP(s, T, code).value; }
-double T_evp(Session& s, double, double p, int code) { return TLV_EVP(s, p, code).value; }
-double rhoL(Session& s, double T, double, int) { return rhoL_Fu(s, static_cast<float>(T)).rho; }
-double cpL(Session& s, double T, double, int) { return cpL_Fu(s, T); }
-double B(Session& s, double T, double, int code) { return VirialB(s, code, T); }
+double p_evp(const Fluid& fluid, double T, double, int code) {
+    return pLV_EVP(fluid.substance, T, evp_of(code)).value;
+}
+double T_evp(const Fluid& fluid, double, double p, int code) {
+    return TLV_EVP(fluid.substance, p, evp_of(code)).value;
+}
+double rhoL(const Fluid& fluid, double T, double, int) {
+    return rhoL_Fu(fluid.substance, static_cast<float>(T)).rho;
+}
+double cpL(const Fluid& fluid, double T, double, int) { return cpL_Fu(fluid.substance, T); }
+double B(const Fluid& fluid, double T, double, int) { return VirialB(fluid, T); }
 
 struct Figure {
     std::string_view cas;
@@ -113,13 +118,11 @@ const Figure Figures[] = {
 };
 
 TEST(PublishedFigures, WithinWhatTheModelCanDo) {
-    Session s = test::starter_session();
     for (const Figure& f : Figures) {
-        const bool is_eos = f.quantity != dh && f.quantity != p_evp && f.quantity != T_evp;
-        test::select_substance(s, f.cas, is_eos ? f.code : static_cast<int>(eos_peng_robinson));
-        s.models.cpKode = 2;
-        EXPECT_NEAR(f.quantity(s, f.T, f.p, f.code) / f.figure, 1.0, 0.01 * f.percent)
-            << f.name << " of " << s.substance.StoffName << ", T " << f.T << ", p " << f.p << ", code "
+        const bool is_eos = f.quantity != dh && f.quantity != p_evp && f.quantity != T_evp && f.code > 0;
+        const auto fluid = test::starter_fluid(f.cas, is_eos ? eos_of(f.code) : Eos::peng_robinson);
+        EXPECT_NEAR(f.quantity(*fluid, f.T, f.p, f.code) / f.figure, 1.0, 0.01 * f.percent)
+            << f.name << " of " << fluid->substance.StoffName << ", T " << f.T << ", p " << f.p << ", code "
             << f.code << ": " << f.figure << " (" << f.source << ")";
     }
 }

@@ -1,13 +1,14 @@
-// Enthalpy of vaporization: the seven models against published figures and against entropy and Clapeyron,
-// where p and T come from, words, refusals.
+// Enthalpy of vaporization: the seven models by hand, against published figures and against entropy and
+// Clapeyron, where p and T come from, words, warnings, refusals.
 #include "engine/vaporization_enthalpy.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <string>
+#include <utility>
 
-#include "calc/sample_substances.h"
 #include "engine/condensed_phases.h"
 #include "engine/saturation.h"
 #include "engine/thermo_functions.h"
@@ -18,16 +19,73 @@
 namespace quom {
 namespace {
 
-// Peng/Robinson, and the reference point of Benson's method.
-void prepare(Session& s, std::string_view cas) {
-    test::select_substance(s, cas, eos_peng_robinson);
-    const SubstanceConstants& c = s.substance;
-    s.benson = {.TRefL = c.Tnb, .pLVRef = 101.335f, .rhoLRef = rhoLRefBenson(101.335, c.pcr, c.rhocrDB)};
-    s.benson.rhoVRef = static_cast<float>(VolumeTp(s, static_cast<double>(c.Tnb), 101.3).rhoV);
+constexpr Hlv AllModels[] = {Hlv::equation,   Hlv::chen, Hlv::carruth_kobayashi, Hlv::watson, Hlv::evp_rhoL,
+                             Hlv::evp_benson, Hlv::eos};
+
+using FluidPtr = std::shared_ptr<const Fluid>;
+
+FluidPtr fluid_of(const SubstanceConstants& substance, Eos code = Eos::peng_robinson) {
+    return test::starter_fluid(substance, code);
 }
 
-HlvResult hLV_at(Session& s, int model, double T, double p = 0.0, int EVP = evp_wagner) {
-    return hLV(s, model, T, p, EVP);
+// The normal boiling point with rho(V) of the equation of state.
+BensonReference benson_of(const Fluid& fluid) {
+    const SubstanceConstants& c = fluid.substance;
+    const double rhoV = VolumeTp(fluid, static_cast<double>(c.Tnb), 101.3).rhoV;
+    return {.TRefL = c.Tnb,
+            .pLVRef = 101.335f,
+            .rhoLRef = rhoLRefBenson(101.335, c.pcr, c.rhocrDB),
+            .rhoVRef = static_cast<float>(rhoV)};
+}
+
+HlvResult hLV_at(const Fluid& fluid, Hlv model, double T) {
+    return hLV(fluid, {.model = model, .T = T, .EVP = Evp::wagner, .benson = benson_of(fluid)});
+}
+
+// T(cr) = 1000 K (R T(cr) = 8314.51 kJ/kmol), p(cr) = 1000 kPa.
+SubstanceConstants round_substance() {
+    SubstanceConstants c;
+    c.Tcr = 1000.0;
+    c.pcr = 1000.0;
+    c.WatsonT = 400.0f;
+    c.WatsonHLV = 40000.0f;
+    c.HLVTcr = 500.0f;
+    c.HLV = {50000.0f, 0.3f, 0.2f, -0.1f, 0.05f, 0.2f};
+    return c;
+}
+
+// By hand: each constant of the correlations changes the whole number when its fourth digit does.
+struct ByHand {
+    Hlv model;
+    double omega, T, p;
+    float nWat;
+    std::int32_t h;
+    const char* calculation;
+};
+const ByHand ByHands[] = {
+    {Hlv::chen, 0, 1000, 1000, 0, 4857, "1000 (33.08 - 32.74)/0.07"},
+    {Hlv::chen, 0, 1000, 100, 0, 430143, "1000 (33.08 - 32.74 + 29.77)/0.07"},
+    {Hlv::chen, 0, 900, 10, 0, 299499, "900 (29.772 - 32.74 + 59.54)/0.17"},
+    {Hlv::carruth_kobayashi, 0, 1e-5, 0, 0, 58867, "7.08 R T(cr) towards T = 0"},
+    {Hlv::carruth_kobayashi, 1, 1e-5, 0, 0, 149911, "(7.08 + 10.95) R T(cr) towards T = 0"},
+    {Hlv::carruth_kobayashi, 0, 750, 0, 0, 36036, "7.08 4^-0.354 R T(cr)"},
+    {Hlv::carruth_kobayashi, 1, 750, 0, 0, 84421, "(7.08 4^-0.354 + 10.95 4^-0.456) R T(cr)"},
+    {Hlv::watson, 0, 600, 0, 0.38f, 34288, "40000 (2/3)^0.38"},
+    {Hlv::watson, 0, 850, 0, 0.5f, 20000, "40000 (1/4)^0.5"},
+    {Hlv::equation, 0, 400, 0, 0, 21617, "50000 exp(-0.16) 0.2^(0.3 + 0.16 - 0.064 + 0.0256)"},
+    {Hlv::equation, 0, 250, 0, 0, 34735, "50000 exp(-0.1) 0.5^(0.3 + 0.1 - 0.025 + 0.00625)"},
+};
+
+TEST(Hlv, ByHand) {
+    for (const ByHand& row : ByHands) {
+        FluidInput input{.substance = round_substance(), .models = {}, .eos_input = {}, .reference = {}};
+        input.substance.omega = row.omega;
+        input.models.nWat = row.nWat;
+        const FluidPtr fluid = make_fluid(input);
+        const HlvResult r = hLV(*fluid, {.model = row.model, .T = row.T, .p = row.p});
+        EXPECT_EQ(r.value, row.h) << row.calculation;
+        EXPECT_EQ(r.reason, Reason::none) << row.calculation;
+    }
 }
 
 // delta(LV)h [kJ/kmol] and what models 1 to 7 may be off in percent; 0: the record has no data for it. The
@@ -53,94 +111,107 @@ const Figure Figures[] = {
 };
 
 TEST(Hlv, PublishedFigures) {
-    Session s = test::starter_session();
     for (const Figure& f : Figures) {
-        prepare(s, f.cas);
-        for (int model = hlv_equation; model <= hlv_eos; ++model) {
-            const HlvResult r = hLV_at(s, model, f.T);
-            const double percent = f.percent[model - 1];
-            EXPECT_EQ(r.err, percent == 0.0 ? -1 : 0) << f.cas << " model " << model;
+        const FluidPtr fluid = test::starter_fluid(f.cas, Eos::peng_robinson);
+        for (const Hlv model : AllModels) {
+            const HlvResult r = hLV_at(*fluid, model, f.T);
+            const double percent = f.percent[number_of(model) - 1];
+            EXPECT_EQ(r.reason, percent == 0.0 ? Reason::no_hlv_data : Reason::none)
+                << f.cas << number_of(model);
             EXPECT_NEAR(r.value, percent == 0.0 ? 0.0 : f.h, 0.01 * percent * f.h)
-                << f.cas << " " << f.T << " model " << model << ", " << f.source;
+                << f.cas << " " << f.T << " model " << number_of(model) << ", " << f.source;
         }
     }
 }
 
-// Model 7 is T (sV - sL) and T (vV - vL) dp/dT of its own p(LV); models 5 and 6 are T (vV - vL) dp/dT of the
-// vapor pressure equation.
+// The model of the equation of state is T (sV - sL) and T (vV - vL) dp/dT of its own p(LV); those with
+// compressibility factors are T (vV - vL) dp/dT of the vapor pressure equation.
 TEST(Hlv, EntropyAndClapeyron) {
-    Session s = test::starter_session();
     for (const std::string_view cas : {test::water, test::propane, test::nitrogen, test::decane}) {
-        prepare(s, cas);
-        const double M = s.substance.MolMass;
+        const FluidPtr fluid = test::starter_fluid(cas, Eos::peng_robinson);
+        const SubstanceConstants& c = fluid->substance;
+        const BensonReference benson = benson_of(*fluid);
         for (const double Tr : {0.6, 0.75, 0.9, 0.98}) {
-            const double T = Tr * s.substance.Tcr, h = 1e-3 * T;
-            const SaturatedFunctions sat = ThermoSat(s, T);
-            const HlvResult eos = hLV_at(s, hlv_eos, T);
-            EXPECT_NEAR(eos.value, T * (sat.V.s - sat.L.s), 1.0 + 2e-5 * eos.value) << cas << " " << Tr;
-            const double own = std::log(pLV_EOS(s, T + h).value / pLV_EOS(s, T - h).value) / (2 * h) * sat.p;
+            const double T = Tr * c.Tcr, h = 1e-3 * T;
+            const SaturatedFunctions sat = ThermoSat(*fluid, T);
+            const HlvResult eos = hLV_at(*fluid, Hlv::eos, T);
+            EXPECT_NEAR(eos.value, T * (sat.V.s - sat.L.s), 1.0) << cas << " " << Tr;
+            const double own = (pLV_EOS(*fluid, T + h).p - pLV_EOS(*fluid, T - h).p) / (2 * h);
             EXPECT_NEAR(eos.value, T * (sat.V.v - sat.L.v) * own, 1.0 + 5e-3 * eos.value) << cas << " " << Tr;
 
-            const double up = pLV_EVP(s, T + h, evp_wagner).value, down = pLV_EVP(s, T - h, evp_wagner).value;
-            const double p = pLV_EVP(s, T, evp_wagner).value, slope = (up - down) / (2 * h);
-            const double rhoV = VolumeTp(s, T, p).rhoV;
-            const double rhoL[] = {rhoL_Fu(s, static_cast<float>(T)).rho, rhoLBenson(s, T, rhoV)};
-            for (const int model : {hlv_evp_rhoL, hlv_evp_benson}) {
-                const HlvResult r = hLV_at(s, model, T);
-                const double expected = T * M * (1 / rhoV - 1 / rhoL[model - hlv_evp_rhoL]) * slope;
-                EXPECT_NEAR(r.value, expected, 1.0 + 3e-4 * expected) << cas << " " << Tr << " " << model;
-                EXPECT_NEAR(r.ZL * rhoL[model - hlv_evp_rhoL], r.ZV * rhoV, 1e-9 * rhoV);
+            const double up = pLV_EVP(c, T + h, Evp::wagner).value,
+                         down = pLV_EVP(c, T - h, Evp::wagner).value;
+            const double p = pLV_EVP(c, T, Evp::wagner).value, slope = (up - down) / (2 * h);
+            const double rhoV = VolumeTp(*fluid, T, p).rhoV;
+            for (const auto& [model, rhoL] : {std::pair{Hlv::evp_rhoL, rhoL_Fu(c, static_cast<float>(T)).rho},
+                                              std::pair{Hlv::evp_benson, rhoLBenson(c, benson, T, rhoV)}}) {
+                const HlvResult r = hLV_at(*fluid, model, T);
+                const double expected = T * fluid->M * (1 / rhoV - 1 / rhoL) * slope;
+                EXPECT_NEAR(r.value, expected, 1.0 + 3e-4 * expected) << cas << " " << Tr;
+                EXPECT_NEAR(r.ZL * rhoL, r.ZV * rhoV, 1e-9 * rhoV);
+                EXPECT_NEAR(r.ZV, p * fluid->M / (rhoV * RGas * T), 1e-9);
             }
         }
     }
 }
 
-// Propane; 0 for T or p: not given. The data point is what entry 0 of the list holds.
+// Propane; 0 for T or p: not given, not completed.
 struct Completion {
-    int model, EVP, eos;
+    Hlv model;
+    Evp EVP;
+    Eos eos;
     double T, p, point_T, point_p;
-    double T_after, p_after;  // 0: not completed
-    int err;
+    double T_after, p_after;
+    Reason reason;
     const char* source;
 };
+constexpr Eos PR = Eos::peng_robinson;
+constexpr Reason good = Reason::none;
 const Completion Completions[] = {
-    {2, 4, 6, 300, 0, 0, 0, 300, 997.8, 0, "p = p(LV) using vapor pressure equation:"},
-    {5, 4, 6, 300, 0, 0, 900, 300, 997.8, 0, "p = p(LV) using vapor pressure equation:"},
-    {2, 0, 6, 300, 0, 0, 1000, 300, 1000, 0, "p(LV) = p from act. data point"},
-    {2, 0, 6, 300, 0, 0, 0, 300, 0, -1, "No p available"},
-    {7, 0, 6, 300, 0, 0, 0, 300, 997.8, 0, "p = p(LV) using cubic EOS"},
-    {7, 4, 16, 300, 0, 0, 1000, 300, 0, -1, "p(LV) by EOS: Error -1"},
-    {1, 4, 6, 0, 997.8, 0, 0, 300, 997.8, 0, "T = T(LV) from vapor pressure equation:Wagner (MDB equ.)"},
-    {1, 0, 6, 0, 500, 280, 0, 280, 500, 0, "(T(LV) from present data point)"},
-    {1, 0, 6, 0, 500, 0, 0, 0, 500, -1, "no T available"},
-    {4, 4, 6, 0, 0, 0, 0, 0, 0, -1, "no T available"},
-    {1, 4, 6, 0, 5000, 400, 0, 400, 5000, -1, "T > T(cr)!"},
-    {7, 0, 6, 0, 997.8, 0, 0, 300, 997.8, 0, "T = T(LV) from cubic  EOS"},
-    {7, 0, 6, 0, 5000, 300, 0, 0, 5000, -1, "T(LV) using EOS: Error -1"},
-    {1, 4, 6, 300, 0, 0, 0, 300, 0, 0, ""},
-    {3, 4, 6, 300, 0, 0, 0, 300, 0, 0, ""},
-    {4, 4, 6, 300, 0, 0, 0, 300, 0, 0, ""},
+    {Hlv::chen, Evp::wagner, PR, 300, 0, 0, 0, 300, 997.8, good, "p = p(LV) using vapor pressure equation:"},
+    {Hlv::evp_rhoL, Evp::wagner, PR, 300, 0, 0, 900, 300, 997.8, good,
+     "p = p(LV) using vapor pressure equation:"},
+    {Hlv::chen, Evp::none, PR, 300, 0, 0, 1000, 300, 1000, good, "p(LV) = p from act. data point"},
+    {Hlv::chen, Evp::none, PR, 300, 0, 0, 0, 300, 0, Reason::no_p_available, "No p available"},
+    {Hlv::eos, Evp::none, PR, 300, 0, 0, 0, 300, 997.8, good, "p = p(LV) using cubic EOS"},
+    {Hlv::eos, Evp::wagner, Eos::pitzer_curl, 300, 0, 0, 1000, 300, 0, Reason::vapor_only,
+     "p(LV) by EOS: Error -1"},
+    {Hlv::equation, Evp::wagner, PR, 0, 997.8, 0, 0, 300, 997.8, good,
+     "T = T(LV) from vapor pressure equation:Wagner (MDB equ.)"},
+    {Hlv::equation, Evp::none, PR, 0, 500, 280, 0, 280, 500, good, "(T(LV) from present data point)"},
+    {Hlv::equation, Evp::none, PR, 0, 500, 0, 0, 0, 500, Reason::no_T_available, "no T available"},
+    {Hlv::watson, Evp::wagner, PR, 0, 0, 0, 0, 0, 0, Reason::no_T_available, "no T available"},
+    {Hlv::equation, Evp::wagner, PR, 0, 5000, 400, 0, 400, 5000, Reason::T_above_critical_found,
+     "T > T(cr)!"},
+    {Hlv::eos, Evp::none, PR, 0, 997.8, 0, 0, 300, 997.8, good, "T = T(LV) from cubic  EOS"},
+    {Hlv::eos, Evp::none, PR, 0, 5000, 300, 0, 0, 5000, Reason::above_critical_p,
+     "T(LV) using EOS: Error -1"},
+    {Hlv::equation, Evp::wagner, PR, 300, 0, 0, 0, 300, 0, good, ""},
+    {Hlv::carruth_kobayashi, Evp::wagner, PR, 300, 0, 0, 0, 300, 0, good, ""},
+    {Hlv::watson, Evp::wagner, PR, 300, 0, 0, 0, 300, 0, good, ""},
 };
 
 TEST(Hlv, CompletesTOrP) {
-    Session s = test::starter_session();
+    const auto given = [](double x) { return x > 0.0 ? std::optional(x) : std::nullopt; };
     for (const Completion& c : Completions) {
-        prepare(s, test::propane);
-        test::select_eos(s, c.eos);
-        s.exp.points[0] = {.T = c.point_T, .p = c.point_p};
-        double T = c.T, p = c.p;
-        const HlvResult r = hLV(s, c.model, T, p, c.EVP);
-        EXPECT_EQ(r.source, c.source) << c.model;
-        EXPECT_EQ(r.err, c.err) << c.source;
-        EXPECT_NEAR(T, c.T_after, 0.05) << c.source;
-        EXPECT_NEAR(p, c.p_after, 1.0) << c.source;
-        EXPECT_EQ(r.value > 0, c.err == 0) << c.source;
+        const FluidPtr fluid = test::starter_fluid(test::propane, c.eos);
+        const HlvInput input{.model = c.model,
+                             .T = given(c.T),
+                             .p = given(c.p),
+                             .EVP = c.EVP,
+                             .point_T = given(c.point_T),
+                             .point_p = given(c.point_p)};
+        const HlvResult r = hLV(*fluid, input);
+        EXPECT_EQ(r.source, c.source) << number_of(c.model);
+        EXPECT_EQ(r.reason, c.reason) << c.source;
+        EXPECT_NEAR(r.T, c.T_after, 0.05) << c.source;
+        EXPECT_NEAR(r.p, c.p_after, 1.0) << c.source;
+        EXPECT_EQ(r.value > 0, c.reason == good) << c.source;
     }
 }
 
 TEST(Hlv, WordsOfTheMethod) {
-    Session s = test::starter_session();
-    prepare(s, test::propane);
+    const FluidPtr fluid = test::starter_fluid(test::propane, Eos::peng_robinson);
     const char* words[] = {"delta(LV)h = Fu(T) (using database equation)",
                            "Chen correlation",
                            "Carruth/Kobayashi correlation",
@@ -148,69 +219,117 @@ TEST(Hlv, WordsOfTheMethod) {
                            "present vapor pressure equation and rho(L) = Fu(T)",
                            "present vapor pressure equation and Benson's method",
                            "CEOS Peng / Robinson"};
-    for (int model = 1; model <= 7; ++model) EXPECT_EQ(hLV_at(s, model, 300.0).method, words[model - 1]);
+    for (const Hlv model : AllModels)
+        EXPECT_EQ(hLV_at(*fluid, model, 300.0).method, words[number_of(model) - 1]);
 }
 
-TEST(Hlv, RangeCountsPositiveOnBothSides) {
-    Session s = test::starter_session();
-    prepare(s, test::water);  // 274 to 647 K
-    s.substance.HLVTHi = 500;
-    const struct {
-        double T;
-        int dT;
-        bool box;
-    } rows[] = {{300, 0, false}, {269, 5, false}, {268, 6, true}, {505, 5, false}, {506.4, 6, true}};
-    for (const auto& row : rows) {
-        QueuedMessages user;
-        s.messages = &user;
-        double T = row.T, p = 0.0;
-        EXPECT_EQ(hLV(s, hlv_equation, T, p, evp_wagner, true).dT, row.dT) << row.T;
-        ASSERT_EQ(user.asked.size(), row.box ? 1u : 0u) << row.T;
-        if (!row.box) continue;
-        EXPECT_EQ(user.asked[0].title, "Warning concerning equation delta(LV)h = Fu(T)");
-        EXPECT_EQ(user.asked[0].text,
-                  "Temperature 6 K outside parameter validity\n(cf. Data/Parameters delta(LV)h = Fu(T))");
-        EXPECT_EQ(hLV_Fu(s, row.T).dT, row.dT);  // no box without leave
-        EXPECT_EQ(user.asked.size(), 1u);
+// Water: delta(LV)h for 274 to 500 K here, counted positive on both sides; the others for ranges of their
+// own.
+struct Told {
+    const char* what;
+    Hlv model;
+    double T, p;
+    Evp EVP;
+    int hlv_offset;  // dT of the result
+    bool told;
+    WarningKind kind;
+    double low, high;
+    int offset;
+};
+const Told Tolds[] = {
+    {"inside", Hlv::equation, 300, 0, Evp::wagner, 0, false, {}, 0, 0, 0},
+    {"5 K below", Hlv::equation, 269, 0, Evp::wagner, 5, false, {}, 0, 0, 0},
+    {"6 K below", Hlv::equation, 268, 0, Evp::wagner, 6, true, WarningKind::hlv_range, 274, 500, 6},
+    {"5 K above", Hlv::equation, 505, 0, Evp::wagner, 5, false, {}, 0, 0, 0},
+    {"6 K above", Hlv::equation, 506.4, 0, Evp::wagner, 6, true, WarningKind::hlv_range, 274, 500, 6},
+    {"p 10 K above", Hlv::chen, 383, 0, Evp::antoine_low, 0, false, {}, 0, 0, 0},
+    {"p 11 K above", Hlv::chen, 384, 0, Evp::antoine_low, 0, true, WarningKind::evp_range, 274, 373, 11},
+    {"T 6 K above", Hlv::watson, 0, 124.7, Evp::antoine_low, 0, true, WarningKind::evp_range, 274, 373, 6},
+    {"rho(L) 6 K above", Hlv::evp_rhoL, 506, 0, Evp::wagner, 0, true, WarningKind::rhoL_range, 274, 500, 6},
+    {"rho(L) 5 K above", Hlv::evp_rhoL, 505, 0, Evp::wagner, 0, false, {}, 0, 0, 0},
+};
+
+TEST(Hlv, WarnsOutsideTheValidity) {
+    SubstanceConstants water = test::starter_substance(test::water);
+    water.HLVTHi = 500;
+    water.RhoLTLo = 274;
+    water.RhoLTHi = 500;
+    const FluidPtr fluid = fluid_of(water);
+    for (const Told& row : Tolds) {
+        HlvInput input{.model = row.model, .EVP = row.EVP};
+        (row.T > 0 ? input.T : input.p) = row.T > 0 ? row.T : row.p;
+        const HlvResult r = hLV(*fluid, input);
+        EXPECT_EQ(r.dT, row.hlv_offset) << row.what;
+        ASSERT_EQ(r.warnings.size(), row.told ? 1u : 0u) << row.what;
+        if (row.model == Hlv::equation) {
+            EXPECT_EQ(hLV_Fu(water, row.T).dT, row.hlv_offset) << row.what;
+        }
+        if (!row.told) continue;
+        const Warning expected{row.kind, r.T, row.low, row.high, static_cast<std::int16_t>(row.offset)};
+        EXPECT_EQ(r.warnings[0], expected) << row.what;
     }
 }
 
 TEST(Hlv, RoundsToWholeNumbersHalfToEven) {
-    Session s = test::starter_session();
-    prepare(s, test::water);
-    for (const auto& [A, whole] : {std::pair{12344.5f, 12344}, {12345.5f, 12346}, {12345.25f, 12345}}) {
-        s.substance.HLV = {A};  // A exp(0) (1 - t)^0
-        EXPECT_EQ(hLV_at(s, hlv_equation, 300.0).value, whole);
-        EXPECT_EQ(hLV_Fu(s, 300.0).value, A);
+    SubstanceConstants water = test::starter_substance(test::water);
+    for (const auto& [A, whole] :
+         {std::pair{12344.5f, 12344}, {12345.5f, 12346}, {12345.25f, 12345}, {-2.5f, -2}}) {
+        water.HLV = {A};  // A exp(0) (1 - t)^0
+        EXPECT_EQ(hLV_at(*fluid_of(water), Hlv::equation, 300.0).value, whole);
+        EXPECT_EQ(hLV_Fu(water, 300.0).value, A);
     }
-    s.substance.HLV = {3e9f};
-    EXPECT_EQ(hLV_at(s, hlv_equation, 300.0).err, -1);
-    EXPECT_EQ(hLV_at(s, hlv_equation, 300.0).value, 0);
+    water.HLV = {3e9f};
+    const HlvResult r = hLV_at(*fluid_of(water), Hlv::equation, 300.0);
+    EXPECT_EQ(r.reason, Reason::not_finite);
+    EXPECT_EQ(r.value, 0);
+    EXPECT_EQ(hLV_Fu(water, 300.0).value, 3e9f);
 }
 
+// What the record or the input lacks, and the reason; propane at 300 K.
+struct Refusal {
+    const char* what;
+    void (*change)(SubstanceConstants& c);
+    Hlv model;
+    Reason reason;
+};
+using Constants = SubstanceConstants;
+const Refusal Refusals[] = {
+    {"no model", [](Constants&) {}, Hlv::none, Reason::no_hlv_model},
+    {"no such model", [](Constants&) {}, static_cast<Hlv>(8), Reason::no_hlv_model},
+    {"T above T(cr) of the set", [](Constants& c) { c.HLVTcr = 290.0f; }, Hlv::equation, Reason::no_hlv_data},
+    {"no set", [](Constants& c) { c.HLVTcr = 0.0f; }, Hlv::equation, Reason::no_hlv_data},
+    {"no Watson pair", [](Constants& c) { c.WatsonHLV = 0.0f; }, Hlv::watson, Reason::no_hlv_data},
+    {"Watson pair above T(cr)", [](Constants& c) { c.WatsonT = static_cast<float>(c.Tcr) + 1.0f; },
+     Hlv::watson, Reason::no_hlv_data},
+    {"no rho(L)", [](Constants& c) { c.RhoL = {}; }, Hlv::evp_rhoL, Reason::no_liquid_density},
+    {"no M", [](Constants& c) { c.MolMass = 0; }, Hlv::evp_rhoL, Reason::no_molar_mass},
+    {"no M", [](Constants& c) { c.MolMass = 0; }, Hlv::eos, Reason::no_molar_mass},
+    {"no p(cr)", [](Constants& c) { c.pcr = 0; }, Hlv::chen, Reason::no_critical_data},
+};
+
 TEST(Hlv, Refusals) {
-    Session s = test::starter_session();
-    prepare(s, test::propane);
-    const auto refused = [&s](int model, double T) {
-        const HlvResult r = hLV_at(s, model, T);
-        return r.err == -1 && r.value == 0;
-    };
-    for (int model = 0; model <= 8; ++model) {
-        for (const double T : {s.substance.Tcr + 1e-9, static_cast<double>(NAN)}) {
-            EXPECT_TRUE(refused(model, T)) << model;
-            EXPECT_EQ(hLV_at(s, model, T).source, "") << "in silence at entry";
-        }
+    for (const Refusal& row : Refusals) {
+        SubstanceConstants propane = test::starter_substance(test::propane);
+        row.change(propane);
+        const HlvResult r =
+            hLV(*fluid_of(propane), {.model = row.model, .T = 300.0, .p = 997.8, .EVP = Evp::wagner});
+        EXPECT_EQ(r.reason, row.reason) << row.what;
+        EXPECT_EQ(r.value, 0) << row.what;
     }
-    EXPECT_TRUE(refused(0, 300.0) && refused(8, 300.0));
-    s.substance.HLVTcr = 290.0f;  // below T
-    EXPECT_TRUE(refused(hlv_equation, 300.0));
-    EXPECT_EQ(hLV_Fu(s, 300.0).err, -1);
-    s.substance.WatsonT = static_cast<float>(s.substance.Tcr) + 1.0f;
-    EXPECT_TRUE(refused(hlv_watson, 300.0));
-    s.substance.RhoL = {};
-    EXPECT_TRUE(refused(hlv_evp_rhoL, 300.0));
-    s.benson = {};
-    EXPECT_TRUE(refused(hlv_evp_benson, 300.0));
+    const FluidPtr fluid = test::starter_fluid(test::propane, Eos::peng_robinson);
+    EXPECT_EQ(hLV(*fluid, {.model = Hlv::evp_benson, .T = 300.0, .EVP = Evp::wagner}).reason,
+              Reason::no_reference_point);
+    for (const Hlv model : AllModels) {  // at entry, in silence
+        const HlvResult above = hLV_at(*fluid, model, fluid->substance.Tcr + 1e-9);
+        EXPECT_EQ(above.reason, Reason::above_critical_T);
+        EXPECT_EQ(above.source, "");
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        EXPECT_EQ(hLV_at(*fluid, model, nan).reason, Reason::T_not_positive);
+    }
+    SubstanceConstants propane = fluid->substance;
+    propane.HLVTcr = 290.0f;
+    EXPECT_EQ(hLV_Fu(propane, 300.0).reason, Reason::no_hlv_data);
+    EXPECT_EQ(hLV_Fu(propane, 300.0).value, 0.0f);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <set>
 #include <vector>
 
+#include "base/constants.h"
 #include "substance_support.h"
 
 namespace quom {

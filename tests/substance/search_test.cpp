@@ -14,12 +14,19 @@
 namespace quom {
 namespace {
 
-Session starter(QueuedMessages& listener) {
-    Session s;
-    s.database.ProgramPath = QUOM_STARTER_DATA;
-    EXPECT_EQ(LoadDatabase(s, 7, "quom.q07").err, 0);
-    s.messages = &listener;
-    return s;
+const std::string ProgramPath = QUOM_STARTER_DATA;
+
+DatabaseFile starter(bool Englisch = true) {
+    OpenedDatabase opened = open_database(7, ProgramPath + "/quom.q07", Englisch);
+    EXPECT_EQ(opened.fault, "");
+    return opened.file;
+}
+
+// Index that a text is found at; 0 when nothing is found.
+int found(const DatabaseFile& file, std::string_view text) {
+    const SubstanceHit hit = FindSubstance(file, ProgramPath, text);
+    EXPECT_EQ(hit.found, !hit.message) << text;
+    return hit.index;
 }
 
 // A key is what the file is searched for: NormalizeName, the spellings of the file, no marks.
@@ -77,28 +84,23 @@ TEST(Synonyms, BlocksHeadsAndEnds) {
 
 // Every substance is found by its English name, its German name, each of its synonyms and its CAS number.
 TEST(Search, EverySubstanceByEveryName) {
-    QueuedMessages listener;
-    Session s = starter(listener);
-    const std::string bytes = test::bytes_of(std::string(QUOM_STARTER_DATA) + "/" + SynonymFile);
+    const DatabaseFile file = starter();
+    const std::string bytes = test::bytes_of(ProgramPath + "/" + SynonymFile);
     const std::vector<SynonymBlock> blocks = read_synonym_blocks(bytes);
-    ASSERT_GE(s.database.file.StoffAnzahl(), 480);
-    ASSERT_EQ(blocks.size(), s.database.file.rows.size());
-    for (int i = 1; i <= s.database.file.StoffAnzahl(); ++i) {
-        const SubstanceRow& row = s.database.file.rows[static_cast<std::size_t>(i - 1)];
-        EXPECT_EQ(FindSubstance(s, main_name(row.SubstanceName)).index, i) << row.SubstanceName;
-        EXPECT_EQ(FindSubstance(s, row.SubstanceCAS + "  ").index, i) << row.SubstanceName;
-        EXPECT_EQ(FindSystemNo(s, row.SubstanceNo), i);
+    ASSERT_GE(file.StoffAnzahl(), 480);
+    ASSERT_EQ(blocks.size(), file.rows.size());
+    for (int i = 1; i <= file.StoffAnzahl(); ++i) {
+        const SubstanceRow& row = file.rows[static_cast<std::size_t>(i - 1)];
+        EXPECT_EQ(found(file, main_name(row.SubstanceName)), i) << row.SubstanceName;
+        EXPECT_EQ(found(file, row.SubstanceCAS + "  "), i) << row.SubstanceName;
+        EXPECT_EQ(FindSystemNo(file, row.SubstanceNo), i);
     }
     for (const SynonymBlock& block : blocks) {
-        const int index = FindCAS(s, block.casrn);
+        const int index = FindCAS(file, block.casrn);
         ASSERT_GT(index, 0) << block.casrn;
-        for (const std::string& name : block.synonyms) {
-            EXPECT_EQ(FindSubstance(s, name).index, index) << name << " of " << block.casrn;
-        }
+        for (const std::string& name : block.synonyms) EXPECT_EQ(found(file, name), index) << name;
     }
-    EXPECT_TRUE(listener.asked.empty());
-    s.options.Englisch = false;  // the same file with the German names
-    ASSERT_EQ(LoadDatabase(s, 7, "quom.q07").err, 0);
+    const DatabaseFile german = starter(false);
     for (const auto& [name, cas] : {std::pair{"wasser", "7732-18-5"},
                                     {"Kohlendioxyd", "124-38-9"},
                                     {"Äthanol", "64-17-5"},
@@ -106,57 +108,60 @@ TEST(Search, EverySubstanceByEveryName) {
                                     {"Benzol", "71-43-2"},
                                     {"Cyklohexan", "110-82-7"},
                                     {"water", "7732-18-5"}}) {
-        EXPECT_EQ(FindSubstance(s, name).index, FindCAS(s, cas)) << name;
+        EXPECT_EQ(found(german, name), FindCAS(german, cas)) << name;
     }
 }
 
 TEST(Search, NothingFoundTellsWhyAndKeepsTheRow) {
-    QueuedMessages listener;
-    Session s = starter(listener);
-    s.database.StoffIndex = 7;
-    EXPECT_EQ(FindSubstance(s, "no such thing").index, 7);
-    EXPECT_FALSE(FindSubstance(s, "").found);
-    ASSERT_FALSE(listener.asked.empty());
-    EXPECT_EQ(listener.asked[0].title, "ERROR: Selection of a substance");
-    EXPECT_EQ(listener.asked[0].text, "Nothing found.");
+    const DatabaseFile file = starter();
+    const test::Folder folder;
     // a substance of the synonym file that the database does not hold
-    test::Folder folder;
     folder.write(SynonymFile, "99-99-9\r\n#X\r\nUNOBTAINIUM\r\n\r\nEND\r\n");
-    s.database.ProgramPath = folder.path();
-    listener.asked.clear();
-    EXPECT_FALSE(FindSubstance(s, "Unobtainium").found);
-    ASSERT_EQ(listener.asked.size(), 1u);
-    EXPECT_EQ(listener.asked[0].text, "CASRN 99-99-9 This substance is not involved in the database ");
-    // no file at all
-    s.database.ProgramPath = folder.path("nowhere");
-    listener.asked.clear();
-    EXPECT_FALSE(FindSubstance(s, "Unobtainium").found);
-    EXPECT_EQ(listener.asked.at(0).text, "Nothing found.");
+    struct Case {
+        std::string ProgramPath;
+        const char *text, *told;
+    };
+    for (const Case& c :
+         {Case{ProgramPath, "no such thing", "Nothing found."}, Case{ProgramPath, "", "Nothing found."},
+          Case{folder.path(), "Unobtainium", "CASRN 99-99-9 This substance is not involved in the database "},
+          Case{folder.path("nowhere"), "Unobtainium", "Nothing found."}}) {
+        const SubstanceHit hit = FindSubstance(file, c.ProgramPath, c.text, 7);
+        EXPECT_FALSE(hit.found) << c.text;
+        EXPECT_EQ(hit.index, 7) << c.text;
+        ASSERT_TRUE(hit.message) << c.text;
+        EXPECT_EQ(hit.message->title, "ERROR: Selection of a substance");
+        EXPECT_EQ(hit.message->text, c.told);
+    }
 }
 
 TEST(Search, ListOfSynonyms) {
-    QueuedMessages listener;
-    const Session s = starter(listener);
-    EXPECT_GT(ShowSynonyms(s, "7732-18-5").count, 3);
-    for (const char* none : {"", "   ", "<>"}) EXPECT_EQ(ShowSynonyms(s, none).err, -1);
-    ASSERT_EQ(listener.asked.size(), 3u);
-    EXPECT_EQ(listener.asked[0].title, "WARNING");
-    EXPECT_EQ(listener.asked[0].text, "CASRN not given/ not correct");
-    EXPECT_EQ(ShowSynonyms(s, "00-00-0").err, -1);  // passes the test of the number, is not in the file
-    EXPECT_EQ(listener.asked.back().title, "Execution not possible");
-    EXPECT_TRUE(listener.asked.back().text.starts_with("CASRN is still lacking in the list of synonyms\n"));
+    const SynonymList water = ShowSynonyms(ProgramPath, "7732-18-5");
+    EXPECT_GT(water.count, 3);
+    EXPECT_FALSE(water.message);
+    for (const char* none : {"", "   ", "<>"}) {
+        const SynonymList list = ShowSynonyms(ProgramPath, none);
+        EXPECT_EQ(list.err, -1);
+        ASSERT_TRUE(list.message);
+        EXPECT_EQ(list.message->title, "WARNING");
+        EXPECT_EQ(list.message->text, "CASRN not given/ not correct");
+    }
+    // The placeholder passes the test of the number and is not in the file.
+    const SynonymList placeholder = ShowSynonyms(ProgramPath, "00-00-0");
+    EXPECT_EQ(placeholder.err, -1);
+    ASSERT_TRUE(placeholder.message);
+    EXPECT_EQ(placeholder.message->title, "Execution not possible");
+    EXPECT_EQ(placeholder.message->text,
+              "CASRN is still lacking in the list of synonyms\nATTENTION!\n"
+              "In this situation you cannot find this substance\nvia input of the name.");
 }
 
 TEST(Search, SystemNumberAndMemory) {
-    QueuedMessages listener;
-    Session s = starter(listener);
-    s.database.StoffIndex = 3;
-    const int number = s.database.file.rows[9].SubstanceNo;
-    EXPECT_EQ(enter_system_no(s, std::to_string(number)).index, 10);
-    EXPECT_EQ(enter_system_no(s, "9999").index, 3);
-    EXPECT_TRUE(enter_system_no(s, "0").clear);
-    EXPECT_FALSE(enter_system_no(s, "12345").found);  // five digits do nothing
-    EXPECT_FALSE(enter_system_no(s, "12345").clear);
+    const DatabaseFile file = starter();
+    EXPECT_EQ(enter_system_no(file, std::to_string(file.rows[9].SubstanceNo), 3).index, 10);
+    EXPECT_EQ(enter_system_no(file, "9999", 3).index, 3);
+    EXPECT_TRUE(enter_system_no(file, "0", 3).clear);
+    EXPECT_FALSE(enter_system_no(file, "12345", 3).found);  // five digits do nothing
+    EXPECT_FALSE(enter_system_no(file, "12345", 3).clear);
     NameMemory memory;
     for (const char* name : {"a", "b", "c", "d", "e", "f", "g", "h", "b", "i"}) memory.add(name);
     ASSERT_EQ(memory.names().size(), 8u);

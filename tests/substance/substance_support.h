@@ -1,5 +1,4 @@
-// What the tests of substances share: a folder of their own, the golden databases, and a listener for
-// messages.
+// What the tests of substances share: a folder of their own and the golden databases.
 #pragma once
 #include <gtest/gtest.h>
 
@@ -8,8 +7,6 @@
 #include <vector>
 
 #include "base/files.h"
-#include "session/session.h"
-#include "support/queued_messages.h"
 
 namespace quom::test {
 

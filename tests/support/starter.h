@@ -1,51 +1,54 @@
-// Sessions over the starter database, for tests and benchmarks.
+// Substances and fluids of the starter database, for tests and benchmarks.
 #pragma once
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
-#include "engine/eos_parameters.h"
+#include "engine/fluid.h"
 #include "engine/model_catalogue.h"
-#include "session/session.h"
 #include "substance/database.h"
 
 namespace quom::test {
 
-// A session with the starter database open and no substance chosen.
-inline Session starter_session() {
-    Session s;
-    s.database.ProgramPath = QUOM_STARTER_DATA;
-    if (LoadDatabase(s, 7, std::string(QUOM_STARTER_DATA) + "/quom.q07").err != 0) {
-        throw std::runtime_error("the starter database is missing");
-    }
-    return s;
+// The starter database, opened anew.
+inline DatabaseFile starter_database() {
+    OpenedDatabase opened = open_database(7, std::string(QUOM_STARTER_DATA) + "/quom.q07", true);
+    if (opened.err != 0) throw std::runtime_error("the starter database is missing: " + opened.fault);
+    return std::move(opened.file);
 }
 
-// Selects the EOS code for the substance in force as the model window would, with the parameters of the code.
-inline void select_eos(Session& s, int code) {
-    s.models.EOSKode = code;
-    s.models.VPhaseOnly = !is_cubic(code);
-    s.models.Konzept = !s.models.VPhaseOnly;
-    if (code != eos_virial_manual) {
-        ClearEOSPar(s);
-        InitEOSPar(s, code);
-    }
-}
-
-// Selects a substance by its CAS number and an EOS; the other models as the model window proposes them.
-inline void select_substance(Session& s, std::string_view cas, int code) {
-    const int index = FindCAS(s, std::string(cas));
+// Constants of the substance with a CAS number.
+inline SubstanceConstants starter_substance(std::string_view cas) {
+    const DatabaseFile file = starter_database();
+    const int index = FindCAS(file, cas);
     if (index == 0) throw std::runtime_error("not in the starter database: " + std::string(cas));
-    SelectSubstance(s, index);
-    s.models.EOSKode = code;
-    select_models(s);
-    select_eos(s, code);
+    return unpack_substance(file, index, true).constants;
 }
 
-inline Session substance_session(std::string_view cas, int code) {
-    Session s = starter_session();
-    select_substance(s, cas, code);
-    return s;
+// The models that the model window proposes for a substance and an equation of state.
+inline ModelSelection proposed_models(const SubstanceConstants& substance, Eos code) {
+    ModelSelection models;
+    models.EOSKode = code;
+    models = quom::proposed_models(substance, models);
+    models.EOSKode = code;  // a code that the window does not offer is tested too
+    models.Konzept = !models.VPhaseOnly();
+    return models;
+}
+
+// A substance of the starter database with an equation of state; the other models as the model window
+// proposes them. input: the constants of the equations that are typed or read from a file.
+inline std::shared_ptr<const Fluid> starter_fluid(const SubstanceConstants& substance, Eos code,
+                                                  const EosInput& input = {}) {
+    return make_fluid({.substance = substance,
+                       .models = proposed_models(substance, code),
+                       .eos_input = input,
+                       .reference = {}});
+}
+inline std::shared_ptr<const Fluid> starter_fluid(std::string_view cas, Eos code,
+                                                  const EosInput& input = {}) {
+    return starter_fluid(starter_substance(cas), code, input);
 }
 
 inline constexpr std::string_view propane = "74-98-6", water = "7732-18-5", methane = "74-82-8",

@@ -1,20 +1,19 @@
-// The road of a calculation and its input windows, typed as a user types.
+// A calculation and its input windows, typed as a user types.
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <cmath>
 
-#include "calc/calc_batch.h"
-#include "engine/eos_parameters.h"
-#include "session/options.h"
-#include "ui/calculation_road.h"
-#include "ui/desk.h"
+#include "report/outcome_messages.h"
+#include "report/result_list.h"
+#include "ui/calculation_windows.h"
 #include "ui/frmCalcIn.h"
 #include "ui/frmParinput.h"
 #include "ui/mdi_area.h"
 #include "ui/number_box.h"
 #include "ui/result_list.h"
+#include "ui/window_driver.h"
 
 namespace quom {
 namespace {
@@ -40,22 +39,26 @@ QStringList labels(const frmParinput* window) {
     return texts;
 }
 
-class Calculation : public Desk {
+class Calculation : public WindowDriver {
  protected:
     Calculation() {
         go_to_calculations();
         messages.asked.clear();
-        RoadWindows& windows = CalculationRoad::of(frame).windows;
-        windows.result = [this](Session& s) { return stand_in(s, "frmQCalcOut"); };
-        windows.tank = [this](Session& s) { return stand_in(s, "frmKessel"); };
+        WindowMakers& windows = CalculationWindows::of(frame).windows;
+        windows.result = [this](Workbench& bench) { return stand_in(bench, "frmQCalcOut"); };
+        windows.tank = [this](Workbench& bench) { return stand_in(bench, "frmKessel"); };
         frame.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&frame));
     }
-    // A window that calculates, and remembers what it was to calculate.
-    ResultWindow stand_in(Session& s, const char* name) {
-        const auto refresh = [this, &s, name] {
+    // A window that calculates, and remembers what it was to show.
+    ResultWindow stand_in(Workbench& bench, const char* name) {
+        const auto refresh = [this, &bench, name] {
             shown.emplace_back(name);
-            if (name[3] == 'Q') result = CalcBatch(s, {.Mode = s.calc.CalcMode, .Point = s.exp.CurrentPoint});
+            if (name[3] != 'Q') return;
+            const Outcome& outcome = calculate(bench.session, calc().CurrentPoint);
+            for (const Message& message : outcome_messages(bench.fluid(), outcome, true)) bench.tell(message);
+            result =
+                make_result_list(bench.fluid(), outcome, {.units = document().units, .setup = calc().setup});
         };
         refresh();
         if (result.Text == "EXIT") return {};
@@ -63,8 +66,8 @@ class Calculation : public Desk {
         widget->setObjectName(QLatin1String(name));
         return {widget, {400, 300}, refresh};
     }
-    void start(int mode) {
-        start_calculation(frame, mode);
+    void start(Mode mode) {
+        start_calculation(frame, number_of(mode));
         QApplication::processEvents();
     }
     std::vector<std::string> open_windows() const {
@@ -76,65 +79,66 @@ class Calculation : public Desk {
     }
     frmParinput* input() const { return frame.child<frmParinput>(); }
     frmCalcIn* selection() const { return frame.child<frmCalcIn>(); }
-    CalcState& calc() { return session().calc; }
-    TpRhoPoint& point() { return session().exp.points[0]; }
+    const CalculationInput& calc() { return document().calc; }
+    const TpRhoPoint& point() { return document().exp.points[0]; }
 
     std::vector<std::string> shown;  // in the order of their refreshes
-    CalcBatchResult result;
+    OutputView result;
 };
-
-// ---- Values ----
 
 TEST_F(Calculation, takes_typed_values_of_each_kind_and_shows_their_result) {
     struct Case {
-        int mode;
+        Mode mode;
         std::vector<const char*> typed;
         std::vector<double> taken;  // T, p, rho(V), rho(L) of the data point; m, V, T of the tank
     };
     const Case cases[] = {
-        {1, {"300", "2.5"}, {300, 0, 2.5, 0}},
-        {2, {"300", "500"}, {300, 0, 0, 500}},
-        {3, {"298,15", "1e2"}, {298.15, 100, 0, 0}},
-        {8, {"400", "2000"}, {400, 2000, 0, 0}},
-        {13, {"500", "2.5"}, {0, 500, 2.5, 0}},
-        {6, {"300"}, {300, 0, 0, 0}},
-        {7, {"500"}, {0, 500, 0, 0}},
-        {11, {"300"}, {300, 0, 0, 0}},
-        {14, {"300"}, {300, 0, 0, 0}},
-        {9, {"2", "10", "300"}, {10, 2, 300}},
+        {Mode::T_rho, {"300", "2.5"}, {300, 0, 2.5, 0}},
+        {Mode::T_rhoL, {"300", "500"}, {300, 0, 0, 500}},
+        {Mode::T_p, {"298,15", "1e2"}, {298.15, 100, 0, 0}},
+        {Mode::functions, {"400", "2000"}, {400, 2000, 0, 0}},
+        {Mode::p_rho, {"500", "2.5"}, {0, 500, 2.5, 0}},
+        {Mode::vaporization_T, {"300"}, {300, 0, 0, 0}},
+        {Mode::vaporization_p, {"500"}, {0, 500, 0, 0}},
+        {Mode::virial, {"300"}, {300, 0, 0, 0}},
+        {Mode::fn_rhoL, {"300"}, {300, 0, 0, 0}},
+        {Mode::tank_global, {"2", "10", "300"}, {10, 2, 300}},
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(mode_info(c.mode).menu_text);
         start(c.mode);
-        EXPECT_EQ(messages.take().size(), c.mode == 3 ? 1u : 0u);  // an equilibrium? no
-        ASSERT_TRUE(input()) << c.mode;
-        EXPECT_EQ(labels(input()).size(), static_cast<int>(c.typed.size())) << c.mode;
+        EXPECT_EQ(messages.take().size(), c.mode == Mode::T_p ? 1u : 0u);  // an equilibrium? no
+        ASSERT_TRUE(input());
+        EXPECT_EQ(labels(input()).size(), static_cast<int>(c.typed.size()));
         EXPECT_THAT(shown, IsEmpty()) << "nothing is calculated before there is a value";
         for (const char* text : c.typed) type(text);
-        EXPECT_THAT(messages.take(), IsEmpty()) << c.mode;
+        EXPECT_THAT(messages.take(), IsEmpty());
         const TankInput& tank = calc().tank;
         const std::vector<double> taken =
-            c.mode == 9 ? std::vector<double>{tank.m, tank.V, tank.T}
-                        : std::vector<double>{point().T, point().p, point().rhoV, point().rhoL};
-        EXPECT_EQ(taken, c.taken) << c.mode;
+            c.mode == Mode::tank_global
+                ? std::vector<double>{tank.m, tank.V, tank.T}
+                : std::vector<double>{point().T, point().p, point().rhoV, point().rhoL};
+        EXPECT_EQ(taken, c.taken);
         EXPECT_EQ(calc().CalcMode, c.mode);
-        const auto results = c.mode == 9 ? std::vector<std::string>{"frmQCalcOut", "frmKessel"}
-                                         : std::vector<std::string>{"frmQCalcOut"};
+        const auto results = c.mode == Mode::tank_global
+                                 ? std::vector<std::string>{"frmQCalcOut", "frmKessel"}
+                                 : std::vector<std::string>{"frmQCalcOut"};
         EXPECT_EQ(shown, results);
         EXPECT_TRUE(input()->par[0]->hasFocus()) << "the next value can be typed at once";
-        EXPECT_FALSE(result.view.Liste.text.empty()) << c.mode;
+        EXPECT_FALSE(result.Liste.text.empty());
 
         for (const char* text : c.typed) type(text);
         EXPECT_EQ(shown.size(), 2 * results.size()) << "the same windows are refreshed";
         EXPECT_EQ(open_windows().size(), 1 + results.size());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-        EXPECT_THAT(open_windows(), IsEmpty()) << c.mode;
+        EXPECT_THAT(open_windows(), IsEmpty());
         shown.clear();
     }
 }
 
 TEST_F(Calculation, refuses_what_is_no_value_and_stays_at_the_box) {
-    start(8);
-    point() = {.T = 250, .p = 80};
+    change([](Document& d) { d.exp.points[0] = {.T = 250, .p = 80}; });
+    start(Mode::functions);
     for (const auto& [T, p, box] : std::vector<std::tuple<const char*, const char*, int>>{
              {"", "100", 0}, {"0", "100", 0}, {"300", "-1", 1}, {"1.2.3", "100", 0}, {"300", "1e400", 1}}) {
         input()->par[0]->setText(QLatin1String(T));
@@ -153,11 +157,10 @@ TEST_F(Calculation, turns_volumes_into_densities_in_the_unit_of_the_options) {
         int VolumeMode;
         const char *label, *volume;
     };
-    const double M = static_cast<double>(session().substance.MolMass);
+    const double M = static_cast<double>(session().substance().MolMass);
     for (const Case& c : {Case{0, "V/m^3/kmol = ", "0.0881912"}, Case{1, "V/m^3/kg  = ", "0.002"}}) {
-        session().units.VolumeMode = c.VolumeMode;
-        ASSERT_TRUE(set_unit_factors(session()));
-        start(2);
+        change([&](Document& d) { d.units.VolumeMode = c.VolumeMode; });
+        start(Mode::T_rhoL);
         type("300");
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("500"));
         input()->optRhoV[1]->click();
@@ -174,7 +177,14 @@ TEST_F(Calculation, turns_volumes_into_densities_in_the_unit_of_the_options) {
         input()->optRhoV[1]->click();
         EXPECT_EQ(input()->par[1]->text(), QStringLiteral("1.2.3")) << "what is no number is not thrown away";
     }
-    start(9);
+    start(Mode::T_rhoL);
+    input()->optRhoV[1]->click();
+    input()->par[1]->setText(QStringLiteral("0.002"));
+    change([](Document& d) { d.units.VolumeMode = volume_molar; });
+    EXPECT_EQ(labels(input())[1], QStringLiteral("V/m^3/kmol = "));
+    EXPECT_TRUE(input()->par[1]->text().isEmpty()) << "a value of the former unit is not taken";
+
+    start(Mode::tank_global);
     type("2");
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("10"));
     input()->optm_n[1]->click();
@@ -184,10 +194,8 @@ TEST_F(Calculation, turns_volumes_into_densities_in_the_unit_of_the_options) {
     EXPECT_NEAR(input()->par[1]->text().toDouble(), 10, 1e-5);
 }
 
-// ---- GLOBAL or PARTIAL ----
-
 TEST_F(Calculation, goes_over_the_selection_to_the_input) {
-    start(4);
+    start(Mode::equilibrium_T);
     ASSERT_THAT(open_windows(), ElementsAre("frmCalcIn"));
     EXPECT_TRUE(selection()->opt_glob[0]->isChecked());
     EXPECT_FALSE(selection()->fraRef->isEnabled());
@@ -195,29 +203,34 @@ TEST_F(Calculation, goes_over_the_selection_to_the_input) {
         selection()->lblStatus->text(),
         QStringLiteral("GLOBAL calculation: L and V density as well as p(LV) or T(LV) using a cubic EOS."));
     selection()->opt_glob[1]->click();
-    EXPECT_FALSE(calc().GlobalCalc);
+    EXPECT_FALSE(selection()->selection().setup.GlobalCalc);
     EXPECT_TRUE(selection()->txtRef->toPlainText().contains(QStringLiteral("(normal boiling T)")));
     selection()->Ref_opt[1]->click();
     EXPECT_TRUE(
         selection()->txtRef->toPlainText().startsWith(QStringLiteral("Reference point calculated using")));
     selection()->optPartialBenson[1]->click();
-    EXPECT_FALSE(calc().BensonRhoL);
+    EXPECT_FALSE(selection()->selection().setup.BensonRhoL);
     EXPECT_EQ(
         selection()->lblMethod->text(),
         QStringLiteral("The L-density is calculated by means of the database equation rho(L) = Fu(T)."));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);  // "Continue >" is the default
     ASSERT_THAT(open_windows(), ElementsAre("frmParinput"));
-    EXPECT_TRUE(calc().RhoLWanted);
-    EXPECT_EQ(calc().ParInputKind, 104);
+    EXPECT_EQ(labels(input()), QStringList{"      T/K     "});
+    EXPECT_EQ(calc().CalcMode, Mode::none) << "nothing is kept before there is a value";
     type("300");
     EXPECT_THAT(shown, ElementsAre("frmQCalcOut"));
-    EXPECT_FALSE(calc().GlobalCalc);
+    EXPECT_EQ(calc().CalcMode, Mode::equilibrium_T);
+    EXPECT_EQ(calc().setup.RhoLWanted, true);
+    EXPECT_EQ(calc().setup.GlobalCalc, false);
+    EXPECT_EQ(calc().setup.BensonRhoL, false);
 }
 
 TEST_F(Calculation, takes_a_typed_reference_point) {
-    start(4);
+    start(Mode::equilibrium_T);
     selection()->opt_glob[1]->click();
-    const BensonReference proposed = session().benson;
+    const auto reference = [this] { return selection()->selection().setup.benson; };
+    const BensonReference proposed = reference();
+    EXPECT_TRUE(proposed.complete());
     selection()->Ref_opt[2]->click();
     QApplication::processEvents();
     ASSERT_TRUE(input());
@@ -228,7 +241,7 @@ TEST_F(Calculation, takes_a_typed_reference_point) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     EXPECT_THAT(open_windows(), ElementsAre("frmCalcIn"));
     EXPECT_TRUE(selection()->Ref_opt[0]->isChecked());
-    EXPECT_EQ(session().benson.TRefL, proposed.TRefL);
+    EXPECT_EQ(reference(), proposed);
     EXPECT_TRUE(selection()->OK->isEnabled());
 
     // Another option closes the input.
@@ -240,46 +253,45 @@ TEST_F(Calculation, takes_a_typed_reference_point) {
     QApplication::processEvents();
     for (const char* text : {"231", "101.3", "580", "2.4"}) type(text);
     EXPECT_THAT(open_windows(), ElementsAre("frmCalcIn"));
-    EXPECT_EQ(session().benson.rhoLRef, 580.0f);
+    EXPECT_EQ(reference(), (BensonReference{231.0f, 101.3f, 580.0f, 2.4f}));
     EXPECT_TRUE(selection()->txtRef->toPlainText().contains(QStringLiteral("580")));
     selection()->OK->click();
-    EXPECT_EQ(session().benson.rhoLRef, 580.0f);
-    EXPECT_TRUE(calc().RhoLWanted);
+    type("300");
+    EXPECT_EQ(calc().setup.benson.rhoLRef, 580.0f);
+    EXPECT_TRUE(calc().setup.RhoLWanted);
 }
 
 TEST_F(Calculation, an_eos_of_the_vapor_phase_refuses_global) {
-    session().models.VPhaseOnly = true;
-    session().models.EOSKode = eos_pitzer_curl;
-    start(4);
+    change([](Document& d) { d.models.EOSKode = Eos::pitzer_curl; });
+    start(Mode::equilibrium_T);
     selection()->opt_glob[0]->click();
     EXPECT_THAT(
         messages.take(),
         ElementsAre(Pair("Execution not possible",
                          "GLOBAL calculation is only possible with a cubic EOS (=> window \"Models\")")));
     EXPECT_TRUE(selection()->opt_glob[1]->isChecked());
-    start(2);
+    start(Mode::T_rhoL);
     EXPECT_THAT(messages.take(),
                 ElementsAre(Pair("Execution not possible", "possible only using a cubic EOS")));
     EXPECT_THAT(open_windows(), IsEmpty());
-    EXPECT_EQ(calc().CalcMode, 0);
+    EXPECT_EQ(calc().CalcMode, Mode::none);
 }
 
-TEST_F(Calculation, a_cancelled_input_leaves_the_record_as_it_was) {
-    session().benson = {250, 200, 500, 4};
-    calc().CalcMode = 8, calc().ParInputKind = 108, calc().RhoLWanted = true;
-    const auto record = [&] {
-        return std::tuple(calc().CalcMode, calc().ParInputKind, calc().GlobalCalc, calc().BensonRhoL,
-                          calc().RhoLWanted, calc().VLEAssumed, session().benson.TRefL,
-                          session().benson.rhoLRef, point().T, calc().tank.m);
-    };
-    const auto before = record();
+TEST_F(Calculation, a_cancelled_input_leaves_the_document_as_it_was) {
+    change([](Document& d) {
+        d.calc.CalcMode = Mode::functions;
+        d.calc.setup = {
+            .GlobalCalc = true, .BensonRhoL = false, .RhoLWanted = true, .benson = {250, 200, 500, 4}};
+        d.exp.points[0] = {.T = 310, .p = 200};
+    });
+    const Document before = document();
     const auto leave = [&] {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         EXPECT_THAT(open_windows(), IsEmpty());
-        EXPECT_EQ(record(), before);
+        EXPECT_TRUE(document() == before);
     };
     messages.answers = {Answer::yes};
-    start(3);  // an assumed equilibrium
+    start(Mode::T_p);  // an assumed equilibrium
     EXPECT_THAT(messages.take(),
                 ElementsAre(Pair("T-p specification",
                                  "Do you intend to describe a VLE?\n"
@@ -288,32 +300,32 @@ TEST_F(Calculation, a_cancelled_input_leaves_the_record_as_it_was) {
     ASSERT_TRUE(selection());
     selection()->Ref_opt[1]->click();
     leave();
-    start(10);
+    start(Mode::tank_partial);
     selection()->Ref_opt[2]->click();
     selection()->parentWidget()->close();  // by its title bar, the input of the point still open
     EXPECT_THAT(open_windows(), IsEmpty());
-    EXPECT_EQ(record(), before);
-    start(10);
+    EXPECT_TRUE(document() == before);
+    start(Mode::tank_partial);
     selection()->OK->click();
     leave();
-    start(9);
+    start(Mode::tank_global);
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5"));
     leave();
-    start(4);
+    start(Mode::equilibrium_T);
     frame.unload_calculation_windows();  // as the opening of the menu does
-    EXPECT_EQ(record(), before);
+    EXPECT_TRUE(document() == before);
 }
 
-// ---- The ends of the road ----
-
 TEST_F(Calculation, a_batch_needs_no_input_and_closing_the_result_ends_it) {
-    session().options.BatchMode = true;
-    session().exp.points = {{}, {.T = 300}, {.T = 310}};
-    session().exp.CurrentPoint = 1;
-    start(5);
+    change([](Document& d) {
+        d.options.BatchMode = true;
+        d.exp.points = {{}, {.T = 300}, {.T = 310}};
+        d.calc.CurrentPoint = 1;
+    });
+    start(Mode::equilibrium_p);
     selection()->OK->click();
     EXPECT_THAT(open_windows(), ElementsAre("frmQCalcOut"));
-    start(9);  // a tank is always typed
+    start(Mode::tank_global);  // a tank is always typed
     for (const char* text : {"2", "10", "300"}) type(text);
     EXPECT_THAT(open_windows(), ElementsAre("frmParinput", "frmQCalcOut", "frmKessel"));
     frame.child("frmQCalcOut")->parentWidget()->close();
@@ -321,7 +333,7 @@ TEST_F(Calculation, a_batch_needs_no_input_and_closing_the_result_ends_it) {
 }
 
 TEST_F(Calculation, a_partial_tank_above_the_critical_point_has_nothing_to_show) {
-    start(10);
+    start(Mode::tank_partial);
     selection()->OK->click();
     for (const char* text : {"2", "10", "400"}) type(text);
     ASSERT_EQ(messages.asked.size(), 1u);
@@ -332,8 +344,7 @@ TEST_F(Calculation, a_partial_tank_above_the_critical_point_has_nothing_to_show)
 }
 
 TEST_F(Calculation, the_menu_leads_to_the_result_beside_the_input) {
-    delete &CalculationRoad::of(frame);  // and with it the stand-ins
-    session().units.VolumeMode = 0;
+    delete &CalculationWindows::of(frame);  // and with it the stand-ins
     menu("mnuCalc_2")->trigger();
     for (const char* text : {"300", "100"}) type(text);
     ASSERT_EQ(open_windows(), (std::vector<std::string>{"frmParinput", "frmQCalcOut"}));
@@ -357,16 +368,16 @@ TEST_F(Calculation, the_menu_leads_to_the_result_beside_the_input) {
 
 TEST_F(Calculation, the_selection_leads_to_a_diagram_too) {
     int drawn = 0;
-    CalculationRoad::of(frame).select_for_diagram([&] { ++drawn; });
+    CalculationWindows::of(frame).select_for_diagram([&] { ++drawn; });
     selection()->opt_glob[1]->click();
     selection()->OK->click();
     EXPECT_EQ(drawn, 1);
-    EXPECT_FALSE(calc().GlobalCalc);
+    EXPECT_FALSE(calc().setup.GlobalCalc);
     EXPECT_THAT(open_windows(), IsEmpty());
 }
 
 TEST_F(Calculation, boxes_have_captions_and_tab_goes_down) {
-    start(1);
+    start(Mode::T_rho);
     const frmParinput* w = input();
     const QList<QWidget*> order = {w->par[0], w->par[1], w->optRhoV[0], w->cmdParameter_OK, w->cmdClose};
     for (QWidget* control : order) {

@@ -5,11 +5,7 @@
 #include <QMdiSubWindow>
 #include <QRadioButton>
 
-#include "calc/calc_titles.h"
-#include "engine/eos_parameters.h"
-#include "engine/model_catalogue.h"
-#include "engine/vaporization_enthalpy.h"
-#include "ui/desk.h"
+#include "report/titles.h"
 #include "ui/frmCEOSDiagnose.h"
 #include "ui/frmIsoCalc.h"
 #include "ui/frmKessel.h"
@@ -21,6 +17,7 @@
 #include "ui/tank_picture.h"
 #include "ui/value_box.h"
 #include "ui/view_label.h"
+#include "ui/window_driver.h"
 
 namespace quom {
 namespace {
@@ -31,33 +28,47 @@ using ::testing::Not;
 using ::testing::Pair;
 using ::testing::StartsWith;
 
-class Output : public Desk {
+class Output : public WindowDriver {
  protected:
     Output() {
         go_to_calculations();
-        select_eos(eos_peng_robinson);
-        session().models.HLVKode = hlv_eos;
+        select_eos(Eos::peng_robinson);
+        change([](Document& d) { d.models.HLVKode = Hlv::eos; });
     }
-    void select_eos(int code) {
-        Session& s = session();
-        s.models.EOSKode = code;
-        s.models.VPhaseOnly = !is_cubic(code);
-        s.models.Konzept = s.calc.GlobalCalc = is_cubic(code);
-        ClearEOSPar(s);
-        InitEOSPar(s, code);
+    void select_eos(Eos code) {
+        change([code](Document& d) {
+            d.models.EOSKode = code;
+            d.models.Konzept = eos_info(code).is_cubic();
+            d.calc.setup.GlobalCalc = d.models.Konzept;
+        });
     }
-    void enter(int mode, double T, double p, double rho = 0.0) {
-        session().calc.CalcMode = mode;
-        const auto single = static_cast<float>(rho);
-        session().exp.points[0] = {.T = T, .p = p, .rhoV = single, .rhoL = single};
+    void enter(Mode mode, double T, double p, double rho = 0.0) {
+        change([&](Document& d) {
+            d.calc.CalcMode = mode;
+            const auto single = static_cast<float>(rho);
+            d.exp.points[0] = {.T = T, .p = p, .rhoV = single, .rhoL = single};
+        });
+    }
+    void enter_tank(Mode mode, double m, double T) {
+        change([&](Document& d) {
+            d.calc.CalcMode = mode;
+            d.calc.setup.GlobalCalc = mode == Mode::tank_global;
+            d.calc.tank = {.m = static_cast<float>(m), .V = 1.0F, .T = static_cast<float>(T)};
+        });
+    }
+    // The view of data point 0, made without a window.
+    OutputView core_view() {
+        const Outcome outcome = CalcBatch(*session().fluid, state_input(document(), 0));
+        return make_result_list(*session().fluid, outcome,
+                                {.units = document().units, .setup = document().calc.setup});
     }
     frmQCalcOut* open() {
         frame.unload(frmQCalcOut::Name);
-        auto* window = new frmQCalcOut(session());
+        auto* window = new frmQCalcOut(frame.bench());
         frame.open_child(window, window->sizeHint(), Sizing::free);
         return window;
     }
-    frmQCalcOut* open(int mode, double T, double p, double rho = 0.0) {
+    frmQCalcOut* open(Mode mode, double T, double p, double rho = 0.0) {
         enter(mode, T, p, rho);
         return open();
     }
@@ -72,27 +83,29 @@ class Output : public Desk {
 TEST_F(Output, shows_what_the_core_has_found) {
     const struct {
         const char* what;
-        int mode;
+        Mode mode;
         double T, p, rho;
         const char *value, *list;
         bool L, V, diagnosis, picture;
     } cases[] = {
-        {"vapor", 3, 300, 500, 0, "", "9.665957", false, true, true, false},
-        {"liquid", 3, 300, 2000, 0, "", "513.9976", true, false, true, false},
-        {"two phases", 1, 300, 0, 100, "Vapor pressure p(LV)/kPa = 997.426",
+        {"vapor", Mode::T_p, 300, 500, 0, "", "9.665957", false, true, true, false},
+        {"liquid", Mode::T_p, 300, 2000, 0, "", "513.9976", true, false, true, false},
+        {"two phases", Mode::T_rho, 300, 0, 100, "Vapor pressure p(LV)/kPa = 997.430",
          "Vapor fraction eta(V) = 0.18148", true, true, true, false},
-        {"supercritical", 3, 400, 6000, 0, "", "170.5828            170.5828", true, true, true, true},
-        {"no p", 3, 300, 0, 0, "", "", false, false, false, false},
-        {"above T(cr)", 4, 400, 0, 0, "", "", false, false, false, true},
-        {"equilibrium", 4, 300, 0, 0, "p(LV) = 997.426", "Enthalpy of vaporization", true, true, true, false},
-        {"database", 14, 300, 0, 0, "", "The function is valid within", false, false, false, false},
+        {"supercritical", Mode::T_p, 400, 6000, 0, "", "170.5828            170.5828", true, true, true,
+         true},
+        {"no p", Mode::T_p, 300, 0, 0, "", "", false, false, false, false},
+        {"above T(cr)", Mode::equilibrium_T, 400, 0, 0, "", "", false, false, false, true},
+        {"equilibrium", Mode::equilibrium_T, 300, 0, 0, "p(LV) = 997.430", "Enthalpy of vaporization", true,
+         true, true, false},
+        {"database", Mode::fn_rhoL, 300, 0, 0, "", "The function is valid within", false, false, false,
+         false},
     };
     for (const auto& at : cases) {
         SCOPED_TRACE(at.what);
         frmQCalcOut* window = open(at.mode, at.T, at.p, at.rho);
-        const CalcBatchResult core = CalcBatch(session(), {.Mode = at.mode});
-        const OutputView& view = core.view;
-        EXPECT_EQ(window->windowTitle().toStdString(), CalcCaption(session(), at.mode));
+        const OutputView view = core_view();
+        EXPECT_EQ(window->windowTitle().toStdString(), CalcCaption(at.mode, document().calc.setup));
         EXPECT_EQ(text(window->par1), trimmed(view.par1.text));
         EXPECT_EQ(text(window->par2), trimmed(view.par2.text));
         EXPECT_EQ(text(window->co1), view.co1.text);
@@ -111,12 +124,12 @@ TEST_F(Output, shows_what_the_core_has_found) {
         EXPECT_EQ(window->fraBatchVorgabe->title().toStdString(), "Specificated value(s) from direct input");
         EXPECT_EQ(window->cmdCalc_OK->text().remove(QLatin1Char('&')).toStdString(), "Close");
     }
-    frmQCalcOut* window = open(3, 400, 6000);
+    frmQCalcOut* window = open(Mode::T_p, 400, 6000);
     EXPECT_TRUE(window->co1->font().bold());
     EXPECT_EQ(window->co1->palette().color(QPalette::WindowText), QColor(170, 10, 10));
     EXPECT_EQ(text(window->Bezeichnung2), "identic");
     EXPECT_EQ(text(window->lblGleich), " no 2-phase state! ");
-    enter(3, 300, 0);
+    enter(Mode::T_p, 300, 0);
     EXPECT_TRUE(window->refresh());
     EXPECT_EQ(text(window->par1), "no p in this data set");
     EXPECT_EQ(window->par1->palette().color(QPalette::Text), QColor(128, 0, 0));
@@ -125,12 +138,15 @@ TEST_F(Output, shows_what_the_core_has_found) {
 }
 
 TEST_F(Output, steps_through_the_data_points) {
-    Session& s = session();
-    s.options.BatchMode = true;
-    s.calc.CalcMode = 3;
-    s.exp.points.resize(5);
-    for (int i = 1; i <= 4; ++i) s.exp.points[static_cast<std::size_t>(i)] = {.T = 300.0 + i, .p = 500.0};
-    s.exp.points[1].Aus = s.exp.points[3].Aus = -1;
+    change([](Document& d) {
+        d.options.BatchMode = true;
+        d.calc.CalcMode = Mode::T_p;
+        d.exp.points.resize(5);
+        for (std::size_t i = 1; i <= 4; ++i)
+            d.exp.points[i] = {.T = 300.0 + static_cast<double>(i), .p = 500.0};
+        d.exp.points[1].Aus = -1;
+        d.exp.points[3].Aus = -1;
+    });
     frmQCalcOut* window = open();
     const auto title = [&] { return window->fraBatchVorgabe->title().toStdString(); };
     EXPECT_EQ(title(), "Specificated value(s) from data point #2");
@@ -144,30 +160,34 @@ TEST_F(Output, steps_through_the_data_points) {
     press(window, "cmdRueck");
     press(window, "cmdRueck");
     EXPECT_EQ(title(), "Specificated values from data point 2");
-    ASSERT_EQ(s.calc.BatchResults.size(), 5u);
-    EXPECT_EQ(s.calc.BatchResults[4].phase(), " V ");
-    EXPECT_FALSE(s.calc.BatchResults[3].has_result());
-    for (TpRhoPoint& point : s.exp.points) point.Aus = -1;
-    EXPECT_FALSE(frmQCalcOut(s).loaded());
+    const auto& outcomes = session().outcomes;
+    ASSERT_EQ(outcomes.size(), 5u);
+    ASSERT_TRUE(outcomes[4]);
+    EXPECT_EQ(outcomes[4]->phase, PhaseWord::V);
+    EXPECT_FALSE(outcomes[3]) << "a point that is marked as deleted is not calculated";
+    change([](Document& d) {
+        for (TpRhoPoint& point : d.exp.points) point.Aus = -1;
+    });
+    EXPECT_FALSE(frmQCalcOut(frame.bench()).loaded());
     EXPECT_THAT(messages.take(),
                 ElementsAre(Pair("Execution not possible", "all data points are marked as deleted")));
 }
 
 TEST_F(Output, boxes_of_the_extended_output) {
-    frmQCalcOut* window = open(3, 300, 500);
+    frmQCalcOut* window = open(Mode::T_p, 300, 500);
     const std::string joule = "diff. Joule-Thomson coefficients",
                       derivatives = "derivatives with respect to T, p, v", functions = "thermodynamic Fu(T)";
     EXPECT_FALSE(window->chkFuncPrint->isEnabled());
     QTest::keyClick(window->ResPlus[0], Qt::Key_Space);
-    EXPECT_EQ(session().calc.ExtLevel, 2);
+    EXPECT_EQ(document().calc.ExtLevel, 2);
     EXPECT_THAT(list(window), HasSubstr(joule));
     EXPECT_THAT(list(window), Not(HasSubstr(derivatives)));
     EXPECT_TRUE(window->chkFuncPrint->isEnabled());
     QTest::keyClick(window->ResPlus[1], Qt::Key_Space);
-    EXPECT_EQ(session().calc.ExtLevel, 4);
+    EXPECT_EQ(document().calc.ExtLevel, 4);
     EXPECT_THAT(list(window), HasSubstr(derivatives));
     QTest::keyClick(window->ResPlus[0], Qt::Key_Space);
-    EXPECT_EQ(session().calc.ExtLevel, 3);
+    EXPECT_EQ(document().calc.ExtLevel, 3);
     EXPECT_THAT(list(window), Not(HasSubstr(joule)));
     QTest::keyClick(window->chkUHS, Qt::Key_Space);
     EXPECT_THAT(list(window), HasSubstr(functions));
@@ -175,21 +195,21 @@ TEST_F(Output, boxes_of_the_extended_output) {
     window->Liste->copy();
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), list(window));
     // The functions stay chosen for the next window, the boxes do not.
-    window = open(6, 300, 0);
+    window = open(Mode::vaporization_T, 300, 0);
     EXPECT_TRUE(window->chkUHS->isChecked());
-    EXPECT_EQ(session().calc.ExtLevel, 1);
+    EXPECT_EQ(document().calc.ExtLevel, 1);
     QTest::keyClick(window->ResPlus[0], Qt::Key_Space);
     EXPECT_FALSE(window->chkFuncPrint->isEnabled());
 }
 
 TEST_F(Output, iso_calculator_finds_states_and_goes_back_to_the_last) {
-    frmQCalcOut* window = open(4, 300, 0);
+    frmQCalcOut* window = open(Mode::equilibrium_T, 300, 0);
     press(window, "cmdIsoCalc");
     EXPECT_THAT(messages.take(),
                 ElementsAre(Pair("Execution not possible", "not yet a T|p value available!")));
     EXPECT_FALSE(frame.child<frmIsoCalc>());
 
-    window = open(3, 300, 500);
+    window = open(Mode::T_p, 300, 500);
     press(window, "cmdIsoCalc");
     auto* iso = frame.child<frmIsoCalc>();
     ASSERT_TRUE(iso);
@@ -207,10 +227,10 @@ TEST_F(Output, iso_calculator_finds_states_and_goes_back_to_the_last) {
     QTest::keyClick(iso->txtFuConst, Qt::Key_Return);
     EXPECT_EQ(text(iso->lblTpCalc), "p/kPa =");
     const double p = text(iso->txtTpCalc).empty() ? 0.0 : std::stod(text(iso->txtTpCalc));
-    EXPECT_DOUBLE_EQ(session().exp.points[0].p, iso->txtTpCalc->text().toDouble());
+    EXPECT_DOUBLE_EQ(document().exp.points[0].p, iso->txtTpCalc->text().toDouble());
     EXPECT_LT(p, 500.0);
     EXPECT_THAT(iso->Liste->toPlainText().toStdString(), HasSubstr("=                     -200"));
-    EXPECT_EQ(text(window->par2), trimmed(CalcBatch(session(), {.Mode = 3}).view.par2.text));
+    EXPECT_EQ(text(window->par2), trimmed(core_view().par2.text));
 
     iso->optIsoTp[1]->click();
     EXPECT_EQ(text(iso->lblTpVorgabe), "p/kPa = ");
@@ -227,8 +247,26 @@ TEST_F(Output, iso_calculator_finds_states_and_goes_back_to_the_last) {
     EXPECT_FALSE(frame.child<frmIsoCalc>());
 }
 
+TEST_F(Output, other_units_and_another_reference_state_reach_the_open_windows) {
+    frmQCalcOut* window = open(Mode::T_p, 300, 500);
+    press(window, "cmdIsoCalc");
+    auto* iso = frame.child<frmIsoCalc>();
+    ASSERT_TRUE(iso);
+    EXPECT_THAT(text(iso->txtFuConst), StartsWith("4.56194"));  // m^3/kmol
+    const double h = *window->outcome().V->h;
+    change([](Document& d) {
+        d.units.VolumeMode = volume_per_mass;
+        d.reference.hOffset = 1000.0;
+    });
+    EXPECT_THAT(text(iso->txtFuConst), StartsWith("0.103455"));  // 4.561946/44.0956 m^3/kg
+    EXPECT_THAT(list(window), HasSubstr("m^3/kg"));
+    EXPECT_EQ(window->view().Liste.text, core_view().Liste.text);
+    EXPECT_NEAR(*window->outcome().V->h, h + 1000.0, 1e-8);
+    EXPECT_TRUE(messages.take().empty());
+}
+
 TEST_F(Output, diagnosis_names_the_roots) {
-    frmQCalcOut* window = open(3, 300, 500);
+    frmQCalcOut* window = open(Mode::T_p, 300, 500);
     press(window, "cmdCEOSDiagnose");
     auto* diagnosis = frame.child<frmCEOSDiagnose>();
     ASSERT_TRUE(diagnosis);
@@ -250,7 +288,7 @@ TEST_F(Output, diagnosis_names_the_roots) {
     EXPECT_FALSE(QApplication::clipboard()->image().isNull());
 
     // The window follows the next calculation.
-    enter(3, 300, 2000);
+    enter(Mode::T_p, 300, 2000);
     window->refresh();
     EXPECT_EQ(text(diagnosis->lblState), "T/K = 300   p/kPa = 2000");
     expect_root(0, "v(1) =", "8.5789", "(stable, L-phase)");
@@ -258,23 +296,32 @@ TEST_F(Output, diagnosis_names_the_roots) {
     QTest::keyClick(diagnosis->txtRoot[0], Qt::Key_Escape);
     EXPECT_FALSE(frame.child<frmCEOSDiagnose>());
 
-    select_eos(eos_virial_first);
-    EXPECT_FALSE(open(3, 300, 500)->cmdCEOSDiagnose->isEnabled());
+    // It is of the state that the result shows, also when the Iso Calculator has gone on to another one.
+    window = open(Mode::T_rho, 300, 500, 100);
+    press(window, "cmdIsoCalc");
+    frame.child<frmIsoCalc>()->txtFuConst->setText(QStringLiteral("6"));
+    press(frame.child<frmIsoCalc>(), "cmdCalc");
+    EXPECT_LT(document().exp.points[0].p, 450.0);
+    press(window, "cmdCEOSDiagnose");
+    EXPECT_THAT(text(frame.child<frmCEOSDiagnose>()->lblState), StartsWith("T/K = 300   p/kPa = 997.4"));
+
+    select_eos(Eos::virial_van_der_waals);
+    EXPECT_FALSE(open(Mode::T_p, 300, 500)->cmdCEOSDiagnose->isEnabled());
 }
 
 TEST_F(Output, picture_of_the_supercritical_regions) {
-    frmQCalcOut* window = open(3, 400, 6000);
+    frmQCalcOut* window = open(Mode::T_p, 400, 6000);
     press(window, "cmdInfoSuperCrit");
     auto* picture = frame.child<frmPictureSuperCrit>();
     ASSERT_TRUE(picture);
     EXPECT_EQ(text(picture->lblRegion), "supercritical phase (L) = (V) (T > T(cr), p > p(cr))");
     EXPECT_EQ(text(picture->txtState), "T/K = 400   p/kPa = 6000");
     EXPECT_EQ(text(picture->txtCritical), "T(cr)/K = 369.89   p(cr)/kPa = 4251.2");
-    enter(3, 300, 6000);
+    enter(Mode::T_p, 300, 6000);
     window->refresh();
     EXPECT_EQ(text(picture->lblRegion), "supercritical L-phase (T < T(cr), p > p(cr))");
     // Refused above T(cr): T alone is known.
-    window = open(4, 400, 0);
+    window = open(Mode::equilibrium_T, 400, 0);
     press(window, "cmdInfoSuperCrit");
     EXPECT_EQ(text(frame.child<frmPictureSuperCrit>()->txtState), "T/K = 400");
 }
@@ -282,29 +329,32 @@ TEST_F(Output, picture_of_the_supercritical_regions) {
 TEST_F(Output, tank_is_drawn_as_it_is_filled) {
     const struct {
         const char* what;
-        int mode;
+        Mode mode;
         double m, T;
         TankFilling filling;
         const char *level, *p;
     } cases[] = {
-        {"both", 9, 100.0, 300.0, TankFilling::both, "Filling level 16.09vol.-%", "997.426 kPa"},
-        {"vapor", 9, 1.5, 300.0, TankFilling::vapor, "Filling level 0.0vol.-%", "83.696 kPa"},
-        {"liquid", 9, 600.0, 300.0, TankFilling::liquid, "Filling level 100.0vol.-%", "36129.16 kPa"},
-        {"full, PARTIAL", 10, 600.0, 300.0, TankFilling::liquid, "Filling level 100.0vol.-%", ""},
-        {"supercritical", 9, 100.0, 400.0, TankFilling::supercritical, "", "4623.762 kPa"},
-        {"below the covolume", 9, 1000.0, 300.0, TankFilling::fault, "", ""},
-        {"nothing entered", 9, 0.0, 300.0, TankFilling::nothing, "", ""},
+        {"both", Mode::tank_global, 100.0, 300.0, TankFilling::both, "Filling level 16.09vol.-%",
+         "997.43 kPa"},
+        {"vapor", Mode::tank_global, 1.5, 300.0, TankFilling::vapor, "Filling level 0.0vol.-%", "83.696 kPa"},
+        {"liquid", Mode::tank_global, 600.0, 300.0, TankFilling::liquid, "Filling level 100.0vol.-%",
+         "36129.16 kPa"},
+        {"full, PARTIAL", Mode::tank_partial, 600.0, 300.0, TankFilling::liquid, "Filling level 100.0vol.-%",
+         ""},
+        {"supercritical", Mode::tank_global, 100.0, 400.0, TankFilling::supercritical, "", "4623.762 kPa"},
+        {"below the covolume", Mode::tank_global, 1000.0, 300.0, TankFilling::fault, "", ""},
+        {"nothing entered", Mode::tank_global, 0.0, 300.0, TankFilling::nothing, "", ""},
     };
-    auto* tank = new frmKessel(session());
+    auto* tank = new frmKessel(frame.bench());
     frame.open_child(tank, tank->sizeHint(), Sizing::free);
     for (const auto& at : cases) {
         SCOPED_TRACE(at.what);
-        session().calc.CalcMode = at.mode;
-        session().calc.GlobalCalc = at.mode == 9;
-        session().calc.tank = {.m = static_cast<float>(at.m), .V = 1.0F, .T = static_cast<float>(at.T)};
+        enter_tank(at.mode, at.m, at.T);
+        calculate(session(), 0);
         tank->refresh();
-        EXPECT_EQ(tank->windowTitle().toStdString(),
-                  at.mode == 9 ? "Tank Calculation (GLOBAL method) " : "Tank Calculation (PARTIAL method) ");
+        EXPECT_EQ(tank->windowTitle().toStdString(), at.mode == Mode::tank_global
+                                                         ? "Tank Calculation (GLOBAL method) "
+                                                         : "Tank Calculation (PARTIAL method) ");
         EXPECT_EQ(tank->picTank->tank().filling, at.filling);
         EXPECT_EQ(text(tank->txtLevel), at.level);
         EXPECT_EQ(text(tank->txtp), at.p);
@@ -315,16 +365,15 @@ TEST_F(Output, tank_is_drawn_as_it_is_filled) {
         }
     }
     // PARTIAL above T(cr): the result window tells it, once, and is not to open.
-    session().calc.CalcMode = 10;
-    session().calc.tank = {.m = 1.0F, .V = 1.0F, .T = 400.0F};
-    EXPECT_FALSE(frmQCalcOut(session()).loaded());
+    enter_tank(Mode::tank_partial, 1.0, 400.0);
+    EXPECT_FALSE(frmQCalcOut(frame.bench()).loaded());
     tank->refresh();
     EXPECT_EQ(messages.take().size(), 1u);
 }
 
 TEST_F(Output, windows_close_in_any_order) {
     const auto open_all = [this] {
-        frmQCalcOut* window = open(3, 400, 6000);
+        frmQCalcOut* window = open(Mode::T_p, 400, 6000);
         press(window, "cmdIsoCalc");
         press(window, "cmdCEOSDiagnose");
         press(window, "cmdInfoSuperCrit");
@@ -353,16 +402,16 @@ TEST_F(Output, windows_close_in_any_order) {
     sub->move(37, 41);
     sub->close();
     EXPECT_FALSE(frame.child<frmIsoCalc>());
-    window = open(3, 300, 500);
+    window = open(Mode::T_p, 300, 500);
     EXPECT_EQ(window->parentWidget()->pos(), QPoint(37, 41));
 }
 
 TEST_F(Output, every_control_has_its_names) {
-    frmQCalcOut* window = open(3, 400, 6000);
+    frmQCalcOut* window = open(Mode::T_p, 400, 6000);
     press(window, "cmdIsoCalc");
     press(window, "cmdCEOSDiagnose");
     press(window, "cmdInfoSuperCrit");
-    auto* tank = new frmKessel(session());
+    auto* tank = new frmKessel(frame.bench());
     frame.open_child(tank, tank->sizeHint(), Sizing::free);
     for (const char* name : {frmQCalcOut::Name, frmIsoCalc::Name, frmCEOSDiagnose::Name,
                              frmPictureSuperCrit::Name, frmKessel::Name}) {

@@ -1,7 +1,6 @@
 #include <QMenuBar>
 #include <set>
 
-#include "ui/desk.h"
 #include "ui/frmQModell.h"
 #include "ui/frmQStoffWahl.h"
 #include "ui/help_window.h"
@@ -9,6 +8,7 @@
 #include "ui/menu_table.h"
 #include "ui/status_panel.h"
 #include "ui/traffic_lights.h"
+#include "ui/window_driver.h"
 
 namespace quom {
 namespace {
@@ -17,7 +17,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Pair;
 
-TEST_F(Desk, starts_without_a_database) {
+TEST_F(WindowDriver, starts_without_a_database) {
     EXPECT_EQ(frame.windowTitle().toStdString(),
               "QUOM-6   Thermodynamic Calculations of States and Processes for Pure Substances");
     EXPECT_EQ(frame.panels[0]->text().toStdString(), " Database loaded: none");
@@ -33,7 +33,7 @@ TEST_F(Desk, starts_without_a_database) {
     EXPECT_THAT(frame.area->accessibleDescription().toStdString(), HasSubstr("No database is loaded."));
 }
 
-TEST_F(Desk, menus_bear_their_captions_and_no_entry_is_there_twice) {
+TEST_F(WindowDriver, menus_bear_their_captions_and_no_entry_is_there_twice) {
     const std::pair<const char*, const char*> captions[] = {
         {"mnuData", "   &Data..."},
         {"mnuData_OpenBank_0", "Open database *.Q07 / new project"},
@@ -56,7 +56,7 @@ TEST_F(Desk, menus_bear_their_captions_and_no_entry_is_there_twice) {
     for (const QAction* top : frame.menuBar()->actions()) EXPECT_FALSE(top->text().isEmpty());
 }
 
-TEST_F(Desk, a_cancelled_or_failing_database_leaves_all_as_it_was) {
+TEST_F(WindowDriver, a_cancelled_or_failing_database_leaves_all_as_it_was) {
     menu("mnuData_OpenBank_0")->trigger();
     ASSERT_EQ(dialogs->asked.size(), 1u);
     EXPECT_EQ(dialogs->asked[0].title.toStdString(), "Database *.Q07 laden ()");
@@ -80,13 +80,13 @@ TEST_F(Desk, a_cancelled_or_failing_database_leaves_all_as_it_was) {
                                                 "not found in the QUOM directory or empty resp.\n"
                                                 "Already loaded database will be used further.")));
     EXPECT_TRUE(enabled("mnuCalcMain"));
-    EXPECT_EQ(session().substance.StoffName, "Propane");
+    EXPECT_EQ(session().substance().StoffName, "Propane");
     menu("mnuData_OpenBank_0")->trigger();  // cancelled
     EXPECT_TRUE(enabled("mnuCalcMain"));
     EXPECT_TRUE(frame.child<frmQModell>());
 }
 
-TEST_F(Desk, a_new_database_closes_what_belongs_to_the_substance) {
+TEST_F(WindowDriver, a_new_database_closes_what_belongs_to_the_substance) {
     go_to_calculations();
     open_starter_database();
     EXPECT_FALSE(frame.child<frmQModell>());
@@ -100,7 +100,7 @@ TEST_F(Desk, a_new_database_closes_what_belongs_to_the_substance) {
     EXPECT_EQ(frame.panels[0]->text().toStdString(), " Database loaded: quom.q07");
 }
 
-TEST_F(Desk, data_diagnosis_and_notes_are_told_in_words) {
+TEST_F(WindowDriver, data_diagnosis_and_notes_are_told_in_words) {
     open_starter_database();
     choose_substance("Propane");
     EXPECT_TRUE(frame.cmdDatenDiagnose->isVisible());
@@ -119,14 +119,14 @@ TEST_F(Desk, data_diagnosis_and_notes_are_told_in_words) {
     EXPECT_THAT(told[2], Pair("Execution not possible", "File Konv3X_E.EXE not found in the QUOM directory"));
 }
 
-TEST_F(Desk, the_calculation_menu_follows_equation_and_batch_mode) {
+TEST_F(WindowDriver, the_calculation_menu_follows_equation_and_batch_mode) {
     go_to_calculations();
     auto* calc = in<QMenu>(&frame, "mnuCalcMain");
     emit calc->aboutToShow();
     EXPECT_EQ(menu("mnuCalc_18")->text().toStdString(), "T => Virial coefficient B, Parameters of the CEOS");
     choose(frame.child<frmQModell>()->EOSKombi, "VIRIAL-EOS Pitzer / Curl");
     press(frame.child<frmQModell>(), "cmdOKModell");
-    session().options.BatchMode = true;
+    change([](Document& d) { d.options.BatchMode = true; });
     messages.take();
     emit calc->aboutToShow();
     EXPECT_EQ(menu("mnuCalc_18")->text().toStdString(), "T => Virial coefficient B");
@@ -135,7 +135,7 @@ TEST_F(Desk, the_calculation_menu_follows_equation_and_batch_mode) {
                                                   "exper. data are available.")));
 }
 
-TEST_F(Desk, every_topic_has_its_page_and_every_link_leads_to_one) {
+TEST_F(WindowDriver, every_topic_has_its_page_and_every_link_leads_to_one) {
     const QRegularExpression link(QStringLiteral("topic:(\\d+)"));
     for (const int topic : {1,  2,  3,  4,  20, 21, 22, 23, 24, 25, 26, 30, 31,   32,
                             33, 34, 35, 36, 40, 41, 42, 50, 60, 62, 63, 70, 15340}) {
@@ -172,7 +172,7 @@ void expect_reachable(const QWidget* window) {
     }
 }
 
-TEST_F(Desk, controls_are_named_and_not_cut_off_at_any_font_size) {
+TEST_F(WindowDriver, controls_are_named_and_not_cut_off_at_any_font_size) {
     const QFont usual = QApplication::font();
     for (const double points : {9.0, 14.0}) {
         QFont font = usual;

@@ -2,8 +2,7 @@
 #include <QRadioButton>
 #include <QTimer>
 
-#include "engine/eos_parameters.h"
-#include "ui/desk.h"
+#include "base/number_text.h"
 #include "ui/frmBParInput.h"
 #include "ui/frmQModell.h"
 #include "ui/frmQTextEdit.h"
@@ -11,6 +10,7 @@
 #include "ui/result_list.h"
 #include "ui/status_panel.h"
 #include "ui/value_box.h"
+#include "ui/window_driver.h"
 
 namespace quom {
 namespace {
@@ -19,7 +19,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Pair;
 
-class ModelsWindow : public Desk {
+class ModelsWindow : public WindowDriver {
  protected:
     ModelsWindow() {
         open_starter_database();
@@ -35,7 +35,7 @@ class ModelsWindow : public Desk {
     static std::string last_entry(const QComboBox* box) {
         return box->itemText(box->count() - 1).toStdString();
     }
-    const ModelSelection& models() { return session().models; }
+    const ModelSelection& models() { return document().models; }
 
     frmQModell* window = nullptr;
 };
@@ -51,7 +51,7 @@ TEST_F(ModelsWindow, proposes_models_and_its_ok_opens_the_calculations) {
     EXPECT_EQ(frame.panels[2]->text().toStdString(),
               "CEOS Peng / Robinson   Vapor press. equ.: " + window->pkombi->currentText().toStdString());
     EXPECT_EQ(frame.panels[3]->text().toStdString(), "CEOS Peng / Robinson (GLOBAL concept)");
-    EXPECT_GT(session().eos.EOSb, 0.0);
+    EXPECT_GT(session().fluid->eos.EOSb, 0.0);
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(messages.take().empty());
 }
@@ -59,9 +59,9 @@ TEST_F(ModelsWindow, proposes_models_and_its_ok_opens_the_calculations) {
 TEST_F(ModelsWindow, a_change_closes_the_calculations_until_the_next_ok) {
     press(window, "cmdOKModell");
     window->PriorOpt[1]->click();
-    EXPECT_FALSE(models().Konzept);
     EXPECT_FALSE(enabled("mnuCalcMain"));
     press(window, "cmdOKModell");
+    EXPECT_FALSE(models().Konzept);
     EXPECT_TRUE(enabled("mnuCalcMain"));
     EXPECT_EQ(frame.panels[3]->text(), window->pkombi->currentText() + QStringLiteral(" (PARTIAL concept)"));
     frmQModell::open(frame);  // it is there already: nothing changes
@@ -72,14 +72,17 @@ TEST_F(ModelsWindow, a_virial_equation_allows_the_partial_concept_only) {
     const std::string eos_difference = "using CEOS ('GLOBAL calculation')";
     EXPECT_EQ(last_entry(window->HLVKombi), eos_difference);
     choose(window->EOSKombi, "VIRIAL-EOS Peng / Robinson");
-    EXPECT_TRUE(models().VPhaseOnly);
     EXPECT_TRUE(window->PriorOpt[1]->isChecked());
     EXPECT_FALSE(window->PriorOpt[0]->isEnabled());
     EXPECT_NE(last_entry(window->HLVKombi), eos_difference);
+    press(window, "cmdOKModell");
+    EXPECT_TRUE(models().VPhaseOnly());
+    EXPECT_FALSE(models().Konzept);
     choose(window->EOSKombi, "CEOS Soave / Redlich / Kwong");
-    EXPECT_TRUE(models().Konzept);
     EXPECT_TRUE(window->PriorOpt[0]->isChecked() && window->PriorOpt[0]->isEnabled());
     EXPECT_EQ(last_entry(window->HLVKombi), eos_difference);
+    press(window, "cmdOKModell");
+    EXPECT_TRUE(models().Konzept);
 }
 
 TEST_F(ModelsWindow, watson_exponent) {
@@ -89,14 +92,65 @@ TEST_F(ModelsWindow, watson_exponent) {
     EXPECT_EQ(window->WatsonKombi->currentText().toStdString(), "0.38");
     window->WatsonKombi->setEditText(QStringLiteral("0,41"));
     EXPECT_EQ(window->WatsonKombi->currentText().toStdString(), "0.41");
-    EXPECT_FLOAT_EQ(models().nWat, 0.41F);
+    press(window, "cmdOKModell");
+    EXPECT_EQ(models().nWat, 0.41F);
     window->WatsonKombi->setCurrentIndex(0);
-    EXPECT_FLOAT_EQ(models().nWat, 0.38F);
+    press(window, "cmdOKModell");
+    EXPECT_EQ(models().nWat, 0.38F);
+}
+
+TEST_F(ModelsWindow, the_watson_exponent_survives_closing_and_refilling) {
+    choose(window->HLVKombi, "Watson correlation");
+    // The second entry is 0.74 T(nb)/T(cr) - 0.116: propane boils at 231.036 K, T(cr) is 369.89 K.
+    ASSERT_EQ(window->WatsonKombi->count(), 2);
+    window->WatsonKombi->setCurrentIndex(1);
+    const std::string by_boiling_point = window->WatsonKombi->currentText().toStdString();
+    EXPECT_NEAR(Val(by_boiling_point), 0.74 * 231.036 / 369.89 - 0.116, 2e-5);
+    const auto expect_kept = [this](const std::string& text) {
+        press(window, "cmdOKModell");
+        const float chosen = models().nWat;
+        EXPECT_EQ(chosen, static_cast<float>(Val(text)));
+        reopen();
+        EXPECT_EQ(window->WatsonKombi->currentText().toStdString(), text);
+        choose(window->HLVKombi, "Watson correlation");
+        EXPECT_TRUE(window->WatsonKombi->isVisible());
+        EXPECT_EQ(window->WatsonKombi->currentText().toStdString(), text);
+        press(window, "cmdOKModell");
+        EXPECT_EQ(models().nWat, chosen);
+    };
+    expect_kept(by_boiling_point);
+    EXPECT_EQ(window->WatsonKombi->currentIndex(), 1);
+    window->WatsonKombi->setEditText(QStringLiteral("0.4"));
+    expect_kept("0.4");
+}
+
+TEST_F(ModelsWindow, a_change_that_is_not_confirmed_leaves_the_document_as_it_was) {
+    press(window, "cmdOKModell");
+    const Document before = document();
+    choose(window->EOSKombi, "CEOS Soave / Redlich / Kwong");
+    choose(window->HLVKombi, "Watson correlation");
+    window->WatsonKombi->setEditText(QStringLiteral("0.4"));
+    window->pkombi->setCurrentIndex(window->pkombi->count() - 1);
+    window->PriorOpt[1]->click();
+    EXPECT_TRUE(document() == before);
+    EXPECT_FALSE(enabled("mnuCalcMain"));
+    reopen();
+    EXPECT_EQ(window->EOSKombi->currentText().toStdString(), "CEOS Peng / Robinson");
+    EXPECT_TRUE(window->PriorOpt[0]->isChecked());
+    EXPECT_TRUE(document() == before);
+    press(window, "cmdOKModell");
+    EXPECT_EQ(models().EOSKode, before.models.EOSKode);
+    EXPECT_EQ(models().EVPKode, before.models.EVPKode);
+    EXPECT_EQ(models().nWat, before.models.nWat);
+    EXPECT_EQ(models().Konzept, true);
+    EXPECT_TRUE(enabled("mnuCalcMain"));
 }
 
 TEST_F(ModelsWindow, without_acentric_factor) {
-    session().substance.omega = 0;
-    session().models.EOSKode = -1;
+    change([](Document& d) {
+        d.substance.constants.omega = 0;
+        d.models.EOSKode = Eos::none;
+    });
     reopen();
     EXPECT_EQ(window->EOSKombi->currentText().toStdString(), "CEOS Redlich / Kwong");
     for (const char* text : {"CEOS Soave / Redlich / Kwong", "CEOS Peng / Robinson",
@@ -107,12 +161,15 @@ TEST_F(ModelsWindow, without_acentric_factor) {
 }
 
 TEST_F(ModelsWindow, without_critical_data_only_the_ideal_gas_is_left) {
-    session().substance.Tcr = session().substance.pcr = 0;
+    change([](Document& d) {
+        d.substance.constants.Tcr = 0;
+        d.substance.constants.pcr = 0;
+    });
     reopen();
     EXPECT_EQ(window->EOSKombi->count(), 1);
-    EXPECT_EQ(models().EOSKode, eos_ideal_gas);
-    EXPECT_FALSE(models().Konzept);
     press(window, "cmdOKModell");
+    EXPECT_EQ(models().EOSKode, Eos::ideal_gas);
+    EXPECT_FALSE(models().Konzept);
     EXPECT_TRUE(enabled("mnuCalcMain"));
     for (const char* name : {"mnu2D", "mnu3D", "mnuFitting", "Toolbar1_15"}) EXPECT_FALSE(enabled(name));
 }
@@ -141,14 +198,15 @@ TEST_F(ModelsWindow, the_virial_equation_by_hand_keeps_what_was_typed) {
     };
     answer("0,125x", true);
     choose(window->EOSKombi, "VIRIAL-EOS manual input");
-    EXPECT_EQ(session().eos.EOSb, 0.125);
+    EXPECT_EQ(document().eos_input.b0, 0.0);
     press(window, "cmdOKModell");
-    EXPECT_EQ(session().eos.EOSb, 0.125);
+    EXPECT_EQ(document().eos_input.b0, 0.125);
     EXPECT_TRUE(enabled("mnuCalcMain"));
     choose(window->EOSKombi, "CEOS Peng / Robinson");
     answer("7", false);
     choose(window->EOSKombi, "VIRIAL-EOS manual input");
-    EXPECT_EQ(session().eos.EOSb, 0.0);
+    press(window, "cmdOKModell");
+    EXPECT_EQ(document().eos_input.b0, 0.0);
 }
 
 TEST_F(ModelsWindow, keys_and_help) {

@@ -4,28 +4,25 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QTimer>
+#include <cmath>
 #include <functional>
 
-#include "calc/calc_batch.h"
-#include "calc/calc_input.h"
-#include "engine/eos_parameters.h"
-#include "ui/desk.h"
 #include "ui/frmBParInput.h"
 #include "ui/frmQOptions.h"
 #include "ui/frmReferenz.h"
 #include "ui/number_box.h"
 #include "ui/value_box.h"
+#include "ui/window_driver.h"
 
 namespace quom {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::Pair;
 
 const auto not_valid = Pair("Execution not possible", "no valid input");
 
-class Settings : public Desk {
+class Settings : public WindowDriver {
  protected:
     Settings() { go_to_calculations(); }
     // Runs the dialog that an entry of the menu opens; `use` drives it and ends it.
@@ -45,9 +42,9 @@ class Settings : public Desk {
 };
 
 TEST_F(Settings, reference_state_takes_its_options) {
-    ReferenceState& r = session().reference;
-    const double M = static_cast<double>(session().substance.MolMass);
-    session().units.EnergyMode = 3;  // kJ/kg
+    const ReferenceState& r = document().reference;
+    const double M = static_cast<double>(session().substance().MolMass);
+    change([](Document& d) { d.units.EnergyMode = energy_per_mass; });
     in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) {
         EXPECT_TRUE(w->opt_HNull[0]->isChecked());
         w->TRef0->setText(QStringLiteral("273.15"));
@@ -66,7 +63,7 @@ TEST_F(Settings, reference_state_takes_its_options) {
         int option, RefKode;
         double s0;
     };
-    const SubstanceConstants& x = session().substance;
+    const SubstanceConstants x = session().substance();
     for (const Case& c : {Case{1, 10, (x.dfH0 - x.dfG0) / 298.15}, Case{2, 2, x.S0abs}}) {
         in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) {
             w->opt_HNull[static_cast<std::size_t>(c.option)]->click();
@@ -83,7 +80,7 @@ TEST_F(Settings, reference_state_takes_its_options) {
 }
 
 TEST_F(Settings, reference_state_refused_or_cancelled_stays) {
-    const ReferenceState before = session().reference;
+    const Document before = document();
     in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) {
         struct Case {
             NumberBox* box;
@@ -102,12 +99,12 @@ TEST_F(Settings, reference_state_refused_or_cancelled_stays) {
         QTest::keyClick(w, Qt::Key_Escape);
         EXPECT_FALSE(w->isVisible());
     });
-    EXPECT_EQ(session().reference, before);
+    EXPECT_TRUE(document() == before);
     in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) { w->OK->click(); });
-    EXPECT_EQ(session().reference, before) << "opened and confirmed, nothing is another value";
+    EXPECT_TRUE(document() == before) << "opened and confirmed, nothing is another value";
 }
 
-TEST_F(Settings, options_reach_the_record_and_the_menu) {
+TEST_F(Settings, options_reach_the_document_and_the_menu) {
     in_dialog<frmQOptions>("mnuOptions", [&](frmQOptions* w) {
         EXPECT_FALSE(w->chkPartialKurve->isEnabled());
         EXPECT_TRUE(w->OptCalcMode[1]->isChecked());
@@ -120,29 +117,31 @@ TEST_F(Settings, options_reach_the_record_and_the_menu) {
         QTest::keyClick(w->Slider1_punktdichte, Qt::Key_Right);
         w->cmdOK->click();
     });
-    const Options& o = session().options;
-    EXPECT_EQ(session().units.EnergyMode, 3);
-    EXPECT_EQ(session().units.VolumeMode, 1);
-    EXPECT_NEAR(session().units.vFactor * static_cast<double>(session().substance.MolMass), 1.0, 1e-12);
+    const Options& o = document().options;
+    EXPECT_EQ(document().units.EnergyMode, energy_per_mass);
+    EXPECT_EQ(document().units.VolumeMode, volume_per_mass);
+    EXPECT_NEAR(session().factors().vFactor * static_cast<double>(session().substance().MolMass), 1.0, 1e-12);
     EXPECT_TRUE(o.BatchMode && o.KurvenMischen && !o.chkCurveTpRestricted);
     EXPECT_EQ(o.SepCSV, '\t');
     EXPECT_EQ(o.Dens, 550);
     EXPECT_EQ(menu("mnuCalc_1")->text(),
               QStringLiteral("columns T, rho(L) => p, state L/V     + thermod. Fu."));
 
+    const Document before = document();
     in_dialog<frmQOptions>("mnuOptions", [&](frmQOptions* w) {
         EXPECT_TRUE(w->optMolarSpez[1]->isChecked());
         w->optMolarSpez[0]->click();
         w->OptCalcMode[1]->click();
         QTest::keyClick(w, Qt::Key_Escape);
     });
-    EXPECT_EQ(session().units.EnergyMode, 3);
-    EXPECT_TRUE(o.BatchMode);
+    EXPECT_TRUE(document() == before);
 }
 
 TEST_F(Settings, options_that_cannot_be_had_keep_the_window_open) {
-    session().substance.MolMass = 0;
-    session().options.DezimalKomma = true;
+    change([](Document& d) {
+        d.substance.constants.MolMass = 0;
+        d.options.DezimalKomma = true;
+    });
     in_dialog<frmQOptions>("mnuOptions", [&](frmQOptions* w) {
         w->optMolarSpez[1]->click();
         w->cmdOK->click();
@@ -156,37 +155,45 @@ TEST_F(Settings, options_that_cannot_be_had_keep_the_window_open) {
     });
     ASSERT_EQ(messages.asked.size(), 1u);
     EXPECT_EQ(messages.asked[0].title, "Warning for XY file");
-    EXPECT_EQ(session().options.SepXY, ';');
+    EXPECT_EQ(document().options.SepXY, ';');
 }
 
 TEST_F(Settings, manual_virial_constants_survive_the_comparison) {
-    Session& s = session();
-    s.models.EOSKode = eos_virial_manual;
-    s.models.VPhaseOnly = true;
-    ClearEOSPar(s);
+    EosInput typed_in;
     {
-        frmBParInput window(s, &frame);
+        frmBParInput window(typed_in, messages, &frame);
         const char* typed[] = {"0.15", "1.2e5", "2.1"};
         for (int i = 0; i < 3; ++i) window.par[i]->setText(QLatin1String(typed[i]));
         window.par[1]->setText(QStringLiteral("1.2e5e"));
         window.cmdParameter_OK->click();
         EXPECT_THAT(messages.take(), ElementsAre(not_valid));
-        EXPECT_EQ(s.eos.EOSb, 0.0);
+        EXPECT_EQ(window.constants(), EosInput{});
         window.par[1]->setText(QLatin1String(typed[1]));
         window.cmdParameter_OK->click();
         EXPECT_EQ(window.result(), QDialog::Accepted);
+        typed_in = window.constants();
     }
-    s.exp.points[0] = {.T = 300};
-    s.calc.CalcMode = 11;
-    EXPECT_FALSE(CalcBatch(s, {.Mode = 11}).view.Liste.text.empty());
-    frmBParInput window(s, &frame);
+    EXPECT_EQ(typed_in, (EosInput{.b0 = 0.15, .b1 = 1.2e5, .b2 = 2.1}));
+    change([&](Document& d) {
+        d.models.EOSKode = Eos::virial_manual;
+        d.models.Konzept = false;
+        d.eos_input = typed_in;
+        d.exp.points[0] = {.T = 300};
+        d.calc.CalcMode = Mode::virial;
+    });
+    const Outcome& outcome = calculate(session(), 0);
+    ASSERT_TRUE(outcome.B);
+    EXPECT_NEAR(*outcome.B, 0.15 - 1.2e5 / std::pow(300.0, 2.1), 1e-12);
+    EXPECT_EQ(document().eos_input, typed_in);
+
+    frmBParInput window(document().eos_input, messages, &frame);
     EXPECT_EQ(window.par[0]->text(), QStringLiteral("0.15"));
     EXPECT_EQ(window.par[1]->text(), QStringLiteral("120000"));
     window.par[0]->setText(QStringLiteral("7"));
     window.show();
     QTest::keyClick(&window, Qt::Key_Escape);
-    EXPECT_EQ(s.eos.EOSb, 0.15);
-    EXPECT_EQ(s.eos.EOSm, 2.1);
+    EXPECT_EQ(window.result(), QDialog::Rejected);
+    EXPECT_EQ(window.constants(), typed_in);
 }
 
 }  // namespace

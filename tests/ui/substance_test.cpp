@@ -1,7 +1,6 @@
 #include <QLineEdit>
 #include <QListView>
 
-#include "ui/desk.h"
 #include "ui/frmQModell.h"
 #include "ui/frmQStoffWahl.h"
 #include "ui/frmQTextEdit.h"
@@ -9,6 +8,7 @@
 #include "ui/result_list.h"
 #include "ui/status_panel.h"
 #include "ui/value_box.h"
+#include "ui/window_driver.h"
 
 namespace quom {
 namespace {
@@ -18,7 +18,7 @@ using ::testing::HasSubstr;
 using ::testing::Pair;
 using ::testing::StartsWith;
 
-class SubstanceWindow : public Desk {
+class SubstanceWindow : public WindowDriver {
  protected:
     SubstanceWindow() {
         open_starter_database();
@@ -38,7 +38,7 @@ class SubstanceWindow : public Desk {
 
 TEST_F(SubstanceWindow, shows_the_database) {
     ASSERT_TRUE(window && is_open());
-    const int count = session().database.file.StoffAnzahl();
+    const int count = session().database.StoffAnzahl();
     EXPECT_EQ(window->windowTitle().toStdString(),
               "Select a substance (in total  " + std::to_string(count) + ")");
     EXPECT_EQ(window->StoffListe->model()->rowCount(), count);
@@ -55,10 +55,10 @@ TEST_F(SubstanceWindow, enter_finds_and_a_second_enter_goes_on_to_the_models) {
     EXPECT_EQ(window->tex4->text().toStdString(), "CAS-RN:   74-98-6");
     EXPECT_THAT(window->Text2->text().toStdString(), StartsWith("structure: "));
     EXPECT_TRUE(is_open());
-    EXPECT_EQ(session().database.StoffIndexAktiv, 0);
+    EXPECT_EQ(document().substance.StoffIndexAktiv, 0);
     key(Qt::Key_Return);
     EXPECT_FALSE(is_open());
-    EXPECT_EQ(session().substance.StoffName, "Propane");
+    EXPECT_EQ(session().substance().StoffName, "Propane");
     EXPECT_EQ(frame.panels[1]->text().toStdString(), "Propane");
     ASSERT_TRUE(frame.child<frmQModell>());
     EXPECT_EQ(frame.child<frmQModell>()->windowTitle().toStdString(), "Propane Calculation Models for ");
@@ -78,7 +78,7 @@ TEST_F(SubstanceWindow, a_name_that_is_not_found_loads_nothing) {
     press(window, "StoffOK");
     EXPECT_EQ(messages.take().size(), 1u);
     EXPECT_TRUE(is_open());
-    EXPECT_EQ(session().database.StoffIndexAktiv, 0);
+    EXPECT_EQ(document().substance.StoffIndexAktiv, 0);
     EXPECT_FALSE(frame.child<frmQModell>());
 }
 
@@ -88,7 +88,7 @@ TEST_F(SubstanceWindow, typing_filters_the_list_and_keeps_the_choice) {
     const int some = window->StoffListe->model()->rowCount();
     EXPECT_GT(some, 1);
     EXPECT_LT(some, all / 4);
-    EXPECT_EQ(session().database.StoffIndex, 1);
+    EXPECT_EQ(session().StoffIndex, 1);
     type_name("unobtainium");
     EXPECT_EQ(window->StoffListe->model()->rowCount(), all);
     type_name("74-98-6");
@@ -102,11 +102,11 @@ TEST_F(SubstanceWindow, typing_filters_the_list_and_keeps_the_choice) {
     window->StoffListe->setCurrentIndex(window->StoffListe->model()->index(0, 0));
     EXPECT_EQ(name(), "1-Propanol");
     QTest::keyClick(window->StoffListe, Qt::Key_Return);
-    EXPECT_EQ(session().substance.StoffName, "1-Propanol");
+    EXPECT_EQ(session().substance().StoffName, "1-Propanol");
 }
 
 TEST_F(SubstanceWindow, system_numbers) {
-    const int number = session().database.file.rows[9].SubstanceNo;
+    const int number = session().database.rows[9].SubstanceNo;
     window->Text1->setFocus();
     window->Text1->clear();
     QTest::keyClicks(window->Text1, QString::number(number));
@@ -117,7 +117,7 @@ TEST_F(SubstanceWindow, system_numbers) {
     window->Text1->clear();
     QTest::keyClicks(window->Text1, QStringLiteral("0"));
     EXPECT_TRUE(window->Text1->text().isEmpty());
-    EXPECT_EQ(session().database.StoffIndex, 10);
+    EXPECT_EQ(session().StoffIndex, 10);
 }
 
 TEST_F(SubstanceWindow, remembers_eight_names) {
@@ -143,23 +143,23 @@ TEST_F(SubstanceWindow, escape_goes_to_the_list_and_then_out_with_nothing_change
     EXPECT_TRUE(is_open());
     QTest::keyClick(window->StoffListe, Qt::Key_Escape);
     EXPECT_FALSE(is_open());
-    EXPECT_EQ(session().substance.StoffName, "Propane");
-    EXPECT_EQ(session().database.StoffIndex, session().database.StoffIndexAktiv);
+    EXPECT_EQ(session().substance().StoffName, "Propane");
+    EXPECT_EQ(session().StoffIndex, document().substance.StoffIndexAktiv);
     EXPECT_TRUE(enabled("mnuCalcMain"));
     EXPECT_TRUE(frame.child<frmQModell>());
 }
 
 TEST_F(SubstanceWindow, a_new_substance_asks_what_becomes_of_the_data) {
-    session().exp.points.resize(3);
+    change([](Document& d) { d.exp.points.resize(3); });
     messages.answers = {Answer::no};
     choose_substance("Propane");
     EXPECT_THAT(
         messages.take(),
         ElementsAre(Pair("exper. data", "New substance was chosen.\nDelete loaded exper. data now?")));
-    EXPECT_EQ(session().exp.points.size(), 3u);
+    EXPECT_EQ(document().exp.points.size(), 3u);
     messages.answers = {Answer::yes};
     choose_substance("Benzene");
-    EXPECT_EQ(session().exp.points.size(), 1u);
+    EXPECT_EQ(document().exp.points.size(), 1u);
 }
 
 TEST_F(SubstanceWindow, shows_the_synonyms_of_the_marked_substance) {
@@ -176,7 +176,7 @@ TEST_F(SubstanceWindow, shows_the_synonyms_of_the_marked_substance) {
     EXPECT_TRUE(is_open());
 }
 
-TEST_F(Desk, no_substance_without_a_database) {
+TEST_F(WindowDriver, no_substance_without_a_database) {
     frmQStoffWahl::open(frame);
     EXPECT_FALSE(frame.child<frmQStoffWahl>());
     const auto told = messages.take();

@@ -4,13 +4,13 @@
 #include <QStandardItemModel>
 #include <QTimer>
 
-#include "ui/desk.h"
 #include "ui/labels.h"
 #include "ui/look.h"
 #include "ui/number_box.h"
 #include "ui/result_list.h"
 #include "ui/table_view.h"
 #include "ui/traffic_lights.h"
+#include "ui/window_driver.h"
 
 namespace quom {
 namespace {

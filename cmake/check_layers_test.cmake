@@ -1,0 +1,27 @@
+# A test of cmake/layers.cmake: a tree with one include that runs upwards has to be refused, one without has to pass.
+# Run with cmake -DLAYERS=FILE -DFOLDER=WORK -P.
+file(REMOVE_RECURSE ${FOLDER})
+file(WRITE ${FOLDER}/src/base/text.h "#include <string>\n")
+file(WRITE ${FOLDER}/src/engine/volume.h "#include \"base/text.h\"\n")
+file(MAKE_DIRECTORY ${FOLDER}/cmake)
+file(COPY ${LAYERS} DESTINATION ${FOLDER}/cmake)
+
+function(configure result)
+  execute_process(COMMAND ${CMAKE_COMMAND} -P ${FOLDER}/cmake/layers.cmake RESULT_VARIABLE status OUTPUT_QUIET ERROR_QUIET)
+  set(${result} ${status} PARENT_SCOPE)
+endfunction()
+
+configure(good)
+if(NOT good EQUAL 0)
+  message(FATAL_ERROR "A tree whose includes run downwards was refused.")
+endif()
+foreach(fault "base/text.h;#include \"engine/volume.h\"" "engine/volume.h;#include <QString>" "attic/old.h;#include <string>")
+  list(GET fault 0 file)
+  list(GET fault 1 line)
+  file(WRITE ${FOLDER}/src/${file}.bad.h "${line}\n")
+  configure(bad)
+  file(REMOVE ${FOLDER}/src/${file}.bad.h)
+  if(bad EQUAL 0)
+    message(FATAL_ERROR "Accepted in src/${file}: ${line}")
+  endif()
+endforeach()

@@ -1,0 +1,46 @@
+#include "forms/substance_form.h"
+
+#include "forms/refusal.h"
+#include "substance/database.h"
+
+namespace quom {
+
+Message no_database() {
+    return refusal_message(
+        "A database must be selected before choosing a substance. \n"
+        "=> via icon \"New project\" or via Menüpunkt \"Daten\" or via menue item \"Data\"");
+}
+
+Message substance_not_readable() { return refusal_message("The record of this substance can not be read."); }
+
+std::string substance_caption(const DatabaseFile& file) {
+    return "Select a substance (in total  " + std::to_string(file.StoffAnzahl()) + ")";
+}
+
+std::vector<int> filtered_rows(const DatabaseFile& file, std::string_view text) {
+    std::vector<int> indices;
+    for (int index = 1; index <= file.StoffAnzahl(); ++index)
+        if (row_holds(file.rows[static_cast<std::size_t>(index - 1)], text)) indices.push_back(index);
+    return indices.empty() && !text.empty() ? filtered_rows(file, {}) : indices;
+}
+
+SubstanceBoxes substance_boxes(const DatabaseFile& file, int index) {
+    SubstanceBoxes boxes;
+    if (index < 1 || index > file.StoffAnzahl()) return boxes;
+    const SubstanceRow& row = file.rows[static_cast<std::size_t>(index - 1)];
+    const SubstanceHead head = read_substance_head(file, index);
+    boxes.has_structure = file.DatabaseKind == 7;
+    boxes.NameCombo = main_name(row.SubstanceName);
+    boxes.Text1 = std::to_string(row.SubstanceNo);
+    boxes.tex4 = (boxes.has_structure ? "CAS-RN:   " : " CAS-RN: ") + head.CASRN;
+    if (boxes.has_structure) boxes.Text2 = "structure: " + head.Structure;
+    return boxes;
+}
+
+SubstanceHit look_up_substance(const Session& session, std::string_view text, Messages& messages) {
+    SubstanceHit hit = FindSubstance(session.database, session.ProgramPath, text, session.StoffIndex);
+    if (hit.message) messages.ask(*hit.message);
+    return hit;
+}
+
+}  // namespace quom

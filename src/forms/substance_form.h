@@ -1,0 +1,37 @@
+// Choosing a substance: frmQStoffWahl without its window.
+#pragma once
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/messages.h"
+#include "session/session.h"
+#include "substance/search.h"
+
+namespace quom {
+
+// "Execution not possible": a database has to be there first.
+Message no_database();
+// "Execution not possible": the record cannot be read.
+Message substance_not_readable();
+
+// "Select a substance (in total  496)".
+std::string substance_caption(const DatabaseFile& file);
+
+// Indices (1-based) of the rows that hold the text; all of them for an empty text, and when no row holds it.
+std::vector<int> filtered_rows(const DatabaseFile& file, std::string_view text);
+
+// What the boxes tell of a row.
+struct SubstanceBoxes {
+    std::string NameCombo;  // main name
+    std::string Text1;      // system number
+    std::string tex4;       // CAS number with its label
+    std::string Text2;      // structure with its label; empty for a database of kind 6
+    bool has_structure = false;
+};
+SubstanceBoxes substance_boxes(const DatabaseFile& file, int index);
+
+// FindSubstance on a typed text; the user is told when nothing is found. The row marked is the session's.
+SubstanceHit look_up_substance(const Session& session, std::string_view text, Messages& messages);
+
+}  // namespace quom

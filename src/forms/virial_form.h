@@ -1,0 +1,23 @@
+// Constants of the manual virial equation B = b0 - b1/T^b2: frmBParInput without its window.
+#pragma once
+#include <optional>
+#include <string_view>
+
+#include "base/messages.h"
+#include "engine/models.h"
+
+namespace quom {
+
+inline constexpr std::string_view virial_caption = "Input of Virial Coefficient";
+inline constexpr std::string_view virial_formula = "B/m^3/kmol = b0 - b1/T^b2";
+
+struct VirialInput {
+    double b0 = 0;  // [m^3/kmol]
+    double b1 = 0;  // [m^3 K^b2/kmol]
+    double b2 = 0;
+};
+VirialInput virial_input(const EosInput& constants);
+// Takes the constants; refused, with nothing taken, when one is not finite.
+std::optional<Message> take_virial_input(EosInput& constants, const VirialInput& input);
+
+}  // namespace quom

@@ -1,0 +1,218 @@
+#include "report/calc_record.h"
+
+#include <cmath>
+
+#include "base/constants.h"
+
+namespace quom {
+
+namespace {
+
+struct SlotInfo {
+    std::string_view name;
+    Quantity quantity;
+};
+
+using enum Quantity;
+// In the order of the slots.
+constexpr std::array<SlotInfo, slot_count> slots = {{
+    {"T", T},
+    {"p", p},
+    {"rho(global)", rho},
+    {"v(global)", v},
+    {"rho(L)", rho},
+    {"cp(S)", cp},
+    {"x", T},
+    {"cp(idG)", cpId},
+    {"x", T},
+    {"v(V)", v},
+    {"h(V)", h},
+    {"s(V)", Quantity::s},
+    {"g(V)", g},
+    {"u(V)", u},
+    {"a(V)", a},
+    {"eH(V)", eH},
+    {" eU(V)", eU},
+    {"cp(V)", cp},
+    {"cV(V)", cV},
+    {"v(L)", v},
+    {"h(L)", h},
+    {"s(L)", Quantity::s},
+    {"g(L)", g},
+    {"u(L)", u},
+    {"a(L)", a},
+    {"eH(L)", eH},
+    {"eU(L)", eU},
+    {"cp(L)", cp},
+    {"cV(L)", cV},
+    {"delta(LV)h", hLV},
+    {"delta(LV)s", sLV},
+    {"alpha(V)", alpha},
+    {"chi(V)", chi},
+    {"beta(V)", beta},
+    {"delta(V)", delta},
+    {"alpha(L)", alpha},
+    {"chi(L)", chi},
+    {"beta(L)", beta},
+    {"delta(L)", delta},
+    {"sound speed(L)", w},
+    {"sound speed(V)", w},
+    {"B", B},
+}};
+
+using Optional = std::optional<double>;
+
+// A value as a record keeps it: single, 0 where it does not exist.
+float single(double x) {
+    const auto f = static_cast<float>(x);
+    return std::isfinite(f) ? f : 0.0f;
+}
+float single(const Optional& x) { return x ? single(*x) : 0.0f; }
+
+// Sets slots of values that exist, in the unit of the slot.
+struct SlotWriter {
+    CalcResult& result;
+    const UnitFactors& factors;
+
+    void put(CalcSlot slot, const Optional& molar) const {
+        if (!molar || !std::isfinite(*molar)) return;
+        result.set(slot, *molar * display_factor(factors, slot_quantity(slot)));
+    }
+};
+
+// The functions of a phase stand in the slots of its block, the coefficients in four slots of their own.
+void put_phase(const SlotWriter& slot, const PhaseOutcome& phase, Phase which) {
+    const bool liquid = which == phase_L;
+    for (const Quantity q : function_rows) slot.put(function_slot(q, which), function_value(phase, q));
+    if (!phase.arrays) return;
+    const int first = liquid ? slot_alphaL : slot_alphaV;
+    for (const int k : {coef_alpha, coef_chi, coef_beta}) {
+        slot.put(static_cast<CalcSlot>(first + k - coef_alpha), phase.arrays->CoefA[k]);
+    }
+    slot.put(liquid ? slot_deltaL : slot_deltaV, phase.arrays->FuncA[fu_dTdp_h]);
+}
+
+bool tells_vaporization(Mode mode) {
+    return mode == Mode::equilibrium_T || mode == Mode::equilibrium_p || mode == Mode::vaporization_T ||
+           mode == Mode::vaporization_p;
+}
+
+}  // namespace
+
+std::string_view slot_name(CalcSlot slot) { return slots[static_cast<std::size_t>(slot)].name; }
+Quantity slot_quantity(CalcSlot slot) { return slots[static_cast<std::size_t>(slot)].quantity; }
+
+CalcSlot function_slot(Quantity q, int phase) {
+    if (q == w) return phase == phase_L ? slot_wL : slot_wV;
+    const int row = static_cast<int>(q) - static_cast<int>(v);
+    return static_cast<CalcSlot>((phase == phase_L ? slot_vL : slot_vV) + row);
+}
+
+const PhaseOutcome* phase_of(const Outcome& outcome, Phase phase) {
+    const bool stated =
+        outcome.phase == PhaseWord::VL || outcome.phase == (phase == phase_L ? PhaseWord::L : PhaseWord::V);
+    const std::optional<PhaseOutcome>& found = phase == phase_L ? outcome.L : outcome.V;
+    return stated && found ? &*found : nullptr;
+}
+
+std::optional<double> function_value(const PhaseOutcome& phase, Quantity q) {
+    switch (q) {
+        case Quantity::v:
+            return phase.v;
+        case Quantity::h:
+            return phase.h;
+        case Quantity::s:
+            return phase.s;
+        case Quantity::g:
+            return phase.g;
+        case Quantity::u:
+            return phase.u;
+        case Quantity::a:
+            return phase.a;
+        case Quantity::eH:
+            return phase.eH;
+        case Quantity::eU:
+            return phase.eU;
+        case Quantity::cp:
+            return phase.cp;
+        case Quantity::cV:
+            return phase.cV;
+        case Quantity::cpId:
+            return phase.cpId;
+        case Quantity::w:
+            return phase.w;
+        case Quantity::rho:
+            return phase.rho;
+        default:
+            return std::nullopt;
+    }
+}
+
+UnitFactors outcome_factors(const Fluid& fluid, const Outcome& outcome, const Units& units) {
+    return unit_factors(units, fluid.M, outcome.T.value_or(0.0));
+}
+
+CalcResult calc_result(const Outcome& outcome, const UnitFactors& factors) {
+    CalcResult result;
+    const SlotWriter slot{result, factors};
+    slot.put(slot_T, outcome.T);
+    slot.put(slot_p, outcome.p);
+    const bool liquid_column = outcome.mode == Mode::T_rhoL;
+    const bool tank = mode_info(outcome.mode).family == ModeFamily::tank;
+    if (!tank) slot.put(liquid_column ? slot_rhoL : slot_rho, outcome.rho);
+    if (!tank && !liquid_column) slot.put(slot_v, outcome.v);
+    if (!outcome.has_result()) return result;
+    slot.put(slot_rhoL, outcome.rhoL_fn ? outcome.rhoL_fn : liquid_column ? outcome.rho : std::nullopt);
+    slot.put(slot_cpS, outcome.cpS_fn);
+    slot.put(slot_cpId, outcome.cpId_fn);
+    for (const Phase phase : {phase_V, phase_L}) {
+        if (const PhaseOutcome* there = phase_of(outcome, phase)) put_phase(slot, *there, phase);
+    }
+    slot.put(slot_cpL, outcome.cpL_fn);
+    if (outcome.vaporization) {
+        slot.put(slot_hLV, outcome.vaporization->hLV);
+        slot.put(slot_sLV, outcome.vaporization->sLV);
+    }
+    slot.put(slot_B, outcome.B);
+    return result;
+}
+
+double extended_value(const PhaseArrays& arrays, std::size_t row) {
+    if (row < 6) return arrays.DerivA[row + 1];
+    if (row < 9) return arrays.CoefA[row - 5];
+    if (row < 14) return arrays.Deriv2A[row - 8];
+    return arrays.FuncA[row - 14];
+}
+
+BatchResult batch_result(const Outcome& outcome, const UnitFactors& factors) {
+    BatchResult r;
+    if (!outcome.has_result() || outcome.phase == PhaseWord::none) return r;
+    const PhaseOutcome* const L = phase_of(outcome, phase_L);
+    const PhaseOutcome* const V = phase_of(outcome, phase_V);
+    if (outcome.two_phase()) {
+        r.Phase = {'V', '+', 'L'};
+    } else {
+        r.Phase[1] = outcome.phase == PhaseWord::L ? 'L' : 'V';
+    }
+    r.TCalc = single(outcome.T);
+    r.pCalc = single(outcome.p);
+    if (V) r.rhoVCalc = single(V->rho);
+    if (L) r.rhoLCalc = single(L->rho);
+    if (outcome.vaporization && tells_vaporization(outcome.mode))
+        r.hLVCalc = single(outcome.vaporization->hLV);
+    for (std::size_t row = 0; row < ExtendedRows; ++row) {
+        if (L && L->arrays) r.Extended[row].L = single(extended_value(*L->arrays, row));
+        if (V && V->arrays) r.Extended[row].V = single(extended_value(*V->arrays, row));
+    }
+    const PhaseOutcome* const first = V ? V : L;
+    if (outcome.mode != Mode::functions || !first) return r;
+    const auto displayed = [&](const Optional& x) { return x ? single(*x * factors.uFactor) : 0.0f; };
+    r.h = displayed(first->h);
+    r.s = displayed(first->s);
+    r.g = displayed(first->g);
+    r.eH = displayed(first->eH);
+    r.eU = displayed(first->eU);
+    return r;
+}
+
+}  // namespace quom

@@ -1,0 +1,43 @@
+// Columns of a sweep by mode: each reads one cell of a row from the outcome.
+#pragma once
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "calc/outcome.h"
+#include "quantities/units.h"
+
+namespace quom {
+
+// What the cells of one row are read from.
+struct SweepRow {
+    const Fluid& fluid;
+    const Outcome& outcome;
+    const UnitFactors& factors;  // for the T of the row where a unit depends on it
+};
+
+enum class SweepCell : std::uint8_t {
+    number,    // column.number(row); NaN: the cell is blank
+    text,      // column.text(row)
+    warnings,  // sweep_warnings
+    message,   // sweep_message
+};
+struct SweepColumn {
+    std::string_view name;  // head of the column
+    SweepCell cell = SweepCell::number;
+    double (*number)(const SweepRow&) = nullptr;
+    std::string_view (*text)(const SweepRow&) = nullptr;
+};
+
+// The columns of a mode; functions: with h, s, g, u, a, exergies, cp, cV, w of both phases. The last three
+// are "warnings" (names, separated by blanks), "reason" (name) and "message". None for a mode that is no
+// calculation.
+std::vector<SweepColumn> sweep_columns(Mode mode, bool functions);
+
+// Names of the warnings of a row, separated by blanks; empty without.
+std::string sweep_warnings(const Outcome& outcome);
+// Why the row has no result, or its warnings in words, separated by "; "; empty for a good row.
+std::string sweep_message(const Outcome& outcome);
+
+}  // namespace quom

@@ -1,0 +1,50 @@
+#include "forms/substance_form.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/queued_messages.h"
+#include "support/starter_session.h"
+
+namespace quom {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::Pair;
+
+TEST(SubstanceForm, boxes_tell_of_the_row) {
+    const Session s = test::starter_session();
+    const int index = FindCAS(s.database, test::ethanol);
+    const SubstanceBoxes boxes = substance_boxes(s.database, index);
+    EXPECT_EQ(boxes.NameCombo, "Ethanol");
+    EXPECT_EQ(boxes.tex4, "CAS-RN:   64-17-5");
+    EXPECT_TRUE(boxes.Text2.starts_with("structure: "));
+    EXPECT_EQ(FindSystemNo(s.database, std::stoi(boxes.Text1)), index);
+    EXPECT_EQ(substance_boxes(s.database, 0).NameCombo, "");
+    EXPECT_EQ(substance_boxes(s.database, 100000).NameCombo, "");
+    EXPECT_EQ(substance_caption(s.database), "Select a substance (in total  496)");
+}
+
+TEST(SubstanceForm, the_filter_shows_rows_that_hold_the_text) {
+    const Session s = test::starter_session();
+    const auto all = static_cast<std::size_t>(s.database.StoffAnzahl());
+    EXPECT_EQ(filtered_rows(s.database, "").size(), all);
+    EXPECT_EQ(filtered_rows(s.database, "no such thing").size(), all) << "what nothing holds hides nothing";
+    EXPECT_THAT(filtered_rows(s.database, "64-17-5"), ElementsAre(FindCAS(s.database, test::ethanol)));
+    for (const int index : filtered_rows(s.database, "BUTAN"))
+        EXPECT_TRUE(row_holds(s.database.rows[static_cast<std::size_t>(index - 1)], "butan"));
+    EXPECT_GT(filtered_rows(s.database, "BUTAN").size(), 4u);
+}
+
+TEST(SubstanceForm, what_is_not_found_is_told_and_keeps_the_row) {
+    QueuedMessages user;
+    Session s = test::starter_session();
+    s.StoffIndex = 7;
+    EXPECT_EQ(look_up_substance(s, "no such thing", user).index, 7);
+    EXPECT_THAT(user.take(), ElementsAre(Pair("ERROR: Selection of a substance", "Nothing found.")));
+    EXPECT_TRUE(look_up_substance(s, "Äthanol", user).found);
+    EXPECT_TRUE(user.take().empty());
+}
+
+}  // namespace
+}  // namespace quom
