@@ -22,8 +22,8 @@ bool by_vapor_pressure_equation(CalcRun& run) {
     const EvpResult r = given_T(run) ? pLV_EVP(substance, run.T(), code) : TLV_EVP(substance, run.p(), code);
     if (r.reason != Reason::none || !(r.value > 0.0) || !std::isfinite(r.value)) return false;
     take_found(run, r.value, SaturationSource::evp);
-    run.warn(range_warning(WarningKind::evp_range, run.T(), evp_limits(substance, code), r.dT,
-                           given_T(run) ? evp_warns_forward : evp_warns_inverse));
+    run.warn(
+        evp_warning(substance, run.T(), code, r.dT, given_T(run) ? evp_warns_forward : evp_warns_inverse));
     return true;
 }
 

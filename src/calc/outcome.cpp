@@ -12,7 +12,8 @@ std::string volume(double v) { return number(v) + " m^3/kmol"; }
 
 std::string at_T_p(const Failure& f) { return " at " + kelvin(f.value) + " and " + kilopascal(f.limit); }
 
-std::string not_below(std::string value, std::string_view name, std::string limit, double known) {
+std::string not_below(const std::string& value, std::string_view name, const std::string& limit,
+                      double known) {
     if (!(known > 0.0)) return std::string(name) + " of the substance is not known.";
     return value + " is not below " + std::string(name) + " = " + limit + ": there is no saturation.";
 }

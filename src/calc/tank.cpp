@@ -93,8 +93,7 @@ void partial_tank(CalcRun& run) {
     const Evp code = run.fluid.models.EVPKode;
     const EvpResult saturation = pLV_EVP(substance, T, code);
     if (saturation.reason != Reason::none) return run.fail(saturation.reason, T);
-    run.warn(range_warning(WarningKind::evp_range, T, evp_limits(substance, code), saturation.dT,
-                           evp_warns_forward));
+    run.warn(evp_warning(substance, T, code, saturation.dT, evp_warns_forward));
     const double pLV = saturation.value;
     // An equation of the V-phase only: up to p(LV) the whole tank is vapor at its own pressure.
     if (run.fluid.VPhaseOnly) {

@@ -104,7 +104,7 @@ std::string SweepLine::read(std::string_view line) {
 }
 
 void SweepLine::write(const Outcome& outcome, RowWriter& out) const {
-    const bool own_factors = units_.EnergyMode == 2 && outcome.T.has_value();
+    const bool own_factors = units_.EnergyMode == energy_per_RT && outcome.T.has_value();
     const UnitFactors of_line = own_factors ? outcome_factors(*fluid_, outcome, units_) : factors_;
     const SweepRow row{*fluid_, outcome, of_line};
     const bool plain = outcome.has_result() && outcome.warnings.empty();

@@ -127,12 +127,13 @@ CpResult cpIdG(const SubstanceConstants& substance, double T, CpForm form) {
 
 ReferenceConstants RefConst(const SubstanceConstants& substance, const ReferenceState& reference, double p) {
     ReferenceConstants r{.TRef0 = reference.TRef0, .pRef0 = reference.pRef0};
-    if (reference.RefKode == 2 || reference.RefKode == 10) {
+    if (reference.RefKode == reference_formation || reference.RefKode == reference_from_gibbs) {
         const double dfH0 = substance.dfH0, dfG0 = substance.dfG0;
         r.TRef0 = static_cast<float>(TNorm);
         r.pRef0 = static_cast<float>(pNorm);
         r.h0 = dfH0;
-        r.s0 = reference.RefKode == 2 ? static_cast<double>(substance.S0abs) : (dfH0 - dfG0) / TNorm;
+        r.s0 = reference.RefKode == reference_formation ? static_cast<double>(substance.S0abs)
+                                                        : (dfH0 - dfG0) / TNorm;
     }
     if (r.pRef0 == 0.0f) r.pRef0 = static_cast<float>(pNorm);
     if (p > 0.0) r.s0 -= RGas * std::log(p / static_cast<double>(r.pRef0));

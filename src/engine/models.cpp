@@ -204,11 +204,17 @@ const Info& row_of(const Rows& rows, const Info& none, Code code) {
     return none;
 }
 
+// Place of a code among rows that begin with the code -1.
+constexpr std::size_t place_of(Eos code) {
+    const int place = number_of(code) + 1;
+    return static_cast<std::size_t>(place);
+}
+
 // Rows of the equations of state by code + 1: the one question that is asked for every state.
 constexpr auto EosByCode = [] {
     std::array<const EosInfo*, 18> rows{};
     for (auto& row : rows) row = &NoEos;
-    for (const EosInfo& row : EosRows) rows[static_cast<std::size_t>(number_of(row.code) + 1)] = &row;
+    for (const EosInfo& row : EosRows) rows[place_of(row.code)] = &row;
     return rows;
 }();
 
@@ -231,7 +237,7 @@ Code code_of(const Rows& rows, Code none, int number) {
 }  // namespace
 
 const EosInfo& eos_info(Eos code) {
-    const auto index = static_cast<std::size_t>(number_of(code) + 1);
+    const std::size_t index = place_of(code);
     return index < EosByCode.size() ? *EosByCode[index] : NoEos;
 }
 std::span<const EosInfo> eos_list() { return EosRows; }

@@ -146,9 +146,16 @@ struct EosInput {
     bool operator==(const EosInput&) const = default;
 };
 
+// Zero points of h and s, with the numbers that project files keep.
+enum ReferenceCode : int {
+    reference_free = 1,        // 0 at TRef0, pRef0
+    reference_formation = 2,   // h0 = dfH0, s0 = S0abs at 298.15 K, 101.325 kPa
+    reference_from_gibbs = 10  // h0 = dfH0, s0 = (dfH0 - dfG0)/298.15
+};
+
 // Reference point of the ideal gas and environment of the exergies.
 struct ReferenceState {
-    int RefKode = 1;                       // 1 free, 2 formation with S0abs, 10 formation with dfH0, dfG0
+    int RefKode = reference_free;          // ReferenceCode
     float TRef0 = 298.15f;                 // reference temperature of the ideal gas [K]
     float pRef0 = 0.0f;                    // reference pressure [kPa]; 0 stands for 101.325
     double hOffset = 0, sOffset = 0;       // added to every ideal gas h [kJ/kmol] and s [kJ/(kmol K)]

@@ -104,7 +104,7 @@ void put_zero_points(const StateKernel& kernel, const Fluid& fluid, Setup& r) {
         r.loops = false;
         return;
     }
-    StateBlock block;
+    StateBlock block{};
     std::fill_n(block.T, kernel_block, T);
     kernel.ideal_gas(k, block);
     k.h0 = at.h - block.h_id[0];
@@ -292,7 +292,7 @@ class Inputs {
 
  private:
     bool any_outside_ = false;
-    bool outside_[kernel_block];
+    bool outside_[kernel_block] = {};
 };
 
 }  // namespace
@@ -310,7 +310,7 @@ struct Isotherm {
     Fluid fluid;
     Setup setup;
     double T = 0;
-    StateBlock block;  // what is known of T
+    StateBlock block{};  // what is known of T
 };
 
 void states_at(const StateKernel& kernel, const Fluid& fluid, std::span<const double> T,
@@ -322,7 +322,7 @@ void states_at(const StateKernel& kernel, const Fluid& fluid, std::span<const do
         for (std::size_t i = 0; i < n; ++i) put_single(fluid, T[i], p[i], out, i);
         return;
     }
-    StateBlock x;
+    StateBlock x{};
     for (std::size_t start = 0; start < n; start += kernel_block) {
         const Inputs inputs(setup, T.first(n), p.first(n), start, x);
         fill_T(kernel, setup, fluid, x);
@@ -461,7 +461,7 @@ void saturation_at(const Fluid& fluid, std::span<const double> T, SaturationColu
     out.V.resize(n);
     const Setup setup = make_setup(kernel, fluid, false);
     const bool loops = setup.loops && !setup.virial;
-    StateBlock x;
+    StateBlock x{};
     for (std::size_t start = 0; start < n; start += kernel_block) {
         const std::size_t count = std::min(kernel_block, n - start);
         Saturation at[kernel_block];

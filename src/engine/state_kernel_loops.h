@@ -90,7 +90,7 @@ inline void ideal_gas_hyperbolic(const KernelConstants& c, StateBlock& x) {
     }
 }
 
-void ideal_gas(const KernelConstants& c, StateBlock& x) {
+inline void ideal_gas(const KernelConstants& c, StateBlock& x) {
     c.ideal_gas == KernelIdealGas::hyperbolic ? ideal_gas_hyperbolic(c, x) : ideal_gas_series(c, x);
 }
 
@@ -120,7 +120,7 @@ inline void power_attraction(const KernelConstants& c, StateBlock& x) {
     }
 }
 
-void attraction(const KernelConstants& c, StateBlock& x) {
+inline void attraction(const KernelConstants& c, StateBlock& x) {
     if (c.law == KernelLaw::soave) {
         soave_attraction(c, x);
     } else if (c.law != KernelLaw::filled) {
@@ -278,7 +278,7 @@ inline void stable_root_of(const KernelConstants& c, StateBlock& x) {
     choose_phase(c, x);
 }
 
-void stable_root(const KernelConstants& c, StateBlock& x) {
+inline void stable_root(const KernelConstants& c, StateBlock& x) {
     switch (c.shape) {
         case KernelShape::two_brackets:
             return stable_root_of<KernelShape::two_brackets>(c, x);
@@ -301,7 +301,7 @@ inline void pressure_of(const KernelConstants& k, StateBlock& x) {
     }
 }
 
-void pressure(const KernelConstants& c, StateBlock& x) {
+inline void pressure(const KernelConstants& c, StateBlock& x) {
     switch (c.shape) {
         case KernelShape::two_brackets:
             return pressure_of<KernelShape::two_brackets>(c, x);
@@ -312,7 +312,7 @@ void pressure(const KernelConstants& c, StateBlock& x) {
     }
 }
 
-void volume(const KernelConstants& c, StateBlock& x) {
+inline void volume(const KernelConstants& c, StateBlock& x) {
     switch (c.shape) {
         case KernelShape::two_brackets:
             return fugacities<KernelShape::two_brackets>(c, x, x.v, x.ratio, x.I, x.lnphi);
@@ -388,7 +388,7 @@ inline void functions_of(const KernelConstants& k, StateBlock& x) {
     }
 }
 
-void functions(const KernelConstants& c, StateBlock& x) {
+inline void functions(const KernelConstants& c, StateBlock& x) {
     switch (c.shape) {
         case KernelShape::two_brackets:
             return functions_of<KernelShape::two_brackets>(c, x);
@@ -401,7 +401,7 @@ void functions(const KernelConstants& c, StateBlock& x) {
 
 // v = R T/p + B:  ln phi = B p/(R T), h_res = p (B - T B1), s_res = -p B1, cp_res = -p T B2
 //     p_v = -p^2/(R T), p_T = (1 + p B1/R) p/T
-void virial(const KernelConstants& k, StateBlock& x) {
+inline void virial(const KernelConstants& k, StateBlock& x) {
     const V R = set(RGas), one = set(1.0), zero = set(0.0), phase = set(number_V);
     for (std::size_t i = 0; i < kernel_block; i += lanes) {
         const V T = load(x.T + i), p = load(x.p + i), RT = R * T, pRT = p / RT;

@@ -300,6 +300,7 @@ const EnvironmentPhase& environment_phase(const Environment& environment) {
 
 }  // namespace
 
+// Filled here, not set to 0 before. NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 PhaseArrays::PhaseArrays() {
     std::fill_n(DerivA, 7, NaN);
     std::fill_n(Deriv2A, 6, NaN);

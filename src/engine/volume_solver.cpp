@@ -35,7 +35,7 @@ double outer_root(const Cubic& f, const EosAtT& eos, double A) {
     // All real roots of t^3 + slope t + height lie within this distance.
     const double far =
         std::max(1.4 * rough_cbrt(std::fabs(height)), 1.325 * std::sqrt(std::max(-slope, 0.0)));
-    double x;
+    double x = 0.0;
     if (height < 0.0) {
         x = inflection + far;
         if (A > inflection) x = std::min(x, A);
@@ -171,7 +171,7 @@ CubicRoots CubicV(const EosAtT& eos, double p) {
         return r;
     }
     // Deflation to v^2 - sum v + product = 0 from the side that does not cancel (Kahan 1986).
-    double sum, product;
+    double sum = 0.0, product = 0.0;
     if (std::fabs(first * first * first) > std::fabs(f.q0)) {
         const double inverse = 1.0 / first;
         product = -f.q0 * inverse;

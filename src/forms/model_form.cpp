@@ -192,7 +192,7 @@ ModelOk confirm_models(Session& session, const ModelForm& form, Messages& messag
 
     if (document.units.vcrStart < TinyT) document.units.vcrStart = session.fluid->eos.vcrEOS;
     if (unit_refusal(*session.fluid, document.units.EnergyMode, document.units.VolumeMode))
-        document.units.VolumeMode = 0;
+        document.units.VolumeMode = volume_molar;
     changes.units = commit(session, std::move(document)).units;
 
     ok.changes = changes;

@@ -8,8 +8,6 @@
 namespace quom {
 namespace {
 
-constexpr int energy_per_kg = 3, volume_per_kg = 1, volume_reduced = 2;
-
 // A comma between numbers with a decimal comma: the user may take the semicolon instead.
 char checked_delimiter(const Options& options, char sign, std::string_view title, Messages& messages) {
     if (sign != ',' || !options.DezimalKomma) return sign;
@@ -35,9 +33,9 @@ int delimiter_index(char sign) {
 OptionsInput open_options(const Document& document, const Fluid& fluid) {
     const Units& units = document.units;
     OptionsInput input;
-    input.chkReduziert_enabled = !unit_refusal(fluid, 0, volume_reduced);
-    input.specific = units.EnergyMode == energy_per_kg;
-    input.chkReduziert = units.VolumeMode == volume_reduced && input.chkReduziert_enabled;
+    input.chkReduziert_enabled = !unit_refusal(fluid, 0, reduced_volume);
+    input.specific = units.EnergyMode == energy_per_mass;
+    input.chkReduziert = units.VolumeMode == reduced_volume && input.chkReduziert_enabled;
     input.chkPartialKurve_enabled = document.models.VPhaseOnly();
     const Options& o = document.options;
     input.chkUnloadGraph2D = o.ResetOnClose;
@@ -55,10 +53,10 @@ OptionsInput open_options(const Document& document, const Fluid& fluid) {
 
 std::optional<Message> unit_refusal(const Fluid& fluid, int EnergyMode, int VolumeMode) {
     const SubstanceConstants& c = fluid.substance;
-    if ((EnergyMode == energy_per_kg || VolumeMode == volume_per_kg) &&
+    if ((EnergyMode == energy_per_mass || VolumeMode == volume_per_mass) &&
         static_cast<double>(c.MolMass) < TinyT)
         return refusal_message("For this substance the molar mass is missing.");
-    if (VolumeMode != volume_reduced) return std::nullopt;
+    if (VolumeMode != reduced_volume) return std::nullopt;
     if (c.Tcr < TinyT) return refusal_message("For this substance the critical temperature is missing.");
     if (c.pcr > TinyT && fluid.eos.vcrEOS > 0.0) return std::nullopt;
     return refusal_message(
@@ -71,7 +69,7 @@ std::optional<Message> take_units(Document& document, const Fluid& fluid, int En
     Units& units = document.units;
     units.EnergyMode = EnergyMode;
     units.VolumeMode = VolumeMode;
-    if (VolumeMode == volume_reduced && units.TcrStart == 0.0) units.TcrStart = fluid.substance.Tcr;
+    if (VolumeMode == reduced_volume && units.TcrStart == 0.0) units.TcrStart = fluid.substance.Tcr;
     return std::nullopt;
 }
 
@@ -79,8 +77,8 @@ OptionsResult apply_options(Document& document, const Fluid& fluid, const Option
                             Messages& messages) {
     OptionsResult result;
     const UnitFactors before = factors_of(document, fluid);
-    const int volume = input.chkReduziert ? volume_reduced : (input.specific ? volume_per_kg : 0);
-    if (const auto refusal = take_units(document, fluid, input.specific ? energy_per_kg : 0, volume)) {
+    const int volume = input.chkReduziert ? reduced_volume : (input.specific ? volume_per_mass : 0);
+    if (const auto refusal = take_units(document, fluid, input.specific ? energy_per_mass : 0, volume)) {
         messages.ask(*refusal);
         return result;
     }

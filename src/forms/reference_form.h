@@ -27,9 +27,9 @@ struct ReferenceOption {
     bool fixed_point;  // TRef0, pRef0 are 298.15 K, 101.325 kPa and there are no offsets
 };
 inline constexpr std::array<ReferenceOption, 3> reference_options = {{
-    {1, "free input", false},
-    {10, "Conventional reference state (cf. Hilfe)", true},
-    {2,
+    {reference_free, "free input", false},
+    {reference_from_gibbs, "Conventional reference state (cf. Hilfe)", true},
+    {reference_formation,
      "Z(ref) = quantity of formation for ideal gas state at (To=298.15 K and normal pressure) from elements "
      "in the "
      "stable state",

@@ -147,7 +147,7 @@ std::string find_external_program(std::string_view ProgramPath, std::string_view
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
     for (const std::string& candidate : {std::string(name), short_name}) {
-        const std::string path = join_path(ProgramPath, candidate);
+        std::string path = join_path(ProgramPath, candidate);
         std::error_code ignored;
         if (std::filesystem::is_regular_file(path, ignored)) return path;
     }

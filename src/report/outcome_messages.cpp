@@ -74,8 +74,12 @@ std::string no_reference_text(const SubstanceConstants& substance) {
 
 std::vector<Message> outcome_messages(const Fluid& fluid, const Outcome& outcome, bool WarnTriple) {
     std::vector<Message> boxes;
-    for (const Warning& w : outcome.warnings) add_warning(boxes, outcome, w, WarnTriple);
     const ModeInfo& mode = mode_info(outcome.mode);
+    for (const Warning& w : outcome.warnings) {
+        // delta(LV)h by rho(L) = Fu(T) has no box of its own for the range of rho(L).
+        if (w.kind == WarningKind::rhoL_range && mode.family == ModeFamily::vaporization) continue;
+        add_warning(boxes, outcome, w, WarnTriple);
+    }
     switch (outcome.failure.reason) {
         case Reason::partial_above_critical:
             boxes.push_back(refusal(

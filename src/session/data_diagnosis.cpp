@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/constants.h"
+#include "engine/models.h"
 
 namespace quom {
 
@@ -102,10 +103,10 @@ std::string_view missing_formation_data(const SubstanceConstants& substance, int
         std::string_view name;
     };
     static constexpr Row rows[] = {
-        {2, &SubstanceConstants::dfH0, "enthalpy of formation"},
-        {2, &SubstanceConstants::S0abs, "conventional entropy"},
-        {10, &SubstanceConstants::dfH0, "enthalpy of formation"},
-        {10, &SubstanceConstants::dfG0, "Gibbs energy of formation"},
+        {reference_formation, &SubstanceConstants::dfH0, "enthalpy of formation"},
+        {reference_formation, &SubstanceConstants::S0abs, "conventional entropy"},
+        {reference_from_gibbs, &SubstanceConstants::dfH0, "enthalpy of formation"},
+        {reference_from_gibbs, &SubstanceConstants::dfG0, "Gibbs energy of formation"},
     };
     for (const Row& row : rows)
         if (row.RefKode == RefKode && substance.*row.value == 0.0F) return row.name;

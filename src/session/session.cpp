@@ -38,7 +38,7 @@ void drop_outdated(Session& session, const Document& before) {
 
 UnitFactors factors_of(const Document& document, const Fluid& fluid, double T) {
     Units units = document.units;
-    if (units.VolumeMode == 2) {
+    if (units.VolumeMode == reduced_volume) {
         units.TcrStart = fluid.substance.Tcr;
         units.pcrStart = fluid.substance.pcr;
         units.vcrStart = fluid.eos.vcrEOS;

@@ -50,7 +50,7 @@ void check_reference(Document& document, Messages& messages) {
     const std::string missing(
         missing_formation_data(document.substance.constants, document.reference.RefKode));
     if (missing.empty()) return;
-    document.reference.RefKode = 1;
+    document.reference.RefKode = reference_free;
     messages.ask({.title = "WARNING",
                   .text = "The record of " + document.substance.constants.StoffName + " has no " + missing +
                           ".\nThe free input of the reference state is in force now.",

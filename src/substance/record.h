@@ -25,11 +25,11 @@ struct TextField {
 
 // Where the fields of one kind of record lie. Numbers are little-endian.
 struct RecordLayout {
-    const char* extension;  // "*.Q07"
-    std::size_t length;     // bytes
+    const char* extension = nullptr;  // "*.Q07"
+    std::size_t length = 0;           // bytes
     TextField Formula, Structure, NameE, NameD, CASRN, Text1, Text2;
-    std::size_t SystemNo;  // signed 16 bits: system number, in the header the count of substances
-    std::size_t F;         // 141 singles
+    std::size_t SystemNo = 0;  // signed 16 bits: system number, in the header the count of substances
+    std::size_t F = 0;         // 141 singles
     TextField Name(bool Englisch) const { return Englisch ? NameE : NameD; }
 };
 
