@@ -303,6 +303,33 @@ TEST(Partial, assumed_equilibrium_of_mode_3_gives_both_densities) {
 }
 
 // The database equation stands beside another model; the models with z tell them.
+// Without a vapor pressure equation the second value of modes 6 and 7 is that of the data point. Carruth and
+// Kobayashi (1972): (7.08 (1 - Tr)^0.354 + 10.95 omega (1 - Tr)^0.456) R T(cr), from T alone.
+TEST(Vaporization, takes_the_missing_value_from_the_data_point) {
+    Bench b;
+    b.change([](FluidInput& input) {
+        input.models.EVPKode = Evp::none;
+        input.models.HLVKode = Hlv::carruth_kobayashi;
+    });
+    const SubstanceConstants& s = b.substance();
+    const double u = 1.0 - 300.0 / s.Tcr;
+    const double hLV = (7.08 * std::pow(u, 0.354) + 10.95 * s.omega * std::pow(u, 0.456)) * 8.31451 * s.Tcr;
+    const Outcome with_T = b.run(Mode::vaporization_p, 300.0, 990.0);
+    ASSERT_TRUE(with_T.has_result());
+    EXPECT_EQ(*with_T.T, 300.0);
+    EXPECT_EQ(with_T.saturation, SaturationSource::data_point);
+    EXPECT_NEAR(*with_T.vaporization->hLV, hLV, 0.5);
+    EXPECT_EQ(b.run(Mode::vaporization_p, 0.0, 990.0).failure.reason, Reason::no_T_available);
+    EXPECT_EQ(b.run(Mode::vaporization_p, 300.0, s.pcr).failure.reason, Reason::above_critical_p);
+
+    b.change([](FluidInput& input) { input.models.HLVKode = Hlv::chen; });
+    const Outcome with_p = b.run(Mode::vaporization_T, 300.0, 990.0);
+    ASSERT_TRUE(with_p.has_result());
+    EXPECT_EQ(*with_p.p, 990.0);
+    EXPECT_EQ(with_p.saturation, SaturationSource::data_point);
+    EXPECT_EQ(b.run(Mode::vaporization_T, 300.0, 0.0).failure.reason, Reason::no_p_available);
+}
+
 TEST(Vaporization, tells_what_it_was_made_of) {
     Bench b;
     const Outcome by_eos = b.run(Mode::vaporization_T, 300.0, 0.0);
