@@ -311,7 +311,7 @@ TEST(Vaporization, takes_the_missing_value_from_the_data_point) {
         input.models.EVPKode = Evp::none;
         input.models.HLVKode = Hlv::carruth_kobayashi;
     });
-    const SubstanceConstants& s = b.substance();
+    const SubstanceConstants s = b.substance();
     const double u = 1.0 - 300.0 / s.Tcr;
     const double hLV = (7.08 * std::pow(u, 0.354) + 10.95 * s.omega * std::pow(u, 0.456)) * 8.31451 * s.Tcr;
     const Outcome with_T = b.run(Mode::vaporization_p, 300.0, 990.0);

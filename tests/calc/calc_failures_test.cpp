@@ -163,7 +163,7 @@ struct Range {
 // Propane: rho(L) 86 ... 360 K, Wagner 86 ... 369 K and so on as the record has them.
 TEST(Warnings, tell_of_ranges_and_by_how_much) {
     Bench b;
-    const SubstanceConstants& k = b.substance();
+    const SubstanceConstants k = b.substance();
     const double wagner = k.WagnerTLo, rhoL = k.RhoLTLo, hlv = k.HLVTLo;
     b.change([](FluidInput& x) { x.models.HLVKode = Hlv::equation; });
     b.setup = {.GlobalCalc = false, .BensonRhoL = false, .RhoLWanted = true};
