@@ -249,6 +249,30 @@ BENCHMARK(BM_ph_search);
 void BM_ps_search(benchmark::State& state) { search(state, iso_s); }
 BENCHMARK(BM_ps_search);
 
+// p, eH -> T: with range(0) 1 every solution, with 0 the one that Newton finds.
+void BM_p_exergy_search(benchmark::State& state) {
+    const Targets targets;
+    std::vector<double> eH;
+    for (std::size_t i = 0; i < targets.T.size(); ++i) {
+        const double T = targets.T[i], p = targets.p[i];
+        eH.push_back(ThermoState(propane(), T, p, VolumeTp(propane(), T, p).vV).eH);
+    }
+    std::size_t i = 0;
+    for (auto _ : state) {
+        const IsoResult r = IsoSearch(propane(), {.What = iso_find_T,
+                                                  .Column = iso_eH,
+                                                  .Target = eH[i],
+                                                  .phase = phase_V,
+                                                  .given = targets.p[i],
+                                                  .start = 1.05 * targets.T[i],
+                                                  .all = state.range(0) != 0});
+        if (std::fabs(r.value / targets.T[i] - 1.0) > 1e-6) state.SkipWithError("another T");
+        i = (i + 1) % eH.size();
+    }
+    count(state, 1);
+}
+BENCHMARK(BM_p_exergy_search)->Arg(0)->Arg(1);
+
 void BM_ph_search_yardstick(benchmark::State& state) {
     const Targets t;
     run_each(state, [&](int i) {

@@ -378,7 +378,7 @@ IsoResult IsoSearch(const Fluid& fluid, const IsoInput& input) {
     const double start = start_of(input), limit = limit_of(fluid, input);
     if (start > 0.0) x = newton(f, start, result.rounds);
     if (x && *x > limit) x.reset();
-    if (x && f.monotone()) {
+    if (x && (f.monotone() || !input.all)) {
         result.value = *x;
         result.reason = Reason::none;
         return result;
@@ -389,7 +389,7 @@ IsoResult IsoSearch(const Fluid& fluid, const IsoInput& input) {
     const bool by_newton = x && *x <= limit;
     std::vector<double> found;
     if (by_newton) found.push_back(*x);
-    if (!by_newton || !f.monotone()) {
+    if (!by_newton || (!f.monotone() && input.all)) {
         Scan scan(f, input.Target, by_newton ? x : std::nullopt);
         scan.run(range, f.scan_places());
         if (!by_newton && scan.solutions.empty()) scan.run(range, FineScan);

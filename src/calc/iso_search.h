@@ -22,6 +22,7 @@ struct IsoInput {
     Phase phase = phase_V;
     double given = 0;               // T [K] for iso_find_p, p [kPa] for iso_find_T
     std::optional<double> start{};  // of the unknown
+    bool all = true;                // name every solution, nearest first; false: the first one found will do
 };
 
 struct IsoResult {

@@ -50,6 +50,7 @@ EosBlock cubic_block(const SubstanceConstants& substance, const CubicRow& row) {
     e.EOSa = row.omega_a * RGas * RGas * std::pow(Tcr, exponent) / pcr;
     e.EOSna = row.AlphaForm == 2 ? row.m0 + (row.m1 + row.m2 * omega) * omega : row.na;
     e.EOSb = row.omega_b * RGas * Tcr / pcr;
+    e.inverse_root_Tcr = 1.0 / std::sqrt(Tcr);
     e.EOSc = row.c_of_b * e.EOSb;
     e.EOSd = row.d_of_b * e.EOSb;
     e.vcrEOS = vCritZ(substance, row.Zc);
@@ -89,8 +90,10 @@ double power(double T, double n) {
     return std::pow(T, n);
 }
 
-// a(T) of the Tovarn/Ji equations and, for form 2, b(T), c(T), d(T). Tr = T/Tcr, x = Tr^0.75, u = 1 - x.
-void ji_terms(const Fluid& fluid, double T, CubicDerivatives& k) {
+// T-derivatives of a(T) of the Tovarn/Ji equations and, for form 2, of b(T), c(T), d(T). Tr = T/Tcr, x =
+// Tr^0.75, u = 1 - x.
+CubicDerivatives ji_terms(const Fluid& fluid, double T) {
+    CubicDerivatives k;
     const EosBlock& e = fluid.eos;
     const double Tcr = fluid.substance.Tcr, Tr = T / Tcr;
     const double root4 = std::sqrt(std::sqrt(Tr)), root = root4 * root4, Tr125 = Tr * root4;
@@ -108,7 +111,7 @@ void ji_terms(const Fluid& fluid, double T, CubicDerivatives& k) {
         k.a1 = e.JiAc * (-1.5 * e.JiP3 * alpha) / root4 / Tcr;
         k.a2 = e.JiAc * (0.375 * e.JiP3 * alpha / Tr125 + 1.125 * e.JiP3 * e.JiP3 / root) / (Tcr * Tcr);
     }
-    if (fluid.models.EOSKode != Eos::tovarn_ji_2) return;
+    if (fluid.models.EOSKode != Eos::tovarn_ji_2) return k;
     // b = b0 (1 - JiB1 (1 - Tr)^2), the same for c and d
     const double JiCd = JiCdOf(e.JiZc, e.JiOb), q = std::sqrt(JiCd * JiCd + 4.0 * JiCd);
     const double b0 = e.JiOb * RGas * Tcr / fluid.substance.pcr;
@@ -120,6 +123,7 @@ void ji_terms(const Fluid& fluid, double T, CubicDerivatives& k) {
     k.b2 = second * b0;
     k.c2 = second * c0;
     k.d2 = second * d0;
+    return k;
 }
 
 // First and second T-derivative of k T^n.
@@ -129,33 +133,43 @@ void power_terms(double n, double value, double iT, double& first, double& secon
     second = (n - 1.0) * first * iT;
 }
 
-// a(T) .. d(T) of the equations with constant exponents and, where k is given, their T-derivatives.
-EosAtT power_law(const Fluid& fluid, double T, CubicDerivatives* k) {
-    const EosBlock& e = fluid.eos;
-    EosAtT at;
-    at.T = T;
-    // b = EOSb T^EOSnb, c = EOSc T^EOSnc, d = EOSd T^EOSnd
-    at.b = e.EOSb * power(T, e.EOSnb);
-    at.c = e.EOSc * power(T, e.EOSnc);
-    at.d = e.EOSd * power(T, e.EOSnd);
-    if (e.AlphaForm == 2) {  // a = EOSa A^2, A = 1 + m (1 - sqrt(T/Tcr))
-        const double m = e.EOSna, root = std::sqrt(T / fluid.substance.Tcr), A = 1.0 + m * (1.0 - root);
-        at.a = e.EOSa * A * A;
-        if (k) {
-            const double iT = 1.0 / T, A1 = -0.5 * m * root * iT, A2 = -0.5 * A1 * iT;
-            k->a1 = 2.0 * e.EOSa * A * A1;
-            k->a2 = 2.0 * e.EOSa * (A2 * A + A1 * A1);
-        }
-    } else {  // a = EOSa T^EOSna
-        at.a = e.EOSa * power(T, e.EOSna);
-        if (k) power_terms(e.EOSna, at.a, 1.0 / T, k->a1, k->a2);
-    }
-    if (k && (e.EOSnb != 0.0 || e.EOSnc != 0.0 || e.EOSnd != 0.0)) {
-        power_terms(e.EOSnb, at.b, 1.0 / T, k->b1, k->b2);
-        power_terms(e.EOSnc, at.c, 1.0 / T, k->c1, k->c2);
-        power_terms(e.EOSnd, at.d, 1.0 / T, k->d1, k->d2);
-    }
+// Whether b, c or d depend on T.
+bool moves(const EosBlock& e) { return e.EOSnb != 0.0 || e.EOSnc != 0.0 || e.EOSnd != 0.0; }
+
+// a(T) .. d(T) of the equations with constant exponents:
+//     a = EOSa (1 + m (1 - sqrt(T/Tcr)))^2 or EOSa T^EOSna,
+//     b = EOSb T^EOSnb, c = EOSc T^EOSnc, d = EOSd T^EOSnd
+EosAtT power_law(const EosBlock& e, double T) {
+    const double A = 1.0 + e.EOSna * (1.0 - std::sqrt(T) * e.inverse_root_Tcr);
+    EosAtT at{.T = T,
+              .a = e.AlphaForm == 2 ? e.EOSa * A * A : e.EOSa * power(T, e.EOSna),
+              .b = e.EOSb,
+              .c = e.EOSc,
+              .d = e.EOSd};
+    if (!moves(e)) return at;
+    at.b *= power(T, e.EOSnb);
+    at.c *= power(T, e.EOSnc);
+    at.d *= power(T, e.EOSnd);
     return at;
+}
+
+CubicDerivatives power_law_derivatives(const EosBlock& e, double T) {
+    const double iT = 1.0 / T;
+    CubicDerivatives k;
+    if (e.AlphaForm == 2) {  // a = EOSa A^2
+        const double m = e.EOSna, root = std::sqrt(T) * e.inverse_root_Tcr, A = 1.0 + m * (1.0 - root);
+        const double A1 = -0.5 * m * root * iT, A2 = -0.5 * A1 * iT;
+        k.a1 = 2.0 * e.EOSa * A * A1;
+        k.a2 = 2.0 * e.EOSa * (A2 * A + A1 * A1);
+    } else {
+        power_terms(e.EOSna, power_law(e, T).a, iT, k.a1, k.a2);
+    }
+    if (!moves(e)) return k;
+    const EosAtT at = power_law(e, T);
+    power_terms(e.EOSnb, at.b, iT, k.b1, k.b2);
+    power_terms(e.EOSnc, at.c, iT, k.c1, k.c2);
+    power_terms(e.EOSnd, at.d, iT, k.d1, k.d2);
+    return k;
 }
 
 // B = b0 - b1/T^b2 of the manual virial equation, held by b.
@@ -204,11 +218,12 @@ EosConstants InitEOSPar(const SubstanceConstants& substance, Eos code, const Eos
 
 EosAtT EOSParT(const Fluid& fluid, double T) {
     if (!(T >= TinyT)) return {};
+    if (fluid.eos.AlphaForm == 2) return power_law(fluid.eos, T);  // needs no look into the table
     const EosInfo& info = fluid.eos_row();
     if (info.family == EosFamily::tovarn_ji)
         return EOSParT_Ji(fluid.substance, fluid.eos, info.code == Eos::tovarn_ji_2, T);
     if (info.family == EosFamily::manual) return manual_law(fluid.eos, T);
-    return power_law(fluid, T, nullptr);
+    return power_law(fluid.eos, T);
 }
 
 EosAtT EOSParT_Ji(const SubstanceConstants& substance, const EosBlock& block, bool form_2, double T) {
@@ -229,17 +244,14 @@ EosAtT EOSParT_Ji(const SubstanceConstants& substance, const EosBlock& block, bo
 }
 
 EosTerms EOSTerme(const Fluid& fluid, double T) {
+    const EosBlock& e = fluid.eos;
+    if (e.AlphaForm == 2) return {.at = power_law(e, T), .k = power_law_derivatives(e, T)};
     const EosInfo& info = fluid.eos_row();
-    EosTerms r;
-    if (info.family == EosFamily::tovarn_ji) {
-        r.at = EOSParT_Ji(fluid.substance, fluid.eos, info.code == Eos::tovarn_ji_2, T);
-        ji_terms(fluid, T, r.k);
-    } else if (info.family == EosFamily::manual) {
-        r.at = manual_law(fluid.eos, T);
-    } else {
-        r.at = power_law(fluid, T, &r.k);
-    }
-    return r;
+    if (info.family == EosFamily::tovarn_ji)
+        return {.at = EOSParT_Ji(fluid.substance, e, info.code == Eos::tovarn_ji_2, T),
+                .k = ji_terms(fluid, T)};
+    if (info.family == EosFamily::manual) return {.at = manual_law(e, T), .k = {}};
+    return {.at = power_law(e, T), .k = power_law_derivatives(e, T)};
 }
 
 CubicDerivatives CubicTerme(const Fluid& fluid, const EosAtT& at) { return EOSTerme(fluid, at.T).k; }

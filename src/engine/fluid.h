@@ -24,6 +24,7 @@ struct EosBlock {
                                                         // is 2; manual virial: EOSnb = b1
     double EOSm = 0;                                    // manual virial: exponent b2 of T
     std::int16_t AlphaForm = 1;                         // 1 a T^na, 2 a (1 + m (1 - sqrt(T/Tcr)))^2
+    double inverse_root_Tcr = 0;                        // 1/sqrt(Tcr) [K^-1/2]
     double JiAc = 0, JiB1 = 0, JiZc = 0, JiP3 = 0, JiP4 = 0, JiP5 = 0, JiOa = 0, JiOb = 0, JiCd = 0;  // JiPar
     double vcrEOS = 0;    // critical volume that the EOS implies [m^3/kmol]
     double rhocrEOS = 0;  // critical density that the EOS implies [kg/m^3]

@@ -68,6 +68,12 @@ struct Residual {
     double throttle = 0;    // T (dv/dT)_p - v
 };
 
+Residual without_residual(Reason reason) {
+    Residual r;
+    r.reason = reason;
+    return r;
+}
+
 // The cubic equation at T, v in parts that keep their digits where v is far above b: with D = v - b,
 // N = (v + c)(v + d)
 //     (dp/dT)_v = R (1 + x)/D,    (dp/dv)_T = -R T Y/D^2,  Y = 1 - y
@@ -138,6 +144,8 @@ Residual cubic_residual(const EosAtT& at, const CubicDerivatives& k, const Cubic
 
 // v = R T/p + B:  ln phi = B p/(R T) and its T-derivatives.
 Residual virial_residual(const VirialDerivatives& B, double T, double p, double v) {
+    if (!(v - B.B > SmallestD)) return without_residual(Reason::volume_below_B);
+    if (!(p > 0.0)) return without_residual(Reason::p_not_positive);
     const double D = v - B.B, TB = T * B.B1, pRT = p / (RGas * T), pR = p / RGas;
     const double X = 1.0 + TB / D;
     Residual r;
@@ -153,12 +161,6 @@ Residual virial_residual(const VirialDerivatives& B, double T, double p, double 
     return r;
 }
 
-// What the equation of state is made of at the T of a state.
-struct PhaseState {
-    EosTerms terms;
-    VirialDerivatives B;
-};
-
 Reason refusal(const Fluid& fluid, double T, double v) {
     if (!fluid.has_eos()) return fluid.eos_reason;
     if (!(T >= TinyT) || !std::isfinite(T)) return Reason::T_not_positive;
@@ -166,28 +168,17 @@ Reason refusal(const Fluid& fluid, double T, double v) {
     return Reason::none;
 }
 
-Residual residual_of(const Fluid& fluid, double T, double p, double v, PhaseState& state) {
-    Residual r;
-    r.reason = refusal(fluid, T, v);
-    if (r.reason != Reason::none) return r;
-    if (fluid.VPhaseOnly) {
-        state.B = virial_derivatives(fluid, T);
-        if (!(v - state.B.B > SmallestD)) {
-            r.reason = Reason::volume_below_B;
-        } else if (!(p > 0.0)) {
-            r.reason = Reason::p_not_positive;
-        } else {
-            r = virial_residual(state.B, T, p, v);
-        }
-        return r;
-    }
-    state.terms = EOSTerme(fluid, T);
-    const auto& [at, k] = state.terms;
-    if (!(v - at.b > SmallestD)) {
-        r.reason = Reason::volume_below_b;
-        return r;
-    }
+Residual cubic_residual(const EosTerms& terms, double p, double v) {
+    const auto& [at, k] = terms;
+    if (!(v - at.b > SmallestD)) return without_residual(Reason::volume_below_b);
     return cubic_residual(at, k, CubicParts(at, k, v), p, v);
+}
+
+Residual residual_of(const Fluid& fluid, double T, double p, double v) {
+    const Reason reason = refusal(fluid, T, v);
+    if (reason != Reason::none) return without_residual(reason);
+    return fluid.VPhaseOnly ? virial_residual(virial_derivatives(fluid, T), T, p, v)
+                            : cubic_residual(EOSTerme(fluid, T), p, v);
 }
 
 // cp, cV [kJ/(kmol K)] and w [m/s] from the residual heat capacities and cp(idG).
@@ -278,8 +269,7 @@ void add_heat_capacities(const HeatCapacities& heat, double p, double p_v, State
 }
 
 StateFunctions phase_functions(const Fluid& fluid, double T, double p, double v) {
-    PhaseState state;
-    const Residual res = residual_of(fluid, T, p, v, state);
+    const Residual res = residual_of(fluid, T, p, v);
     StateFunctions f = absolute_functions(fluid, T, p, v, res);
     add_heat_capacities(heat_capacities(fluid, res, v, f.cpId), p, res.p_v, f);
     return f;
@@ -325,8 +315,11 @@ StateFunctions::StateFunctions()
 
 PhaseArrays ThermoFunc(const Fluid& fluid, double T, double p, double v) {
     PhaseArrays out;
-    PhaseState state;
-    const Residual res = residual_of(fluid, T, p, v, state);
+    if (refusal(fluid, T, v) != Reason::none) return out;
+    const bool virial = fluid.VPhaseOnly;
+    const VirialDerivatives B = virial ? virial_derivatives(fluid, T) : VirialDerivatives{};
+    const EosTerms terms = virial ? EosTerms{} : EOSTerme(fluid, T);
+    const Residual res = virial ? virial_residual(B, T, p, v) : cubic_residual(terms, p, v);
     if (res.reason != Reason::none) return out;
     double* D = out.DerivA;
     D[dpdv_T] = res.p_v;
@@ -337,16 +330,15 @@ PhaseArrays ThermoFunc(const Fluid& fluid, double T, double p, double v) {
         D[dvdp_T] = 1.0 / res.p_v;
         D[dvdT_p] = res.v_T;
     }
-    if (fluid.VPhaseOnly) {
-        const double v_B = v - state.B.B, slope = p / (p * state.B.B1 + RGas);
+    if (virial) {
+        const double v_B = v - B.B, slope = p / (p * B.B1 + RGas);
         D[dTdv_p] = slope;
         out.Deriv2A[d2pdv2] = 2.0 * RGas * T / (v_B * v_B * v_B);
-        out.Deriv2A[d2vdT2] = state.B.B2;
+        out.Deriv2A[d2vdT2] = B.B2;
         // This form is the definition here; it is not the exact second derivative.
-        out.Deriv2A[d2Tdv2] = slope * slope * state.B.B2;
+        out.Deriv2A[d2Tdv2] = slope * slope * B.B2;
     } else {
-        const auto& [at, k] = state.terms;
-        cubic_second(at, k, CubicParts(at, k, v), res.critical, v, out);
+        cubic_second(terms.at, terms.k, CubicParts(terms.at, terms.k, v), res.critical, v, out);
     }
     out.CoefA[coef_alpha] = D[dvdT_p] / v;
     out.CoefA[coef_chi] = -D[dvdp_T] / v;

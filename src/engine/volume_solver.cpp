@@ -86,7 +86,6 @@ void set_both(const Fluid& fluid, VolumeResult& r, double v) {
 
 void vapor_only(const Fluid& fluid, VolumeResult& r) {
     r.msg = "EOS for the V-phase only!";
-    r.eos = EOSParT(fluid, r.T);
     r.Bvirial = VirialB(fluid, r.T);
     const double v = RGas * r.T / r.p + r.Bvirial;
     if (!(v > 0.0) || !std::isfinite(v)) {
@@ -152,10 +151,9 @@ void three_roots(const Fluid& fluid, VolumeResult& r) {
 std::int16_t phase_region(const Fluid& fluid, double T, double p) {
     const double Tcr = fluid.substance.Tcr, pcr = fluid.substance.pcr;
     if (!(Tcr > 0.0) || !(pcr > 0.0)) return 0;
-    const bool T_above = above_single(T, Tcr), p_above = above_single(p, pcr);
-    if (T_above) return p_above ? 2 : 3;
-    if (p_above) return 1;
-    return equal_single(T, Tcr) && equal_single(p, pcr) ? 4 : 0;
+    if (equal_single(T, Tcr) && equal_single(p, pcr)) return 4;
+    constexpr std::int16_t regions[2][2] = {{0, 1}, {3, 2}};
+    return regions[above_single(T, Tcr)][above_single(p, pcr)];
 }
 
 CubicRoots CubicV(const EosAtT& eos, double p) {
@@ -206,39 +204,26 @@ CubicRoots CubicV(const EosAtT& eos, double p) {
 }
 
 VolumeResult VolumeTp(const Fluid& fluid, double T, double p) {
-    VolumeResult r;
-    r.T = T;
-    r.p = p;
-    if (!(T >= TinyT) || !std::isfinite(T)) {
-        r.reason = Reason::T_not_positive;
-        return r;
-    }
-    if (!(p > 0.0) || !std::isfinite(p)) {
-        r.reason = Reason::p_not_positive;
-        return r;
-    }
-    if (!fluid.has_eos()) {
-        r.reason = fluid.eos_reason;
-        return r;
-    }
-    r.PhaseRegion = phase_region(fluid, T, p);
-    if (fluid.VPhaseOnly) {
-        vapor_only(fluid, r);
-        return r;
-    }
-    r.eos = EOSParT(fluid, T);
-    r.roots = CubicV(r.eos, p);
+    if (!(T >= TinyT) || !std::isfinite(T)) return {.T = T, .p = p, .reason = Reason::T_not_positive};
+    if (!(p > 0.0) || !std::isfinite(p)) return {.T = T, .p = p, .reason = Reason::p_not_positive};
+    if (!fluid.has_eos()) return {.T = T, .p = p, .reason = fluid.eos_reason};
+    VolumeResult r{.T = T,
+                   .p = p,
+                   .PhaseRegion = phase_region(fluid, T, p),
+                   .eos = EOSParT(fluid, T),
+                   .roots = fluid.VPhaseOnly ? CubicRoots{} : CubicV(r.eos, p)};
     r.nRoots = r.roots.nRoots;
     r.reason = r.roots.reason;
-    if (r.reason != Reason::none) return r;
-    // At the critical point the three roots are one within rounding.
-    if (r.nRoots == 3 && r.PhaseRegion == 4) {
+    if (fluid.VPhaseOnly) {
+        vapor_only(fluid, r);
+    } else if (r.nRoots == 1) {
+        one_root(fluid, r, r.roots.VRoot[0]);
+    } else if (r.nRoots == 3 && r.PhaseRegion == 4) {
+        // At the critical point the three roots are one within rounding.
         r.roots = {.VRoot = {r.roots.VRoot[1], 0.0, 0.0}, .nRoots = 1};
         r.nRoots = 1;
-    }
-    if (r.nRoots == 1) {
         one_root(fluid, r, r.roots.VRoot[0]);
-    } else {
+    } else if (r.nRoots == 3) {
         three_roots(fluid, r);
     }
     return r;

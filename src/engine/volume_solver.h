@@ -28,15 +28,15 @@ CubicRoots CubicV(const EosAtT& eos, double p);
 struct VolumeResult {
     double T = 0, p = 0;           // as asked
     std::int16_t PhaseRegion = 0;  // phase_region, or 4 for a single root within 0.001 m^3/kmol of vcrEOS
+    EosAtT eos{};                  // a(T) .. d(T)
+    CubicRoots roots{};            // of a cubic equation
     bool LFlag = false, VFlag = false;  // both: saturation, or one fluid above the critical point
     double rhoV = 0, rhoL = 0;          // [kg/m^3]
     double vV = 0, vL = 0;              // [m^3/kmol]
-    CubicRoots roots;                   // of a cubic equation
     std::int16_t nRoots = 0;            // 1 or 3, 0 for an EOS of the V-phase only
-    EosAtT eos;                         // a(T) .. d(T)
     double Bvirial = 0;                 // B(T) of an EOS of the V-phase only
     double fd = 0, g1 = 0, g2 = 0;      // areas of three roots, see Areas in engine/saturation.h
-    std::string_view msg;               // what was found
+    std::string_view msg{};             // what was found
     Reason reason = Reason::none;
     std::int16_t err() const { return err_of(reason); }
 };

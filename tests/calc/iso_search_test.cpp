@@ -85,6 +85,12 @@ TEST(IsoSearch, takes_the_nearest_of_several_solutions) {
     EXPECT_NEAR(low.others[0], high.value, 1e-6 * high.value);
     EXPECT_NEAR(high.others[0], low.value, 1e-6 * low.value);
     EXPECT_NEAR(*b.run(Mode::functions, T, high.value).V->h, target, 1e-6);
+    // Where one will do it is still one of them, without the search for the other.
+    const IsoResult one = IsoSearch(
+        *b.fluid,
+        {.What = iso_find_p, .Column = iso_h, .Target = target, .given = T, .start = 10000.0, .all = false});
+    EXPECT_NEAR(one.value, 20000.0, 1e-4);
+    EXPECT_TRUE(one.others.empty());
 }
 
 // A vapor is no liquid at 2000 MPa: below T(cr) it ends at p(LV), a liquid at given p ends at T(LV), and
