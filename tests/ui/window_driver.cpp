@@ -1,5 +1,6 @@
 #include "ui/window_driver.h"
 
+#include "support/early_exit.h"
 #include "ui/frmQModell.h"
 #include "ui/frmQStoffWahl.h"
 #include "ui/look.h"
@@ -37,5 +38,5 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     quom::apply_look(app);
     ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
+    return quom::test::run_all_tests();
 }
