@@ -76,11 +76,13 @@ def main():
         path = COPY / "src" / name
         good = path.read_text(encoding="utf-8")
         path.write_text(good.replace(text, instead), encoding="utf-8")
-        caught = build() != 0 or tests() != 0
+        built = build() == 0
+        caught = built and tests() != 0
         path.write_text(good, encoding="utf-8")
         tried += 1
         found += caught
-        print(f"{number:3d} {'found ' if caught else 'MISSED'} {name}: {text} -> {instead}", flush=True)
+        word = "found" if caught else "MISSED" if built else "DOES NOT BUILD"
+        print(f"{number:3d} {word} {name}: {text} -> {instead}", flush=True)
     print(f"{found} of {tried} faults found")
     return 0 if 10 * found >= 9 * tried else 1
 
