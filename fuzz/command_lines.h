@@ -155,10 +155,12 @@ inline std::string fault_of(const CommandLine& line, const std::string& starter_
     if (status != 0 && err.empty()) return "no reason on standard error";
     if (status == 0 && out.empty()) return "no output";
     const bool own_words = out.find("Usage:") != std::string::npos;  // of the help
-    for (const std::string_view word : {"nan", "-nan", "inf", "NaN"}) {
-        if (!own_words && has_word(out, word)) return "the output has " + std::string(word);
+    // A refusal repeats what was typed, and a list without a result has "(Error)" for its pressure.
+    if (status == 0 && !own_words) {
+        for (const std::string_view word : {"nan", "inf", "NaN", "(Error)"}) {
+            if (has_word(out, word)) return "the output has " + std::string(word);
+        }
     }
-    if (out.find("(Error)") != std::string::npos) return "the output has (Error)";
     const bool wants_json = std::find(args.begin(), args.end(), "--json") != args.end();
     if (!wants_json || own_words || out.empty()) return {};
     const nlohmann::json json = nlohmann::json::parse(out, nullptr, false);

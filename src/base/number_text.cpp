@@ -297,6 +297,18 @@ std::string writeNum(float x) { return general(static_cast<double>(x), kFloatDig
 std::string genNum(double x) { return general(x, kDoubleDigits, true, ""); }
 std::string genNum(float x) { return general(static_cast<double>(x), kFloatDigits, true, ""); }
 
+namespace {
+
+double in_single(double x) {
+    const auto f = static_cast<float>(x);
+    return std::isnormal(f) || x == 0.0 ? static_cast<double>(f) : x;
+}
+
+}  // namespace
+
+std::string strSingle(double x) { return general(in_single(x), kFloatDigits, false, " "); }
+std::string genSingle(double x) { return general(in_single(x), kFloatDigits, true, ""); }
+
 std::string formatMask(double x, std::string_view mask) {
     if (!std::isfinite(x)) return std::string(kNotFinite);
     if (mask.empty()) return genNum(x);

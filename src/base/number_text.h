@@ -45,6 +45,11 @@ std::string genNum(double x);
 std::string genNum(float x);
 inline std::string genNum(int x) { return genNum(static_cast<double>(x)); }
 
+// The short and the general form of a double as the float it is stored as, with up to 7 digits; a number
+// beyond the range of floats is shown all the same.
+std::string strSingle(double x);
+std::string genSingle(double x);
+
 // Form by a mask: "0" digit always shown, "#" digit shown when significant, "." always printed, up to three
 // sections separated by ";" (positive and zero, negative, zero), exponent masks as "0.0000E+00".
 // Characters before and behind the digits of a section are printed as they stand; "%" has no meaning of its

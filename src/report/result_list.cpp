@@ -77,9 +77,7 @@ bool rests_on_eos(const ListWriter& w) {
 void parameter_lines(ListWriter& w) {
     if (!w.outcome.T) return;
     const std::string name(eos_text(w.fluid));
-    const auto row = [&w](std::string_view label, double x) {
-        w.line(std::string(label) + strNum(static_cast<float>(x)));
-    };
+    const auto row = [&w](std::string_view label, double x) { w.line(std::string(label) + strSingle(x)); };
     if (w.fluid.VPhaseOnly) {
         const ModeFamily family = w.info().family;
         const bool told = family != ModeFamily::database && family != ModeFamily::process &&
@@ -88,7 +86,7 @@ void parameter_lines(ListWriter& w) {
         const bool known = w.outcome.eos && w.outcome.eos->B.has_value();
         const double B = known ? *w.outcome.eos->B : VirialB(w.fluid, w.T());
         w.line("Virial coeffizient: (" + name + "):");
-        w.line("  B =" + strNum(static_cast<float>(B)) + " m^3/kmol");
+        w.line("  B =" + strSingle(B) + " m^3/kmol");
         return;
     }
     if (!rests_on_eos(w)) return;
@@ -204,17 +202,13 @@ const PhaseOutcome* ListWriter::column(Phase phase) const {
 
 void ListWriter::table_row(std::string_view name, std::string_view label, const std::optional<double>& L,
                            const std::optional<double>& V) {
-    const auto cell = [](const std::optional<double>& x) {
-        return x ? strNum(static_cast<float>(*x)) : std::string();
-    };
+    const auto cell = [](const std::optional<double>& x) { return x ? strSingle(*x) : std::string(); };
     const std::string row =
         text_padded(name, 17) + text_padded(label, 14) + " = " + text_padded(cell(L), ColumnWidth) + cell(V);
     line(trim_right(row));
 }
 
-std::string pressure_text(double p) {
-    return p < 0.01 ? genNum(static_cast<float>(p)) : value_text(p, Quantity::p);
-}
+std::string pressure_text(double p) { return p < 0.01 ? genSingle(p) : value_text(p, Quantity::p); }
 
 std::string value_text(double x, Quantity q) { return formatMask(x, quantity_info(q).value_mask); }
 

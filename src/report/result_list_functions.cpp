@@ -223,8 +223,7 @@ void write_database(ListWriter& w) {
     const auto energy_mode = static_cast<std::size_t>(w.settings.units.EnergyMode);
     show_specified(w);
     w.view.co1.text = " Calculation using the database function " + std::string(text->label) + " Fu(T)";
-    w.view.txtco2.text =
-        std::string(text->label) + genNum(static_cast<float>(*value * w.factor(text->quantity)));
+    w.view.txtco2.text = std::string(text->label) + genSingle(*value * w.factor(text->quantity));
     w.view.txtco2.text += text->units[energy_mode < text->units.size() ? energy_mode : 0];
     if (text->quantity == Quantity::rho) {
         w.line("v  /m^3/kmol = " + formatMask(w.fluid.M / *value, "##0.000###"));

@@ -100,7 +100,7 @@ void value_lines(ListWriter& w, double h) {
     const std::string value = label_text(units, Quantity::hLV) + " = " + heat_text(h);
     std::string entropy =
         "(entropy of vaporiz. delta(LV)s = delta(LV)h / T: " + label_text(units, Quantity::sLV);
-    entropy += " = " + strNum(static_cast<float>(h / w.T())) + ")";
+    entropy += " = " + strSingle(h / w.T()) + ")";
     w.ruler(value.size(), '-');
     w.line(value);
     w.ruler(value.size(), '-');
@@ -111,8 +111,8 @@ void value_lines(ListWriter& w, double h) {
 void compressibility_lines(ListWriter& w, const VaporizationOutcome& heat) {
     const bool benson = w.fluid.models.HLVKode == Hlv::evp_benson;
     w.line("Following compressibility factors z were used:");
-    if (heat.zL) w.line("z(L) = " + strNum(static_cast<float>(*heat.zL)));
-    if (heat.zV) w.line("z(V) = " + strNum(static_cast<float>(*heat.zV)));
+    if (heat.zL) w.line("z(L) = " + strSingle(*heat.zL));
+    if (heat.zV) w.line("z(V) = " + strSingle(*heat.zV));
     w.line("z(V) using " + std::string(eos_text(w.fluid)));
     w.line(benson ? "rho(L) for z(L) calculation (MATHIAS/CAILLETET/BENSON)"
                   : "rho(L) for z(L) calculation using database function rho(L) = Fu(T)");

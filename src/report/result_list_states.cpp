@@ -32,7 +32,7 @@ void critical_lines(ListWriter& w) {
     w.line(" p(cr) = " + formatMask(k.pcr, "#####.00") + " kPa");
     if (const double vcr = w.fluid.eos.vcrEOS; vcr > TinyT) {
         w.line("rho(cr) = " + formatMask(w.fluid.M / vcr, "####.0") + " kg/m^3");
-        w.line("  v(cr) = " + genNum(static_cast<float>(vcr)) + " m^3/kmol");
+        w.line("  v(cr) = " + genSingle(vcr) + " m^3/kmol");
     }
 }
 
@@ -49,7 +49,7 @@ void mixture_block(ListWriter& w) {
     const auto row = [&](Quantity q, const std::optional<double>& value) {
         if (!value) return;
         std::string line(quantity_info(q).mixture);
-        line += strNum(static_cast<float>(*value * w.factor(q)));
+        line += strSingle(*value * w.factor(q));
         if (const std::string_view unit = unit_text(units, q); !unit.empty()) line.append("  ").append(unit);
         w.line(line);
     };
@@ -101,8 +101,7 @@ void state_by_pressure(ListWriter& w) {
     if (!w.outcome.eos) return write_densities(w);
     w.view.co1.text = w.outcome.eos->msg;
     if (w.outcome.eos->B) {
-        w.view.txtco2.text =
-            " Virial coeff. B = " + genNum(static_cast<float>(*w.outcome.eos->B)) + "  m^3/kmol";
+        w.view.txtco2.text = " Virial coeff. B = " + genSingle(*w.outcome.eos->B) + "  m^3/kmol";
     }
     write_densities(w);
 }
@@ -135,8 +134,7 @@ void contents_lines(ListWriter& w) {
     const double V = t.VL + t.VV, m = t.mL + t.mV;
     w.line("Vapor fraction eta(V) = " + formatMask(t.y, "0.0#######"));
     w.line("volume fraction V-phase phi(V),% = " + formatMask(t.VV / V * 100.0, "0.0###") + " %");
-    w.line("Mass fraction = Mole fract. V-Phase y(V),% = " + strNum(static_cast<float>(t.mV / m * 100.0)) +
-           " %");
+    w.line("Mass fraction = Mole fract. V-Phase y(V),% = " + strSingle(t.mV / m * 100.0) + " %");
     w.line("");
     contents_row(w, "Volume                   V/m^3  =  ", t.VL, t.VV, "##0.0000##");
     contents_row(w, "Mass                      m/kg  =  ", t.mL, t.mV, "##0.0000##");

@@ -14,7 +14,7 @@ constexpr double LargePressure = 10000;  // [kPa], from it on two decimals
 
 std::string pressure_of(const std::optional<double>& p) {
     if (!p || !(*p > 0.0)) return {};
-    if (*p < SmallPressure) return genNum(static_cast<float>(*p)) + " kPa";
+    if (*p < SmallPressure) return genSingle(*p) + " kPa";
     return formatMask(*p, *p < LargePressure ? "###0.0##" : "######0.0#") + " kPa";
 }
 

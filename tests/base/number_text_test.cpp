@@ -218,5 +218,16 @@ TEST(NumberText, forms_read_back) {
     }
 }
 
+// A volume of 2.6E+39 m^3/kmol is a number, though no float holds it.
+TEST(NumberText, singles_beyond_the_range_of_floats) {
+    EXPECT_EQ(genSingle(0.1), "0.1");
+    EXPECT_EQ(strSingle(1.0 / 3.0), " .3333333");
+    EXPECT_EQ(genSingle(2.5876543219e39), "2.587654E+39");
+    EXPECT_EQ(genSingle(-6.9620191e-39), "-6.962019E-39");
+    EXPECT_EQ(strSingle(0.0), strNum(0.0f));
+    EXPECT_EQ(genSingle(1e-50), genNum(1e-50));
+    EXPECT_EQ(genSingle(HUGE_VAL), "(Error)");
+}
+
 }  // namespace
 }  // namespace quom
