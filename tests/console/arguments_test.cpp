@@ -4,8 +4,10 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "quomc_run.h"
+#include "support/reduced_database.h"
 
 namespace quom {
 namespace {
@@ -70,8 +72,6 @@ INSTANTIATE_TEST_SUITE_P(
                       Refused{"show #0", 1, "the list goes from #1 to #"},
                       Refused{"show #99999", 1, "from #1 to #"}, Refused{"show #one", 1, "from #1 to #"},
                       Refused{"find qqqqqqqq", 1, "contains \"qqqqqqqq\""},
-                      Refused{"state 3-Octanone --T 400 --p 10 --ref 2", 1, "conventional entropy"},
-                      Refused{"state R227ea --T 400 --p 10 --ref 10", 1, "enthalpy of formation"},
                       Refused{"state water --T 500 --rho 1500", 1, "is not above the covolume b = "},
                       Refused{"saturation water --T 650", 1, "650 K is not below T(cr) = 647.096 K"},
                       Refused{"saturation water --p 3e4", 1, "not below p(cr) = 22064 kPa"},
@@ -84,6 +84,24 @@ INSTANTIATE_TEST_SUITE_P(
                       Refused{"list --program-folder /nowhere/at/all", 3,
                               "\"/nowhere/at/all\" of --program-folder is not a folder"},
                       Refused{"models water --eos 7 --ji nowhere.dat", 3, "nowhere.dat"}));
+
+// A reference state without its data in the record.
+TEST(ReferenceState, what_the_record_lacks_is_named) {
+    for (const auto& [cell, ref, missing] : {std::tuple{89, 2, "conventional entropy"},
+                                             {85, 2, "enthalpy of formation"},
+                                             {85, 10, "enthalpy of formation"},
+                                             {87, 10, "Gibbs energy of formation"}}) {
+        const test::ReducedDatabase database(test::propane, {cell});
+        const std::string line =
+            "state propane --T 400 --p 10 --ref " + std::to_string(ref) + " --db " + database.path();
+        const CommandRun run = quomc(line), json = quomc("--json " + line);
+        EXPECT_EQ(run.status, 1) << missing;
+        EXPECT_THAT(run.err, HasSubstr(missing));
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(json.status, 1) << missing;
+        EXPECT_THAT(json.json()["message"].get<std::string>(), HasSubstr(missing));
+    }
+}
 
 // A database that is cut, foreign or whole, in the current folder.
 TEST(Databases, cut_foreign_and_whole) {

@@ -45,7 +45,7 @@ TEST_F(CalculationByHand, LeadsToEveryCalculation) {
         {"mnuCalc_sub_database_4", {"300"}, "cp_IdGas = 73.7219"},
         {"mnuCalc_sub_database_5", {"300"}, "cp(L) = "},
         {"mnuCalc_sub_sub_database_0", {"300"}, "998.923"},
-        {"mnuCalc_sub_sub_database_1", {"300"}, "997.797"},
+        {"mnuCalc_sub_sub_database_1", {"300"}, "997.975"},
         {"mnuCalc_sub_sub_database_2", {"230"}, "p(LV), Antoine (Lo-p) = "},
     };
     go_to_calculations();
