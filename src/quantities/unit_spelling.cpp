@@ -118,8 +118,9 @@ class Reader {
     }
     // "^-3", "-3", "3"; 1 where none stands.
     int exponent() {
-        const bool raised = rest_.starts_with('^');
-        if (raised) rest_.remove_prefix(1);
+        const std::string_view here = rest_;
+        const bool raised = take('^');
+        if (!raised) rest_ = here;
         const bool negative = rest_.starts_with('-');
         if (negative) rest_.remove_prefix(1);
         if (rest_.empty() || !is_digit(rest_.front())) {

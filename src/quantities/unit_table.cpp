@@ -40,7 +40,7 @@ struct UnitRow {
 // standard gravity 9.80665 m/s^2, 3rd CGPM 1901): 1 lb = 0.45359237 kg, 1 ft = 0.3048 m.
 constexpr double lb = 0.45359237;
 constexpr double ft3 = 0.3048 * 0.3048 * 0.3048;
-constexpr double psi = 6.894757293168;  // kPa: lb 9.80665 / (0.0254 m)^2
+constexpr double psi = lb * 9.80665 / (0.0254 * 0.0254) / 1e3;  // kPa: 6.894757293168361
 // International table (5th conference on the properties of steam, London 1956): 1 cal = 4.1868 J, and with
 // 1 BTU/(lb °F) = 1 kcal/(kg K): 1 BTU = 1055.05585262 J, 1 BTU/lb = 2.326 kJ/kg. Thermochemical: 1 cal
 // = 4.184 J.
