@@ -3,6 +3,7 @@
 
 #include "console/calc_setup.h"
 #include "console/command_reports.h"
+#include "report/comparison_report.h"
 #include "report/outcome_messages.h"
 #include "report/outcome_report.h"
 #include "report/result_list.h"
@@ -40,6 +41,11 @@ Report calc(Program& program, const CalcArguments& a) {
     if (program.options.json) return report;
     program.out << calc_text(session, outcome);
     report.sections.clear();
+    Block comparison = comparison_block(*session.fluid, outcome, session.document.units);
+    if (comparison.layout != Layout::json) {
+        program.out << '\n';
+        report.sections.emplace_back(std::move(comparison));
+    }
     report.notes.clear();
     return report;
 }
@@ -54,6 +60,7 @@ Report calc_report(const Session& session, const Outcome& outcome) {
     report.sections.emplace_back(mode_block(fluid, outcome, document.calc.setup));
     const UnitFactors factors = outcome_factors(fluid, outcome, document.units);
     report.sections.emplace_back(slot_block(calc_result(outcome, factors), document.units));
+    report.sections.emplace_back(comparison_block(fluid, outcome, document.units));
     if (document.calc.ExtLevel > 1) report.sections.emplace_back(derivative_grid(outcome));
     add_reservations(report, fluid, outcome);
     return report;

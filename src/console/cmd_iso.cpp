@@ -4,6 +4,7 @@
 #include "calc/iso_search.h"
 #include "console/selection.h"
 #include "forms/iso_form.h"
+#include "report/comparison_report.h"
 #include "report/outcome_report.h"
 
 namespace quom {
@@ -137,6 +138,7 @@ Report iso(Program& program, const IsoArguments& a) {
     report.sections.emplace_back(std::move(others));
     report.sections.emplace_back(
         phase_functions_grid(outcome, held.phase, units, outcome_factors(fluid, outcome, units)));
+    report.sections.emplace_back(comparison_block(fluid, outcome, units));
     add_reservations(report, fluid, outcome);
     return report;
 }

@@ -12,6 +12,7 @@
 #include "engine/saturation.h"
 #include "engine/vapor_pressure.h"
 #include "engine/vaporization_enthalpy.h"
+#include "report/comparison_report.h"
 #include "report/outcome_report.h"
 
 namespace quom {
@@ -249,6 +250,8 @@ Report saturation(Program& program, const SaturationArguments& a) {
     report.sections.emplace_back(eos_block(eos));
     report.sections.emplace_back(densities_table(fluid, Densities(fluid, units, factors), eos, evp, benson));
     report.sections.emplace_back(hlv_table(session, a, benson));
+    const RecordComparison compared = eos.found() ? compare_with_record(fluid, eos.T) : RecordComparison{};
+    report.sections.emplace_back(comparison_block(compared, units, factors));
     if (in_force.found()) {
         add_equilibrium_reservations(program, report, a);
     } else {

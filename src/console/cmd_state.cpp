@@ -3,6 +3,7 @@
 
 #include "console/command_reports.h"
 #include "console/selection.h"
+#include "report/comparison_report.h"
 #include "report/outcome_report.h"
 
 namespace quom {
@@ -41,6 +42,7 @@ Report state_report(const Session& session, const Outcome& outcome) {
         add_heads(report, session);
         report.sections.emplace_back(state_block(fluid, outcome));
         report.sections.emplace_back(functions_grid(outcome, units, outcome_factors(fluid, outcome, units)));
+        report.sections.emplace_back(comparison_block(fluid, outcome, units));
         for (Grid& grid : array_grids(outcome)) report.sections.emplace_back(std::move(grid));
     }
     add_reservations(report, fluid, outcome);

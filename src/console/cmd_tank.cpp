@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "console/calc_setup.h"
+#include "report/comparison_report.h"
 #include "report/outcome_report.h"
 
 namespace quom {
@@ -30,6 +31,7 @@ Report tank(Program& program, const TankArguments& a) {
         report.title = substance_head(fluid.substance) + "\n" + models_head(fluid.models);
         report.sections.emplace_back(tank_block(outcome));
         if (outcome.tank) report.sections.emplace_back(contents_grid(*outcome.tank));
+        report.sections.emplace_back(comparison_block(fluid, outcome, session.document.units));
         if (!outcome.p) report.notes.push_back("The tank is full of liquid; its pressure is not known.");
     }
     add_reservations(report, fluid, outcome);
