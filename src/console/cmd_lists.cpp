@@ -1,8 +1,6 @@
 // list, find: rows of the database.
 #include <memory>
 
-#include "base/code_page.h"
-#include "base/files.h"
 #include "console/name_matches.h"
 #include "console/selection.h"
 #include "substance/record.h"
@@ -49,31 +47,25 @@ Report list(Program& program) {
 
 Report find(Program& program, const std::string& text) {
     if (const Refused refused = load_database(program)) return refusal("find", *refused);
-    const Session& session = program.session;
-    const std::vector<NameMatch> matches = matching_substances(name_source(session), text);
+    const DatabaseFile& file = program.session.database;
+    const NameIndex names = name_index(program);
+    const std::vector<NameHit> hits = names.find(text);
+    if (hits.empty()) return refusal("find", nothing_contains(file, names, text));
     Report report;
-    if (matches.empty()) {
-        std::string near;
-        for (const NameMatch& match : near_substances(name_source(session), text, 5)) {
-            near += near.empty() ? " Near are: " : ", ";
-            near += main_name(session.database.rows[static_cast<std::size_t>(match.index) - 1].SubstanceName);
-        }
-        return refusal("find", {status_no_result, "No name, synonym, formula or CAS number contains \"" +
-                                                      text + "\"." + near + (near.empty() ? "" : ".")});
-    }
     Table table{"substances", "", columns, {}};
     // The last two give way to the synonym.
     table.columns.pop_back();
     table.columns.back() = {"synonym", "found by", ""};
-    for (const NameMatch& match : matches) {
+    for (const NameHit& hit : hits) {
         if (table.rows.size() == FindLimit) break;
-        table.rows.push_back(row_of(session.database, match.index));
+        table.rows.push_back(row_of(file, hit.index));
         table.rows.back().pop_back();
-        table.rows.back().back() = remark(match.via);
+        const bool shown = hit.kind <= NameKind::casrn;  // the row shows what matched
+        table.rows.back().back() = remark(shown ? std::string() : std::string(hit.name));
     }
-    report.title = std::to_string(matches.size()) + " substances with \"" + text + "\"";
-    if (matches.size() == 1) report.title = "1 substance with \"" + text + "\"";
-    if (matches.size() > FindLimit)
+    report.title = std::to_string(hits.size()) + " substances with \"" + text + "\"";
+    if (hits.size() == 1) report.title = "1 substance with \"" + text + "\"";
+    if (hits.size() > FindLimit)
         report.notes.push_back("Only the first " + std::to_string(FindLimit) +
                                " are shown; a longer text finds fewer.");
     report.sections.emplace_back(std::move(table));

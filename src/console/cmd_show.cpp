@@ -187,7 +187,7 @@ Block constants(const SubstanceConstants& k) {
 Report show(Program& program, const std::string& substance) {
     if (const Refused refused = load_database(program)) return refusal("show", *refused);
     Session& session = program.session;
-    if (const Refused refused = choose_substance(session, substance)) return refusal("show", *refused);
+    if (const Refused refused = choose_substance(program, substance)) return refusal("show", *refused);
     const SubstanceConstants& k = session.substance();
     Report report;
     report.title = substance_head(k);

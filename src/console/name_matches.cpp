@@ -1,12 +1,5 @@
 #include "console/name_matches.h"
 
-#include <algorithm>
-#include <functional>
-#include <map>
-#include <numeric>
-#include <optional>
-
-#include "base/code_page.h"
 #include "base/files.h"
 #include "substance/search.h"
 #include "substance/synonyms.h"
@@ -14,104 +7,76 @@
 namespace quom {
 namespace {
 
-// What names are compared by: upper case, normal spelling, without blanks and marks.
-std::string key_of(std::string_view name) {
-    std::string key(name);
-    NormalizeName(key);
-    return without_marks(normal_spelling(std::move(key)));
+constexpr std::size_t MostProposals = 3;
+constexpr std::size_t MostCandidates = 9;  // substances of one formula, in the sentence
+
+const SubstanceRow& row_of(const DatabaseFile& file, const NameHit& hit) {
+    return file.rows[static_cast<std::size_t>(hit.index) - 1];
 }
 
-using SynonymsByCas = std::map<std::string, std::vector<std::string>>;
+std::string in_quotes(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
-SynonymsByCas synonyms_of(const NameSource& source) {
-    SynonymsByCas by_cas;
-    const FileBytes file = read_file(find_in_folder(source.ProgramPath, SynonymFile));
-    if (!file.bytes) return by_cas;
-    for (SynonymBlock& block : read_synonym_blocks(*file.bytes))
-        by_cas.emplace(std::move(block.casrn), std::move(block.synonyms));
-    return by_cas;
-}
-
-// How a name matches; none when it does not.
-using Judge = std::function<std::optional<int>(const std::string& key)>;
-
-// The best match of every substance, best first. Names in the database count before synonyms.
-std::vector<NameMatch> best_matches(const NameSource& source, const Judge& judge, bool with_formula) {
-    const SynonymsByCas synonyms = synonyms_of(source);
-    std::vector<NameMatch> matches;
-    const auto& rows = source.file.rows;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        std::optional<NameMatch> best;
-        const auto offer = [&](std::string_view name, bool synonym) {
-            const std::optional<int> rank = judge(key_of(name));
-            if (!rank || (best && best->rank <= *rank)) return;
-            best = NameMatch{static_cast<int>(i) + 1, *rank, synonym ? std::string(name) : std::string()};
-        };
-        std::string_view names = rows[i].SubstanceName;
-        offer(names.substr(0, names.find(';')), false);
-        if (with_formula) {
-            offer(rows[i].SubstanceFormula, false);
-            offer(rows[i].SubstanceCAS, false);
-        }
-        while (names.find(';') != std::string_view::npos) {
-            names.remove_prefix(names.find(';') + 1);
-            offer(trim(names.substr(0, names.find(';'))), true);
-        }
-        const auto found = synonyms.find(rows[i].SubstanceCAS);
-        if (found != synonyms.end())
-            for (const std::string& name : found->second) offer(name, true);
-        if (best) matches.push_back(std::move(*best));
+// "A", "B" or "C"
+std::string any_of_names(const DatabaseFile& file, const std::vector<NameHit>& hits) {
+    std::string text;
+    for (std::size_t i = 0; i < hits.size(); ++i) {
+        if (i > 0) text += i + 1 < hits.size() ? ", " : " or ";
+        text += in_quotes(main_name(row_of(file, hits[i]).SubstanceName));
     }
-    std::stable_sort(matches.begin(), matches.end(),
-                     [](const NameMatch& a, const NameMatch& b) { return a.rank < b.rank; });
-    return matches;
+    return text;
 }
 
-// Letters to be changed, put in, left out or exchanged with the next (Damerau 1964), limit + 1 when there are
-// more.
-int letters_apart(const std::string& a, const std::string& b, int limit) {
-    const auto n = static_cast<int>(b.size());
-    if (std::abs(static_cast<int>(a.size()) - n) > limit) return limit + 1;
-    std::vector<int> before(b.size() + 1), row(b.size() + 1), next(b.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        next[0] = static_cast<int>(i);
-        for (std::size_t k = 1; k <= b.size(); ++k) {
-            next[k] = std::min({row[k] + 1, next[k - 1] + 1, row[k - 1] + (a[i - 1] != b[k - 1] ? 1 : 0)});
-            if (i > 1 && k > 1 && a[i - 1] == b[k - 2] && a[i - 2] == b[k - 1])
-                next[k] = std::min(next[k], before[k - 2] + 1);
-        }
-        before.swap(row);
-        row.swap(next);
+Table proposal_table(const DatabaseFile& file, const std::vector<NameHit>& hits) {
+    Table table{"proposals",
+                "",
+                {{"index", "#", ""}, {"StoffName", "name", ""}, {"StoffCAS", "CAS", ""}},
+                {},
+                Layout::json};
+    for (const NameHit& hit : hits) {
+        const SubstanceRow& row = row_of(file, hit);
+        table.rows.push_back({hit.index, main_name(row.SubstanceName), row.SubstanceCAS});
     }
-    return std::min(row[b.size()], limit + 1);
+    return table;
 }
 
 }  // namespace
 
-std::vector<NameMatch> matching_substances(const NameSource& source, std::string_view text) {
-    const std::string wanted = key_of(text);
-    if (wanted.empty()) return {};
-    const Judge contains = [&](const std::string& key) -> std::optional<int> {
-        const std::size_t at = key.find(wanted);
-        if (at == std::string::npos) return std::nullopt;
-        return key == wanted ? 0 : at == 0 ? 1 : 2;
-    };
-    return best_matches(source, contains, true);
+NameIndex name_index(Program& program) {
+    const SynonymFileBytes synonyms = read_synonym_file(program.session.ProgramPath);
+    if (!synonyms.fault.empty()) program.messages.ask(synonym_file_message(synonyms.fault));
+    return {program.session.database, synonyms.bytes};
 }
 
-std::vector<NameMatch> near_substances(const NameSource& source, std::string_view text, std::size_t count) {
-    const std::string wanted = key_of(text);
-    const int limit = std::min(3, static_cast<int>(text_length(wanted)) / 3);
-    const Judge near = [&](const std::string& key) -> std::optional<int> {
-        const int apart = letters_apart(key, wanted, limit);
-        return apart <= limit ? std::optional<int>(apart) : std::nullopt;
-    };
-    std::vector<NameMatch> matches;
-    if (limit > 0) matches = best_matches(source, near, false);
-    if (matches.empty()) matches = matching_substances(source, text);
-    if (matches.size() > count) matches.resize(count);
-    return matches;
+Fault unknown_substance(const DatabaseFile& file, const NameIndex& names, std::string_view text) {
+    const std::vector<NameHit> hits = names.proposals(text, MostProposals);
+    const std::string known = hits.empty()
+                                  ? ". \"quomc list\" shows all " + std::to_string(file.StoffAnzahl()) + "."
+                                  : "; did you mean " + any_of_names(file, hits) + "?";
+    return {status_no_result,
+            "There is no substance " + in_quotes(text) + " in " + name_part(file.path) + known,
+            {proposal_table(file, hits)}};
+}
+
+Fault ambiguous_substance(const DatabaseFile& file, const std::vector<NameHit>& hits, std::string_view text) {
+    std::string list;
+    for (std::size_t i = 0; i < hits.size() && i < MostCandidates; ++i) {
+        const SubstanceRow& row = row_of(file, hits[i]);
+        list += (list.empty() ? "" : ", ") + in_quotes(main_name(row.SubstanceName)) + " (" +
+                row.SubstanceCAS + ")";
+    }
+    if (hits.size() > MostCandidates) list += " ...";
+    return {status_no_result,
+            in_quotes(text) + " stands for " + std::to_string(hits.size()) + " substances: " + list +
+                ". Name one of them.",
+            {proposal_table(file, hits)}};
+}
+
+Fault nothing_contains(const DatabaseFile& file, const NameIndex& names, std::string_view text) {
+    const std::vector<NameHit> hits = names.near(text, MostProposals);
+    const std::string near = hits.empty() ? "." : "; did you mean " + any_of_names(file, hits) + "?";
+    return {status_no_result,
+            "No name, synonym, formula or CAS number contains " + in_quotes(text) + near,
+            {proposal_table(file, hits)}};
 }
 
 }  // namespace quom

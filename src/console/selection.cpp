@@ -6,6 +6,7 @@
 #include "base/code_page.h"
 #include "base/files.h"
 #include "base/number_text.h"
+#include "console/name_matches.h"
 #include "engine/tovarn_ji.h"
 #include "forms/model_form.h"
 #include "forms/options_form.h"
@@ -24,18 +25,6 @@ Fault wrong(std::string message) { return {status_usage, std::move(message)}; }
 int database_kind(std::string_view path) {
     const std::string name = upper_text(path);
     return name.ends_with(".Q07") ? 7 : name.ends_with(".Q06") ? 6 : 0;
-}
-
-std::string unknown_substance(const Session& session, std::string_view text) {
-    const DatabaseFile& file = session.database;
-    std::string near;
-    for (const NameMatch& match : near_substances(name_source(session), text, 5)) {
-        near += near.empty() ? "" : ", ";
-        near += main_name(file.rows[static_cast<std::size_t>(match.index) - 1].SubstanceName);
-    }
-    return "There is no substance \"" + std::string(text) + "\" in " + name_part(file.path) + ". " +
-           (near.empty() ? "\"quomc list\" shows all " + std::to_string(file.StoffAnzahl()) + "."
-                         : "Is it one of: " + near + "?");
 }
 
 // Index for "#12"; a fault for one that is not in the list.
@@ -180,17 +169,23 @@ Refused load_database(Program& program) {
     return Fault{status_file, loaded.fault};
 }
 
-Refused choose_substance(Session& session, std::string_view text) {
+Refused choose_substance(Program& program, std::string_view text) {
+    Session& session = program.session;
     int chosen = 0;
     if (text.starts_with('#')) {
         const Index index = index_of(session.database, text);
         if (index.refused) return index.refused;
         chosen = index.index;
     } else {
-        const SubstanceHit hit = FindSubstance(session.database, session.ProgramPath, text);
-        if (hit.found) chosen = hit.index;
+        chosen = find_in_tables(session.database, text);
     }
-    if (chosen == 0) return no_result(unknown_substance(session, text));
+    if (chosen == 0) {
+        const NameIndex names = name_index(program);
+        const std::vector<NameHit> hits = names.named(text);
+        if (hits.empty()) return unknown_substance(session.database, names, text);
+        if (hits.size() > 1) return ambiguous_substance(session.database, hits, text);
+        chosen = hits.front().index;
+    }
     SelectSubstance(session, chosen);
     if (session.document.substance.StoffIndexAktiv != chosen)
         return Fault{status_file, "The record of substance #" + std::to_string(chosen) +
@@ -208,7 +203,7 @@ Refused apply_models(Program& program, const ModelOptions& o) {
 
 Refused prepare(Program& program, std::string_view substance, const ModelOptions& options) {
     if (Refused refused = load_database(program)) return refused;
-    if (Refused refused = choose_substance(program.session, substance)) return refused;
+    if (Refused refused = choose_substance(program, substance)) return refused;
     return apply_models(program, options);
 }
 
@@ -217,7 +212,5 @@ void add_heads(Report& report, const Session& session) {
         substance_block(session.substance(), session.document.substance.StoffIndexAktiv));
     report.sections.emplace_back(models_block(session.document.models));
 }
-
-NameSource name_source(const Session& session) { return {session.database, session.ProgramPath}; }
 
 }  // namespace quom

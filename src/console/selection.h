@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "console/commands.h"
-#include "console/name_matches.h"
 
 namespace quom {
 
@@ -16,9 +15,9 @@ using Refused = std::optional<Fault>;
 // Finds the program folder and loads the database of --db or the starter database.
 Refused load_database(Program& program);
 
-// Makes the substance named by SUBSTANCE the one in force. Refused with the names that are near when there is
-// none.
-Refused choose_substance(Session& session, std::string_view text);
+// Makes the substance named by SUBSTANCE the one in force. Refused with proposals when there is none, or when
+// the text stands for several.
+Refused choose_substance(Program& program, std::string_view text);
 
 // Selects models, reference state and units for the substance in force.
 Refused apply_models(Program& program, const ModelOptions& options);
@@ -28,7 +27,5 @@ Refused prepare(Program& program, std::string_view substance, const ModelOptions
 
 // "substance" and "models" of the JSON object.
 void add_heads(Report& report, const Session& session);
-
-NameSource name_source(const Session& session);
 
 }  // namespace quom

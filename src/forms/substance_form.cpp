@@ -1,5 +1,7 @@
 #include "forms/substance_form.h"
 
+#include <numeric>
+
 #include "forms/refusal.h"
 #include "substance/database.h"
 
@@ -17,11 +19,13 @@ std::string substance_caption(const DatabaseFile& file) {
     return "Select a substance (in total  " + std::to_string(file.StoffAnzahl()) + ")";
 }
 
-std::vector<int> filtered_rows(const DatabaseFile& file, std::string_view text) {
+std::vector<int> filtered_rows(const NameIndex& names, int count, std::string_view text) {
     std::vector<int> indices;
-    for (int index = 1; index <= file.StoffAnzahl(); ++index)
-        if (row_holds(file.rows[static_cast<std::size_t>(index - 1)], text)) indices.push_back(index);
-    return indices.empty() && !text.empty() ? filtered_rows(file, {}) : indices;
+    for (const NameHit& hit : names.find(text)) indices.push_back(hit.index);
+    if (!indices.empty()) return indices;
+    indices.resize(static_cast<std::size_t>(count));
+    std::iota(indices.begin(), indices.end(), 1);
+    return indices;
 }
 
 SubstanceBoxes substance_boxes(const DatabaseFile& file, int index) {

@@ -6,6 +6,7 @@
 
 #include "base/messages.h"
 #include "session/session.h"
+#include "substance/name_index.h"
 #include "substance/search.h"
 
 namespace quom {
@@ -18,8 +19,9 @@ Message substance_not_readable();
 // "Select a substance (in total  496)".
 std::string substance_caption(const DatabaseFile& file);
 
-// Indices (1-based) of the rows that hold the text; all of them for an empty text, and when no row holds it.
-std::vector<int> filtered_rows(const DatabaseFile& file, std::string_view text);
+// Indices (1-based) of the rows of a list of count substances that the text is found in, best first; all of them
+// in their order for an empty text, and when nothing is found.
+std::vector<int> filtered_rows(const NameIndex& names, int count, std::string_view text);
 
 // What the boxes tell of a row.
 struct SubstanceBoxes {

@@ -109,6 +109,7 @@ struct Report {
 struct Fault {
     ReportStatus status = status_no_result;
     std::string message;
+    std::vector<Section> sections{};  // what helps a program, "proposals"
 };
 Report refusal(std::string command, Fault fault);
 

@@ -197,6 +197,7 @@ Report refusal(std::string command, Fault fault) {
     report.command = std::move(command);
     report.status = fault.status;
     report.message = std::move(fault.message);
+    report.sections = std::move(fault.sections);
     return report;
 }
 

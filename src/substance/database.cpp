@@ -56,6 +56,7 @@ SubstanceRow unpack_row(std::string_view record, const RecordLayout& layout, boo
     row.SubstanceNo = record_i16(record, layout.SystemNo);
     row.SubstanceFormula = trim_right(text_left(record_text(record, layout.Formula), 12));
     row.SubstanceName = trim(record_text(record, layout.Name(Englisch)));
+    row.OtherName = trim(record_text(record, layout.Name(!Englisch)));
     row.SubstanceCAS = record_text(record, layout.CASRN);
     return row;
 }

@@ -13,6 +13,7 @@ struct SubstanceRow {
     std::int16_t SubstanceNo = 0;  // system number
     std::string SubstanceFormula;  // 12 characters at most
     std::string SubstanceName;     // name of the language in force with its synonyms
+    std::string OtherName;         // the same of the other language
     std::string SubstanceCAS;
 };
 

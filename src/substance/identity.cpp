@@ -1,6 +1,9 @@
 #include "substance/identity.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
+#include <vector>
 
 namespace quom {
 namespace {
@@ -26,28 +29,89 @@ bool is_upper(char c) { return c >= 'A' && c <= 'Z'; }
 bool is_lower(char c) { return c >= 'a' && c <= 'z'; }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
+constexpr int most_atoms = 9999;
+
+// Takes the element off the front of a formula; null and nothing taken when there is none.
+const Element* take_element(std::string_view& formula) {
+    if (formula.empty() || !is_upper(formula.front())) return nullptr;
+    const std::size_t letters = formula.size() > 1 && is_lower(formula[1]) ? 2 : 1;
+    const auto element = std::find_if(std::begin(elements), std::end(elements), [&](const Element& e) {
+        return e.symbol == formula.substr(0, letters);
+    });
+    if (element == std::end(elements)) return nullptr;
+    formula.remove_prefix(letters);
+    return element;
+}
+
+// Takes the number of atoms off the front, 1 when none is written; -1 when there are too many.
+int take_count(std::string_view& formula) {
+    if (formula.empty() || !is_digit(formula.front())) return 1;
+    int count = 0;
+    for (; !formula.empty() && is_digit(formula.front()); formula.remove_prefix(1)) {
+        count = 10 * count + (formula.front() - '0');
+        if (count > most_atoms) return -1;
+    }
+    return count;
+}
+
+using Atoms = std::map<std::string_view, int>;
+
+std::string text_of(Atoms atoms) {
+    std::string text;
+    const auto write = [&](std::string_view symbol, int count) {
+        if (count > 0) text += std::string(symbol) + (count > 1 ? std::to_string(count) : std::string());
+    };
+    if (atoms.contains("C")) {
+        for (const std::string_view first : {"C", "H"}) {
+            write(first, atoms[first]);
+            atoms.erase(first);
+        }
+    }
+    for (const auto& [symbol, count] : atoms) write(symbol, count);
+    return text;
+}
+
 }  // namespace
 
 std::optional<double> molar_mass(std::string_view formula) {
     if (formula.empty()) return std::nullopt;
     double M = 0.0;
-    for (std::size_t k = 0; k < formula.size();) {
-        if (!is_upper(formula[k])) return std::nullopt;
-        const std::size_t letters = k + 1 < formula.size() && is_lower(formula[k + 1]) ? 2 : 1;
-        const auto element = std::find_if(std::begin(elements), std::end(elements), [&](const Element& e) {
-            return e.symbol == formula.substr(k, letters);
-        });
-        if (element == std::end(elements)) return std::nullopt;
-        k += letters;
-        int count = 0;
-        const std::size_t digits = k;
-        for (; k < formula.size() && is_digit(formula[k]); ++k) {
-            count = 10 * count + (formula[k] - '0');
-            if (count > 9999) return std::nullopt;
-        }
-        M += element->mass * (k == digits ? 1 : count);
+    while (!formula.empty()) {
+        const Element* element = take_element(formula);
+        const int count = element == nullptr ? 0 : take_count(formula);
+        if (count < 0 || element == nullptr) return std::nullopt;
+        M += element->mass * count;
     }
     return M;
+}
+
+std::optional<std::string> hill_formula(std::string_view formula) {
+    if (formula.empty()) return std::nullopt;
+    std::vector<Atoms> groups(1);  // the formula and the brackets that are open in it
+    while (!formula.empty()) {
+        Atoms taken;
+        if (formula.front() == '(') {
+            formula.remove_prefix(1);
+            groups.emplace_back();
+            continue;
+        }
+        if (formula.front() == ')') {
+            formula.remove_prefix(1);
+            if (groups.size() == 1) return std::nullopt;
+            taken = std::move(groups.back());
+            groups.pop_back();
+        } else if (const Element* element = take_element(formula)) {
+            taken[element->symbol] = 1;
+        }
+        const int count = take_count(formula);
+        if (taken.empty() || count < 0) return std::nullopt;
+        for (const auto& [symbol, n] : taken) {
+            groups.back()[symbol] += n * count;
+            if (groups.back()[symbol] > most_atoms) return std::nullopt;
+        }
+    }
+    if (groups.size() > 1) return std::nullopt;
+    return text_of(groups.front());
 }
 
 bool is_cas_number(std::string_view text) {

@@ -16,26 +16,24 @@ Message not_found(std::string text) {
         .title = "ERROR: Selection of a substance", .text = std::move(text), .kind = MessageKind::warning};
 }
 
-// First substance whose main name or CAS number is the text; 0 when there is none.
-int find_in_tables(const DatabaseFile& file, const std::string& wanted) {
-    const auto hit = std::ranges::find_if(file.rows, [&](const SubstanceRow& row) {
-        return trim(row.SubstanceCAS) == wanted || upper_text(main_name(row.SubstanceName)) == wanted;
-    });
-    return hit == file.rows.end() ? 0 : static_cast<int>(hit - file.rows.begin()) + 1;
-}
-
 }  // namespace
 
 std::string main_name(std::string_view SubstanceName) {
     return std::string(trim(SubstanceName.substr(0, SubstanceName.find(';'))));
 }
 
+int find_in_tables(const DatabaseFile& file, std::string_view text) {
+    const std::string wanted = upper_text(trim_right(text));
+    if (wanted.empty()) return 0;
+    const auto hit = std::ranges::find_if(file.rows, [&](const SubstanceRow& row) {
+        return trim(row.SubstanceCAS) == wanted || upper_text(main_name(row.SubstanceName)) == wanted;
+    });
+    return hit == file.rows.end() ? 0 : static_cast<int>(hit - file.rows.begin()) + 1;
+}
+
 SubstanceHit FindSubstance(const DatabaseFile& file, std::string_view ProgramPath, std::string_view text,
                            int marked) {
-    const std::string wanted = upper_text(trim_right(text));
-    if (!wanted.empty())
-        if (const int index = find_in_tables(file, wanted); index != 0)
-            return {.index = index, .found = true};
+    if (const int index = find_in_tables(file, text); index != 0) return {.index = index, .found = true};
 
     const SynonymHit synonym = FindSynonym(ProgramPath, text);
     if (!synonym.found) return {.index = marked, .message = not_found("Nothing found.")};
@@ -63,13 +61,6 @@ SystemNoEntry enter_system_no(const DatabaseFile& file, std::string_view text, i
 std::string substance_list_line(int index, const SubstanceRow& row) {
     return text_padded(std::to_string(index), 6) + text_padded(row.SubstanceFormula, 12) + " " +
            text_padded(row.SubstanceName, 107);
-}
-
-bool row_holds(const SubstanceRow& row, std::string_view text) {
-    const std::string wanted = upper_text(trim(text));
-    for (const std::string* field : {&row.SubstanceFormula, &row.SubstanceName, &row.SubstanceCAS})
-        if (upper_text(*field).find(wanted) != std::string::npos) return true;
-    return false;
 }
 
 void NameMemory::add(std::string name) {

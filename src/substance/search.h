@@ -10,6 +10,10 @@
 
 namespace quom {
 
+// Index of the first substance whose main name or CAS number is the text, in any case of letters; 0 when
+// there is none.
+int find_in_tables(const DatabaseFile& file, std::string_view text);
+
 struct SubstanceHit {
     int index = 0;  // 1-based; the row marked before when nothing was found
     bool found = false;
@@ -35,10 +39,6 @@ std::string main_name(std::string_view SubstanceName);
 // The list of substances: its header, and the line of row index (1-based).
 inline constexpr const char* SubstanceListHeader = " ser. #     Formula                  Name of substance";
 std::string substance_list_line(int index, const SubstanceRow& row);
-
-// True when a row holds the text in its formula, name, synonyms or CAS number, in any case of letters; an
-// empty text is in every row.
-bool row_holds(const SubstanceRow& row, std::string_view text);
 
 // The names looked up last, at most eight, oldest first; a name that is there already is not added again.
 class NameMemory {

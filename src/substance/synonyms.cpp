@@ -1,5 +1,9 @@
 #include "substance/synonyms.h"
 
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
 #include "base/code_page.h"
 #include "base/dates.h"
 #include "base/files.h"
@@ -91,7 +95,58 @@ Message cas_not_listed() {
 
 std::string synonym_path(std::string_view ProgramPath) { return resolve_path(SynonymFile, ProgramPath); }
 
+// Digits and hyphens with a hyphen among them, "00-00-0" too.
+bool has_form_of_casrn(std::string_view line) {
+    return line.size() <= 12 && line.find('-') != std::string_view::npos &&
+           line.find_first_not_of("0123456789-") == std::string_view::npos;
+}
+
+// What speaks against the bytes; empty when nothing does.
+std::string content_fault(std::string_view bytes) {
+    SynonymLines lines(bytes);
+    const std::string_view first = lines.next_cas();
+    const std::string rule = ": a CAS number with its names is right, block after block, and END";
+    if (trim(bytes).empty()) return "is empty" + rule;
+    if (first != "END" && !has_form_of_casrn(first)) return "is no file of synonyms" + rule;
+    return {};
+}
+
+// The last line that is not empty is END.
+bool has_end(std::string_view bytes) {
+    const std::size_t last = bytes.find_last_not_of(" \r\n\x1A");
+    const std::string_view text = bytes.substr(0, last == std::string_view::npos ? 0 : last + 1);
+    return text == "END" || text.ends_with("\nEND");
+}
+
 }  // namespace
+
+SynonymFileBytes read_synonym_file(std::string_view ProgramPath) {
+    const std::string path = find_in_folder(ProgramPath, SynonymFile);
+    if (path.empty())
+        return {.bytes = {},
+                .fault = "The program folder \"" + std::string(ProgramPath) + "\" has no file of synonyms " +
+                         SynonymFile + ": only the names of the database are found."};
+    std::error_code unknown;
+    const std::uintmax_t size = std::filesystem::file_size(path, unknown);
+    if (!unknown && size > MostSynonymBytes)
+        return {.bytes = {},
+                .fault = "The file of synonyms \"" + path + "\" has " + std::to_string(size) +
+                         " bytes, at most " + std::to_string(MostSynonymBytes) +
+                         " (64 MB) are read: only the names of the database are found."};
+    FileBytes file = read_file(path);
+    if (!file.bytes)
+        return {.bytes = {}, .fault = file.fault + ": only the names of the database are found."};
+    if (const std::string fault = content_fault(*file.bytes); !fault.empty())
+        return {.bytes = {}, .fault = "\"" + path + "\" " + fault + "."};
+    SynonymFileBytes good{.bytes = std::move(*file.bytes), .fault = {}};
+    if (!has_end(good.bytes))
+        good.fault = "The file of synonyms \"" + path + "\" has no line END, it may be cut off.";
+    return good;
+}
+
+Message synonym_file_message(const std::string& fault) {
+    return {.title = "File of synonyms", .text = fault, .kind = MessageKind::warning};
+}
 
 void NormalizeName(std::string& name) {
     name = upper_text(name);
@@ -135,7 +190,7 @@ SynonymHit find_synonym(std::string_view file_bytes, std::string_view name) {
 }
 
 SynonymHit FindSynonym(std::string_view ProgramPath, std::string_view name) {
-    return find_synonym(read_file(synonym_path(ProgramPath)).bytes.value_or(std::string()), name);
+    return find_synonym(read_synonym_file(ProgramPath).bytes, name);
 }
 
 SynonymHead split_head(std::string_view head_bytes) {
@@ -185,7 +240,7 @@ SynonymList list_synonyms(std::string_view file_bytes, std::string_view casrn) {
 
 SynonymList FindSynonymVonCAS(std::string_view ProgramPath, std::string_view casrn) {
     const std::string path = synonym_path(ProgramPath);
-    SynonymList list = list_synonyms(read_file(path).bytes.value_or(std::string()), casrn);
+    SynonymList list = list_synonyms(read_synonym_file(ProgramPath).bytes, casrn);
     list.date = file_date_text(path);
     if (list.err != 0) list.message = cas_not_listed();
     return list;

@@ -35,6 +35,18 @@ struct SynonymHit {
 };
 // Looks a name, synonym or CAS number up in the bytes of a synonym file.
 SynonymHit find_synonym(std::string_view file_bytes, std::string_view name);
+// The file of synonyms of a program folder. fault: one sentence when it is missing, cannot be read, is larger
+// than MostSynonymBytes or no file of synonyms (bytes are empty then), or when its end is missing (bytes are
+// there).
+struct SynonymFileBytes {
+    std::string bytes;
+    std::string fault;
+};
+inline constexpr std::uintmax_t MostSynonymBytes = 64u << 20;
+SynonymFileBytes read_synonym_file(std::string_view ProgramPath);
+// "File of synonyms": the fault as a message to the user.
+Message synonym_file_message(const std::string& fault);
+
 // The same in the file of the program folder; a missing file finds nothing.
 SynonymHit FindSynonym(std::string_view ProgramPath, std::string_view name);
 

@@ -57,33 +57,50 @@ class SubstanceLines : public QAbstractListModel {
 
 }  // namespace
 
-// Shows the lines that hold what is being typed; all of them while nothing is typed or nothing holds it.
+// Shows the lines that what is being typed is found in, best first; all of them while nothing is typed or found.
 class SubstanceFilter : public QSortFilterProxyModel {
  public:
-    explicit SubstanceFilter(const Session& session) : lines_(session) { setSourceModel(&lines_); }
-    void reload() {
+    explicit SubstanceFilter(const Session& session) : session_(session), lines_(session) {
+        setSourceModel(&lines_);
+    }
+    // Takes the names of the database in force; returns what is wrong with the file of synonyms.
+    std::string reload() {
+        SynonymFileBytes synonyms = read_synonym_file(session_.ProgramPath);
+        names_ = NameIndex(session_.database, synonyms.bytes);
         lines_.reload();
         set_text({});
+        return std::move(synonyms.fault);
     }
     void set_text(const std::string& text) {
-        text_ = text;
-        invalidateFilter();
-        if (rowCount() > 0 || text_.empty()) return;
-        text_.clear();
-        invalidateFilter();
+        const int count = session_.database.StoffAnzahl();
+        const std::vector<int> shown = filtered_rows(names_, count, text);
+        filtered_ = !names_.find(text).empty();
+        place_.assign(static_cast<std::size_t>(count), 0);
+        for (std::size_t i = 0; i < shown.size(); ++i)
+            place_[static_cast<std::size_t>(shown[i]) - 1] = static_cast<int>(i) + 1;
+        invalidate();
+        sort(0);
     }
     int index_of(const QModelIndex& at) const { return at.isValid() ? mapToSource(at).row() + 1 : 0; }
     QModelIndex at_index(int index) const { return mapFromSource(lines_.index(index - 1)); }
-    bool is_filtered() const { return !text_.empty(); }
+    bool is_filtered() const { return filtered_; }
 
  protected:
-    bool filterAcceptsRow(int row, const QModelIndex&) const override {
-        return text_.empty() || row_holds(lines_.row(row), text_);
+    bool filterAcceptsRow(int row, const QModelIndex&) const override { return place(row) != 0; }
+    bool lessThan(const QModelIndex& a, const QModelIndex& b) const override {
+        return place(a.row()) < place(b.row());
     }
 
  private:
+    int place(int row) const {
+        const auto at = static_cast<std::size_t>(row);
+        return at < place_.size() ? place_[at] : 0;
+    }
+    const Session& session_;
     SubstanceLines lines_;
-    std::string text_;
+    NameIndex names_;
+    std::vector<int> place_;  // of each row in the list shown, from 1; 0: not shown
+    bool filtered_ = false;
 };
 
 frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)

@@ -66,16 +66,19 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     substances, Refusals,
-    ::testing::Values(Refused{"show watre", 1,
-                              "There is no substance \"watre\" in quom.q07. Is it one of: Water"},
-                      Refused{"show qqqqqqqq", 1, "\"quomc list\" shows all "},
-                      Refused{"show #0", 1, "the list goes from #1 to #"},
-                      Refused{"show #99999", 1, "from #1 to #"}, Refused{"show #one", 1, "from #1 to #"},
-                      Refused{"find qqqqqqqq", 1, "contains \"qqqqqqqq\""},
-                      Refused{"state water --T 500 --rho 1500", 1, "is not above the covolume b = "},
-                      Refused{"saturation water --T 650", 1, "650 K is not below T(cr) = 647.096 K"},
-                      Refused{"saturation water --p 3e4", 1, "not below p(cr) = 22064 kPa"},
-                      Refused{"state water --T 300 --p 1 --volume 2 --eos 16", 1, "does not provide V(cr)"}));
+    ::testing::Values(
+        Refused{"show watre", 1, "There is no substance \"watre\" in quom.q07; did you mean \"Water\"?"},
+        Refused{"show C4H10", 1,
+                "\"C4H10\" stands for 2 substances: \"Butane\" (106-97-8), \"Isobutane\" (75-28-5)"},
+        Refused{"state etanol --T 300 --p 100", 1, "did you mean \"Ethanol\"?"},
+        Refused{"find Etanol", 1, "contains \"Etanol\"; did you mean \"Ethanol\"?"},
+        Refused{"show qqqqqqqq", 1, "\"quomc list\" shows all "},
+        Refused{"show #0", 1, "the list goes from #1 to #"}, Refused{"show #99999", 1, "from #1 to #"},
+        Refused{"show #one", 1, "from #1 to #"}, Refused{"find qqqqqqqq", 1, "contains \"qqqqqqqq\""},
+        Refused{"state water --T 500 --rho 1500", 1, "is not above the covolume b = "},
+        Refused{"saturation water --T 650", 1, "650 K is not below T(cr) = 647.096 K"},
+        Refused{"saturation water --p 3e4", 1, "not below p(cr) = 22064 kPa"},
+        Refused{"state water --T 300 --p 1 --volume 2 --eos 16", 1, "does not provide V(cr)"}));
 
 INSTANTIATE_TEST_SUITE_P(
     files, Refusals,

@@ -1,9 +1,11 @@
 // What the commands find, against figures of other origin and identities.
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 
 #include "base/code_page.h"
 #include "base/constants.h"
@@ -23,8 +25,43 @@ TEST(Lists, every_way_to_name_a_substance) {
     EXPECT_EQ(found("show Kohlendioxyd")["substance"]["StoffCAS"], "124-38-9");
     EXPECT_EQ(found("find 7732-18")["substances"][0]["StoffName"], "Water");
     EXPECT_EQ(found("find zyklohexan")["substances"][0]["StoffName"], "Cyclohexane");
-    EXPECT_THAT(quomc("show ethnol").err, HasSubstr("Ethanol"));
+    for (const char* name : {"CO2", "co2", "kohlen-dioxid", "124-38-9"})
+        EXPECT_EQ(found(std::string("show ") + name)["substance"]["StoffCAS"], "124-38-9") << name;
+    EXPECT_EQ(found("show CH3OH")["substance"]["StoffName"], "Methanol");
+    EXPECT_EQ(found("find butan")["substances"][1]["StoffName"], "Butanal");
     EXPECT_GT(found("list")["substances"].size(), 400u);
+}
+
+TEST(Lists, proposals_for_programs) {
+    const Json near = quomc("show propan3 --json").json();
+    EXPECT_EQ(near["proposals"][0]["StoffCAS"], "74-98-6");
+    EXPECT_LE(near["proposals"].size(), 3u);
+    EXPECT_EQ(quomc("show C4H10 --json").json()["proposals"].size(), 2u);
+    EXPECT_EQ(quomc("find qqqqqqqq --json").json()["proposals"], Json::array());
+    EXPECT_EQ(quomc("show propan3").out, "");
+}
+
+// Without its file of synonyms the program says so, once, and finds the names of the database all the same.
+TEST(Lists, a_missing_or_foreign_file_of_synonyms_is_said) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / ("quomc-names-" + std::to_string(::getpid()));
+    fs::create_directories(folder);
+    fs::copy_file(fs::path(QUOM_STARTER_DATA) / "quom.q07", folder / "quom.q07",
+                  fs::copy_options::overwrite_existing);
+    const std::string here = "--program-folder " + folder.string() + " ";
+    for (const char* said : {"has no file of synonyms SYNOM7.TXT", "is no file of synonyms"}) {
+        for (const char* line : {"find wasser", "show Wasser", "show H2O", "state Wasser --T 300 --p 100"}) {
+            const CommandRun run = quomc(here + line);
+            EXPECT_EQ(run.status, 0) << line << run.err;
+            const std::size_t at = run.err.find(said);
+            EXPECT_NE(at, std::string::npos) << line;
+            EXPECT_EQ(run.err.find(said, at + 1), std::string::npos) << "once";
+        }
+        EXPECT_EQ(quomc(here + "show water").err, "") << "needs no synonyms";
+        EXPECT_EQ(quomc(here + "show dihydrogen~oxide").status, 1);
+        EXPECT_EQ(write_file_atomic((folder / "SYNOM7.TXT").string(), "Dear friend,\n"), "");
+    }
+    fs::remove_all(folder);
 }
 
 TEST(Show, constants_units_and_ranges) {
