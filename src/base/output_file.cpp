@@ -7,9 +7,12 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <charconv>
 #include <climits>
 #include <cstring>
 #include <filesystem>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 #include "base/files.h"
@@ -45,10 +48,23 @@ int take_place(const std::string& name) {
 // Where the bytes of a path belong.
 struct Destination {
     std::string target;  // the file behind the links
-    bool exists = false, direct = false;
-    mode_t mode = 0;  // of the old file
-    int fault = 0;    // errno
+    bool exists = false;
+    bool direct = false;  // no regular file that could be replaced
+    int descriptor = -1;  // of this program, for /dev/stdout and its like
+    mode_t mode = 0;      // of the old file
+    int fault = 0;        // errno
 };
+
+// The descriptor that a path below /proc/self/fd stands for; none else.
+std::optional<int> own_descriptor(const fs::path& path) {
+    std::error_code none;
+    const fs::path folder = fs::canonical(path.parent_path(), none);
+    if (none || folder != fs::canonical("/proc/self/fd", none) || none) return std::nullopt;
+    const std::string name = path.filename().string();
+    int fd = -1;
+    const auto [end, fault] = std::from_chars(name.data(), name.data() + name.size(), fd);
+    return fault == std::errc() && *end == '\0' ? std::optional(fd) : std::nullopt;
+}
 
 Destination destination_of(const std::string& path) {
     Destination to{.target = path};
@@ -63,14 +79,20 @@ Destination destination_of(const std::string& path) {
     // A link stays a link: its target is replaced, or made where it is missing.
     std::error_code no_link;
     for (int hop = 0; hop < 40 && !to.direct && to.fault == 0; ++hop) {
-        const fs::path next = fs::read_symlink(to.target, no_link);
+        const fs::path here(to.target), next = fs::read_symlink(here, no_link);
         if (no_link) break;
-        // /dev/stdout and its like: a file that is open already, with its own place in it.
-        to.direct = to.target.starts_with("/proc/");
-        if (!to.direct) to.target = (fs::path(to.target).parent_path() / next).string();
+        to.descriptor = own_descriptor(here).value_or(-1);
+        to.direct = to.descriptor >= 0;
+        to.target = (here.parent_path() / next).string();
     }
     if (to.direct) to.target = path;
     return to;
+}
+
+// Opens what is written as it is.
+Descriptor open_direct(const Destination& to) {
+    if (to.descriptor >= 0) return Descriptor(::fcntl(to.descriptor, F_DUPFD_CLOEXEC, 0));
+    return open_descriptor(to.target, O_WRONLY);
 }
 
 // The entry of the new name reaches the disk. Folders that cannot be flushed are left to the system.
@@ -144,8 +166,7 @@ OutputFile OutputFile::open(const std::string& path) {
         out.fail(to.fault);
         return out;
     }
-    out.file_ =
-        to.direct ? open_descriptor(to.target, O_WRONLY | O_APPEND) : out.temporary_.create_beside(to.target);
+    out.file_ = to.direct ? open_direct(to) : out.temporary_.create_beside(to.target);
     const bool ready =
         out.file_.good() && (to.direct || !to.exists || ::fchmod(out.file_.get(), to.mode) == 0);
     if (!ready) out.fail(errno);

@@ -1,13 +1,12 @@
 // sweep: one calculation a line of a CSV table.
-#include <unistd.h>
-
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <thread>
 
+#include "base/input_file.h"
+#include "base/output_file.h"
 #include "console/calc_setup.h"
+#include "console/interrupt.h"
 #include "console/sweep.h"
 #include "report/outcome_report.h"
 
@@ -19,46 +18,6 @@ struct SweepArguments {
     ModelOptions models;
     SweepSettings settings;
     std::string in, out;
-};
-
-// The output under a temporary name until it is complete; "-" is the standard output.
-class Output {
- public:
-    Output(const std::string& path, std::ostream& standard) : path_(path), standard_(standard) {
-        if (path == "-") return;
-        temporary_ = path + ".part" + std::to_string(::getpid());
-        file_.open(temporary_, std::ios::binary | std::ios::trunc);
-    }
-    ~Output() {
-        if (temporary_.empty()) return;
-        file_.close();
-        std::error_code ignored;
-        std::filesystem::remove(temporary_, ignored);
-    }
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
-
-    bool good() const { return temporary_.empty() || file_.is_open(); }
-    bool write(std::string_view bytes) {
-        std::ostream& out = temporary_.empty() ? standard_ : file_;
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        return static_cast<bool>(out);
-    }
-    // Gives the file its name; false when that fails.
-    bool finish() {
-        if (temporary_.empty()) return static_cast<bool>(standard_.flush());
-        file_.close();
-        std::error_code fault;
-        if (file_) std::filesystem::rename(temporary_, path_, fault);
-        const bool done = file_ && !fault;
-        if (done) temporary_.clear();
-        return done;
-    }
-
- private:
-    std::string path_, temporary_;
-    std::ostream& standard_;
-    std::ofstream file_;
 };
 
 std::string plural(std::uint64_t n, const char* one, const char* many) {
@@ -109,24 +68,31 @@ Report sweep(Program& program, const SweepArguments& a) {
     if (const Refused refused = prepare(program, a.substance, a.models)) return refusal("sweep", *refused);
     if (const Refused refused = set_up_mode(program, a.settings.mode)) return refusal("sweep", *refused);
 
-    std::ifstream file;
-    if (a.in != "-") {
-        file.open(a.in, std::ios::binary);
-        if (!file.is_open()) return fault(status_file, "The table \"" + a.in + "\" cannot be read.");
-    }
-    std::istream& in = a.in == "-" ? program.in : file;
-    Output output(a.out, program.out);
-    if (!output.good()) return fault(status_file, "\"" + a.out + "\" cannot be written.");
+    InputFile input = a.in == "-" ? InputFile::of_stream(program.in) : InputFile::open(a.in);
+    if (!input.fault().empty()) return fault(status_file, input.fault() + ".");
+    Interruption interruption("sweep", a.out == "-" ? std::string() : in_quotes(a.out));
+    OutputFile output = a.out == "-" ? OutputFile::append_to_stream(program.out) : OutputFile::open(a.out);
+    if (!output.fault().empty()) return fault(status_file, output.fault() + ".");
 
-    const SweepStreams streams{.read =
-                                   [&in](char* into, std::size_t space) {
-                                       in.read(into, static_cast<std::streamsize>(space));
-                                       return static_cast<std::size_t>(in.gcount());
-                                   },
-                               .write = [&output](std::string_view bytes) { return output.write(bytes); }};
-    const SweepTotals totals = run_sweep(program.session.fluid, settings_of(program.session, a), streams);
+    std::uint64_t lines = 0;
+    const auto write = [&](std::string_view bytes) {
+        if (!output.write(bytes)) return false;
+        lines += static_cast<std::uint64_t>(std::ranges::count(bytes, '\n'));
+        interruption.at_line(lines);
+        return true;
+    };
+    const auto read = [&input](char* into, std::size_t space) { return input.read(into, space); };
+    const SweepTotals totals =
+        run_sweep(program.session.fluid, settings_of(program.session, a), {.read = read, .write = write});
+    const auto ended = [&](const std::string& why) {
+        return fault(status_file, lines == 0
+                                      ? why + "."
+                                      : why + ", after line " + std::to_string(lines) + " of the output.");
+    };
+    if (!input.fault().empty()) return ended(input.fault());
+    if (!output.fault().empty()) return ended(output.fault());
     if (!totals.broken.empty()) return fault(status_file, totals.broken + ".");
-    if (!output.finish()) return fault(status_file, "\"" + a.out + "\" cannot be written.");
+    if (!output.finish()) return ended(output.fault());
 
     Report report;
     if (totals.failed + totals.malformed > 0) {

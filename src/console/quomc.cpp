@@ -1,6 +1,8 @@
 #include "console/quomc.h"
 
 #include <algorithm>
+#include <new>
+#include <stdexcept>
 
 #include "console/commands.h"
 
@@ -111,11 +113,27 @@ int wrong_arguments(const CLI::App& app, const std::string& what, bool json, std
     return status;
 }
 
-}  // namespace
+// What is said of the exception that is being handled.
+Report failure(const std::string& command) {
+    const auto ended = [&command](const std::string& why) {
+        return refusal(command, {status_file, "It ended early: " + why + "."});
+    };
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        return ended("the memory does not suffice");
+    } catch (const std::length_error&) {
+        return ended("the memory does not suffice");
+    } catch (const std::exception& error) {
+        return ended(error.what());
+    } catch (...) {
+        return ended("the reason is unknown");
+    }
+}
 
-std::span<const Command> commands() { return table; }
-
-int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& out, std::ostream& err) {
+// Reads the arguments and runs the command, whose name is left in command as soon as it is known.
+int run(std::vector<std::string> args, std::istream& in, std::ostream& out, std::ostream& err,
+        std::string& command_name) {
     CLI::App app("Thermodynamic calculations of states and processes for pure substances.", "quomc");
     app.footer(footer);
     app.set_version_flag("--version", "QUOM-6 console 6.0");
@@ -155,13 +173,28 @@ int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& ou
     Program program{.session = {}, .options = options, .messages = messages, .in = in, .out = out};
     for (const auto& [command, action] : actions) {
         if (!command->parsed()) continue;
+        command_name = command->get_name();
         Report report = action(program);
-        report.command = command->get_name();
+        report.command = command_name;
         if (report.status == status_usage)
             return wrong_arguments(app, report.message, options.json, out, err);
         return deliver(std::move(report), options.json, out, err);
     }
     return status_usage;
+}
+
+}  // namespace
+
+std::span<const Command> commands() { return table; }
+
+int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& out, std::ostream& err) {
+    const bool json = std::find(args.begin(), args.end(), "--json") != args.end();
+    std::string command;
+    try {
+        return run(std::move(args), in, out, err, command);
+    } catch (...) {
+        return deliver(failure(command), json, out, err);
+    }
 }
 
 }  // namespace quom

@@ -61,6 +61,8 @@ Refused check_options(const ModelOptions& o) {
     return {};
 }
 
+constexpr std::size_t LargestParameterFile = 1024 * 1024;
+
 // Constants of the equation of state that are typed or read from a file.
 struct TypedConstants {
     std::optional<EosInput> input;
@@ -69,7 +71,7 @@ struct TypedConstants {
 TypedConstants typed_constants(const Session& session, const ModelOptions& o) {
     if (o.b0) return {EosInput{.b0 = *o.b0, .b1 = o.b1.value_or(0.0), .b2 = o.b2.value_or(0.0)}, {}};
     if (o.ji.empty()) return {};
-    const FileBytes file = read_file(resolve_path(o.ji, session.ProgramPath));
+    const FileBytes file = read_file(resolve_path(o.ji, session.ProgramPath), LargestParameterFile);
     if (!file.bytes) return {{}, Fault{status_file, file.fault}};
     EosInput input;
     const std::string fault = ReadDjipar(*file.bytes, *o.eos, input);

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
 #include <thread>
 
 #include "base/code_page.h"
+#include "base/threads.h"
 #include "calc/mode_table.h"
 #include "console/sweep_line.h"
 
@@ -110,9 +112,10 @@ class Reader {
         while (!ended_) {
             const std::size_t have = into.size();
             into.resize(bytes_);
-            const std::size_t got = have < bytes_ ? streams_.read(into.data() + have, bytes_ - have) : 0;
-            into.resize(have + got);
-            if (got == 0 && have < bytes_) ended_ = true;
+            const std::ptrdiff_t got = have < bytes_ ? streams_.read(into.data() + have, bytes_ - have) : 0;
+            into.resize(have + static_cast<std::size_t>(std::max<std::ptrdiff_t>(got, 0)));
+            if (got < 0) failed_ = true;
+            if (got < 0 || (got == 0 && have < bytes_)) ended_ = true;
             const std::size_t last = into.rfind('\n');
             if (ended_ || (last != std::string::npos && into.size() == bytes_)) {
                 if (ended_) break;
@@ -140,12 +143,13 @@ class Reader {
         return line;
     }
     bool too_long() const { return too_long_; }
+    bool failed() const { return failed_; }
 
  private:
     const SweepStreams& streams_;
     std::size_t bytes_;
     std::string rest_;
-    bool ended_ = false, too_long_ = false;
+    bool ended_ = false, too_long_ = false, failed_ = false;
 };
 
 // Pieces go round: read, calculated by any worker, written in the order in which they were read.
@@ -154,9 +158,16 @@ class Conveyor {
     Conveyor(const std::shared_ptr<const Fluid>& fluid, const SweepSettings& settings, const SweepHead& head,
              std::size_t slots)
         : pieces_(slots), state_(slots, State::free) {
-        for (int i = 0; i < settings.jobs; ++i)
-            threads_.emplace_back(
-                [this, &fluid, &settings, &head] { work(SweepLine(fluid, settings, head)); });
+        threads_ = start_threads(settings.jobs, [this, &fluid, &settings, &head] {
+            try {
+                work(SweepLine(fluid, settings, head));
+            } catch (...) {
+                const std::lock_guard lock(mutex_);
+                failure_ = std::current_exception();
+            }
+            done_.notify_all();
+        });
+        if (threads_.empty()) alone_ = std::make_unique<SweepLine>(fluid, settings, head);
     }
     ~Conveyor() {
         {
@@ -179,10 +190,15 @@ class Conveyor {
         }
         ready_.notify_one();
     }
-    // Waits until piece k is calculated.
+    // Waits until piece k is calculated. Throws what ended a thread.
     void await(std::uint64_t k) {
+        if (alone_) {
+            run_piece(*alone_, piece(k));
+            return;
+        }
         std::unique_lock lock(mutex_);
-        done_.wait(lock, [&] { return state_[k % size()] == State::done; });
+        done_.wait(lock, [&] { return state_[k % size()] == State::done || failure_; });
+        if (failure_) std::rethrow_exception(failure_);
         state_[k % size()] = State::free;
     }
 
@@ -213,6 +229,8 @@ class Conveyor {
     bool closing_ = false;
     std::mutex mutex_;
     std::condition_variable ready_, done_;
+    std::exception_ptr failure_;
+    std::unique_ptr<SweepLine> alone_;  // of the calling thread, where no other could be started
     std::vector<std::thread> threads_;
 };
 
@@ -297,12 +315,13 @@ SweepTotals run_sweep(const std::shared_ptr<const Fluid>& fluid, const SweepSett
             conveyor.await(written);
             const Piece& piece = conveyor.piece(written++);
             writable = streams.write(piece.out.text());
-            add(totals, piece.totals);
+            if (writable) add(totals, piece.totals);
         }
         if (reader.too_long())
             totals.broken =
                 "line " + std::to_string(line) + " is longer than " + std::to_string(bytes) + " characters";
     }
+    if (reader.failed()) totals.broken = "the input could not be read";
     if (!writable) totals.broken = "the output could not be written";
     return totals;
 }

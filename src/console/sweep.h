@@ -39,10 +39,10 @@ struct SweepTotals {
     std::string broken;               // why the sweep ended early; empty when it did not
 };
 
-// Where the bytes come from and go to. read fills the space and returns the number of bytes, 0 at the end;
-// write returns false when it failed.
+// Where the bytes come from and go to. read fills up to the space and returns the number of bytes, 0 at the
+// end and -1 when it failed; write returns false when it failed. The sweep ends at a failure.
 struct SweepStreams {
-    std::function<std::size_t(char* into, std::size_t space)> read;
+    std::function<std::ptrdiff_t(char* into, std::size_t space)> read;
     std::function<bool(std::string_view bytes)> write;
 };
 
@@ -52,7 +52,7 @@ struct SweepSettings {
     Units units{};
     UnitFactors factors{};  // at a T that is not known; of the mode per (R T) those of the line are taken
     bool functions = false;
-    int jobs = 1;  // threads; they share the fluid
+    int jobs = 1;  // threads at most; they share the fluid
 };
 
 // Runs the mode on every line. The order is kept. A line without a result carries the reason in its last

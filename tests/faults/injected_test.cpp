@@ -1,0 +1,159 @@
+// Every single call of the system fails once: what is saved is either the old or the new file, whole, and it
+// is said.
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+#include "base/files.h"
+#include "faults/shell.h"
+#include "support/fault_shim.h"
+
+namespace quom {
+namespace {
+
+struct Fault {
+    const char* call;
+    int code;       // 0: half of the bytes
+    bool harmless;  // the work goes on as if nothing had been
+};
+constexpr Fault fault_table[] = {
+    {"open", EMFILE, false},  {"open", EINTR, true},  {"read", EIO, false},   {"read", EINTR, true},
+    {"read", 0, true},        {"pread", EIO, false},  {"pread", EINTR, true}, {"pread", 0, true},
+    {"write", ENOSPC, false}, {"write", EIO, false},  {"write", EINTR, true}, {"write", 0, true},
+    {"fsync", EIO, false},    {"rename", EIO, false}, {"fsync", EINTR, true}, {"close", EIO, false},
+    {"close", EINTR, true},
+};
+
+std::string name_of(const Fault& fault, int n) {
+    return std::string(fault.call) + " " + std::to_string(n) + " " + std::to_string(fault.code);
+}
+
+TEST(InjectedFaults, saving_keeps_a_whole_file) {
+    const Shell shell;
+    const std::string path = shell.at("file"), old(5000, 'o'), bytes(200000, 'n');
+    for (const Fault& fault : fault_table) {
+        for (int n = 1; n < 100; ++n) {
+            shell.put("file", old);
+            make_fail(fault.call, n, fault.code);
+            const std::string said = write_file_atomic(path, bytes);
+            const bool met = fault_met();
+            make_fail("", 0, 0);
+            const std::string left = shell.text("file");
+            EXPECT_TRUE(left == bytes || (!said.empty() && left == old)) << name_of(fault, n) << said;
+            if (!met || fault.harmless) {
+                EXPECT_EQ(said, "") << name_of(fault, n);
+            }
+            EXPECT_EQ(shell.entries(), "file") << name_of(fault, n);
+            if (!met) break;
+        }
+    }
+}
+
+TEST(InjectedFaults, what_is_read_is_whole_or_refused) {
+    const Shell shell;
+    const std::string bytes(200000, 'x');
+    shell.put("file", bytes);
+    for (const Fault& fault : fault_table) {
+        for (int n = 1; n < 100; ++n) {
+            make_fail(fault.call, n, fault.code);
+            const FileBytes file = read_file(shell.at("file"));
+            const bool met = fault_met();
+            make_fail("", 0, 0);
+            EXPECT_EQ(file.bytes.value_or(bytes), bytes) << name_of(fault, n);
+            EXPECT_EQ(file.bytes.has_value(), file.fault.empty()) << name_of(fault, n);
+            if (!met || fault.harmless) {
+                EXPECT_EQ(file.fault, "") << name_of(fault, n);
+            }
+            if (!met) break;
+        }
+    }
+}
+
+// A sweep from a file to a file, and from pipe to pipe. What ends well is what ends well without a fault.
+TEST(InjectedFaults, quomc_sweeps_whole_or_says_why_not) {
+    const Shell shell;
+    std::string table = "T;p\n";
+    for (int i = 0; i < 3000; ++i) table += std::to_string(250 + i % 200) + ";101.325\n";
+    shell.put("in.csv", table);
+    const std::string command = "\"$QUOMC\" --program-folder \"$DATA\" sweep propane --mode 3 --jobs 2 ";
+    ASSERT_EQ(shell.run(command + "--in in.csv --out whole.csv").status, 0);
+    const std::string whole = shell.text("whole.csv");
+    for (const char* way : {"--in in.csv --out out.csv", "--in - --out - <in.csv >out.csv"}) {
+        const bool to_file = way[5] == 'i';
+        for (const Fault& fault : fault_table) {
+            bool met = true;
+            for (int n = 1; met && n < 100; ++n) {
+                shell.put("out.csv", "old");
+                std::filesystem::remove(shell.at("met"));
+                const ShellRun run = shell.run(
+                    "export ASAN_OPTIONS=verify_asan_link_order=0 QUOM_FAULT_MET=met "
+                    "QUOM_FAULT='" +
+                    name_of(fault, n) + "' LD_PRELOAD=\"$SHIM\"\nexec " + command + way);
+                met = std::filesystem::remove(shell.at("met"));
+                const std::string out = shell.text("out.csv"),
+                                  what = way + (" " + name_of(fault, n)) + "\n" + run.err;
+                EXPECT_TRUE(run.status == 0 || run.status == 3) << run.status << what;
+                if (run.status == 0) {
+                    EXPECT_EQ(out, whole) << what;
+                }
+                if (run.status == 3) {
+                    EXPECT_THAT(run.err, ::testing::HasSubstr("quomc")) << what;
+                }
+                if (run.status == 3 && to_file) {
+                    EXPECT_TRUE(out == "old" || out == whole) << what;
+                }
+                if (!met || fault.harmless) {
+                    EXPECT_EQ(run.status, 0) << what;
+                }
+                EXPECT_EQ(shell.entries(), "in.csv out.csv whole.csv") << what;
+            }
+            EXPECT_FALSE(met) << "more calls than were tried: " << fault.call;
+        }
+    }
+}
+
+TEST(InjectedFaults, threads_that_do_not_start_are_done_without) {
+    const Shell shell;
+    std::string table = "T;p\n";
+    for (int i = 0; i < 20000; ++i) table += std::to_string(250 + i % 200) + ";101.325\n";
+    shell.put("in.csv", table);
+    const std::string command =
+        "\"$QUOMC\" --program-folder \"$DATA\" sweep propane --mode 3 --in in.csv --out - ";
+    const std::string whole = shell.run(command + "--jobs 1").out;
+    ASSERT_EQ(std::count(whole.begin(), whole.end(), '\n'), 20001);
+    for (const int first : {1, 2, 4}) {
+        const ShellRun run = shell.run(
+            "export ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=\"$SHIM\" QUOM_FAULT='"
+            "thread " +
+            std::to_string(first) + " 11' QUOM_FAULT_MET=met\n" + command + "--jobs 8");
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.out, whole) << first;
+        EXPECT_TRUE(std::filesystem::remove(shell.at("met"))) << first;
+    }
+}
+
+// No memory at any place: a sentence and status 3, never a crash.
+TEST(InjectedFaults, memory_that_does_not_suffice) {
+    const Shell shell;
+    shell.put("in.csv", "T;p\n300;100\n310;100\n");
+    shell.put("out.csv", "old");
+    bool met = true;
+    for (int n = 1; met; n += 1 + n / 20) {
+        const ShellRun run = shell.run(
+            "export ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=\"$SHIM\" QUOM_FAULT='"
+            "new " +
+            std::to_string(n) +
+            " 12' QUOM_FAULT_MET=met\nexec \"$QUOMC\" "
+            "--program-folder \"$DATA\" sweep propane --mode 3 --in in.csv --out out.csv");
+        met = std::filesystem::remove(shell.at("met"));
+        EXPECT_EQ(run.status, met ? 3 : 0) << n << run.err;
+        if (met) {
+            EXPECT_THAT(run.err, ::testing::HasSubstr("memory")) << n;
+            EXPECT_EQ(shell.text("out.csv"), "old") << n;
+        }
+        EXPECT_EQ(shell.entries(), "in.csv out.csv") << n;
+    }
+}
+
+}  // namespace
+}  // namespace quom
