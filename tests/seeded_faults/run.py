@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Puts the faults of faults.tsv into a copy of the program, one at a time, and counts those that a test finds.
 
-    tests/faults/run.py [FIRST [LAST]]      from the top folder; numbers of faults from 1, default all
+    tests/seeded_faults/run.py [FIRST [LAST]]      from the top folder; numbers of faults from 1, default all
 
 Works in build/faults, with its own copy of the sources, and leaves the checkout alone. Exit status 1 when fewer than
 nine of ten faults are found, when a text of the table does not occur once, or when the copy without a fault fails.
@@ -20,7 +20,7 @@ COPIED = ["CMakeLists.txt", "CMakePresets.json", "LICENSE", "README.md", "cmake"
 
 def read_faults():
     rows = []
-    for line in (TOP / "tests/faults/faults.tsv").read_text(encoding="utf-8").splitlines():
+    for line in (TOP / "tests/seeded_faults/faults.tsv").read_text(encoding="utf-8").splitlines():
         if line and not line.startswith("#"):
             rows.append((line.split("\t") + [""])[:3])
     return rows
