@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 #include "base/code_page.h"
 #include "base/files.h"
@@ -197,13 +198,13 @@ Block constants(const SubstanceConstants& k, const SubstanceMarks& marks) {
     return block;
 }
 
-// Where the marked data come from, one row a set.
+// Where the marked data come from; people read it in the notes.
 Table marks_table(const SubstanceMarks& marks) {
     Table table{"marks",
-                "Marks",
-                {{"set", "set", ""}, {"name", "data", ""}, {"mark", "mark", ""}, {"source", "source", ""}},
+                "",
+                {{"set", "", ""}, {"name", "", ""}, {"mark", "", ""}, {"source", "", ""}},
                 {},
-                marks.marks.empty() ? Layout::json : Layout::list};
+                Layout::json};
     for (const SetMark& m : marks.marks)
         table.rows.push_back({m.set->field, m.set->label, mark_word(m.kind), m.source});
     return table;
@@ -228,7 +229,7 @@ Report show(Program& program, const std::string& substance) {
         }
     }
     report.sections.emplace_back(marks_table(marks));
-    if (!marks.fault.empty()) report.notes.push_back(marks.fault);
+    for (std::string& sentence : sentences(marks)) report.notes.push_back(std::move(sentence));
     if (!absent.empty()) report.notes.push_back("Not in the record: " + absent + ".");
     report.notes.push_back("p in kPa, T in K in all equations.");
     return report;
