@@ -1,11 +1,17 @@
 // Writes the starter database from its tables:
-//     make_database SUBSTANCES.CSV SYNONYMS.CSV DATE FOLDER
-// makes FOLDER/quom.q07 and FOLDER/SYNOM7.TXT, or names every row that breaks a rule.
+//     make_database TABLES DATE FOLDER
+// makes FOLDER/quom.q07, FOLDER/SYNOM7.TXT and FOLDER/marks.csv from the files substances.csv, synonyms.csv,
+// sources.csv and source_list.csv of the folder TABLES, or names every row that breaks a rule.
 #include <iostream>
+#include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/files.h"
+#include "substance/set_marks.h"
 #include "substance/starter_database.h"
+#include "substance/starter_marks.h"
 #include "substance/synonyms.h"
 
 namespace {
@@ -15,26 +21,34 @@ int fail(const std::string& reason) {
     return 1;
 }
 
+int fail_all(const std::vector<std::string>& faults) {
+    for (const std::string& fault : faults) std::cerr << fault << '\n';
+    return 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 5) return fail("usage: make_database SUBSTANCES.CSV SYNONYMS.CSV DATE FOLDER");
-    const quom::FileBytes substances = quom::read_file(argv[1]);
-    if (!substances.bytes) return fail(substances.fault);
-    const quom::FileBytes synonyms = quom::read_file(argv[2]);
-    if (!synonyms.bytes) return fail(synonyms.fault);
+    if (argc != 4) return fail("usage: make_database TABLES DATE FOLDER");
+    std::string tables[4];
+    const char* const names[] = {"substances.csv", "synonyms.csv", "sources.csv", "source_list.csv"};
+    for (std::size_t k = 0; k < std::size(names); ++k) {
+        quom::FileBytes file = quom::read_file(quom::join_path(argv[1], names[k]));
+        if (!file.bytes) return fail(file.fault);
+        tables[k] = std::move(*file.bytes);
+    }
 
-    const quom::StarterDatabase made = quom::build_starter_database(
-        {.substances = *substances.bytes, .synonyms = *synonyms.bytes, .date = argv[3]});
-    for (const std::string& fault : made.faults) std::cerr << fault << '\n';
-    if (!made.faults.empty()) return 1;
+    const quom::StarterDatabase made =
+        quom::build_starter_database({.substances = tables[0], .synonyms = tables[1], .date = argv[2]});
+    if (!made.faults.empty()) return fail_all(made.faults);
+    const quom::StarterMarks marks =
+        quom::build_starter_marks({.sources = tables[2], .source_list = tables[3]}, made.database);
+    if (!marks.faults.empty()) return fail_all(marks.faults);
 
-    const std::string folder = argv[4];
-    if (const auto fault = quom::write_file_atomic(quom::join_path(folder, "quom.q07"), made.database);
-        !fault.empty())
-        return fail(fault);
-    if (const auto fault = quom::write_file_atomic(quom::join_path(folder, quom::SynonymFile), made.synonyms);
-        !fault.empty())
-        return fail(fault);
+    const std::pair<const char*, const std::string&> files[] = {
+        {"quom.q07", made.database}, {quom::SynonymFile, made.synonyms}, {quom::MarksFile, marks.text}};
+    for (const auto& [name, bytes] : files)
+        if (const auto fault = quom::write_file_atomic(quom::join_path(argv[3], name), bytes); !fault.empty())
+            return fail(fault);
     return 0;
 }

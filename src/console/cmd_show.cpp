@@ -1,11 +1,14 @@
 // show: all constants of a substance with units and validity ranges.
+#include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 #include "base/code_page.h"
 #include "base/files.h"
 #include "console/selection.h"
 #include "report/outcome_report.h"
+#include "session/substance_marks.h"
 #include "substance/record.h"
 
 namespace quom {
@@ -128,14 +131,23 @@ std::vector<Equation> heat_capacity_equations(const SubstanceConstants& k) {
     };
 }
 
-Block block_of(const Equation& e) {
+// The mark on a field of the constants: "estimate", "fit", "extrapolated", or nothing.
+std::string_view mark_on(const SubstanceMarks& marks, std::string_view field) {
+    const auto found = std::ranges::find(marks.marks, field, [](const SetMark& m) { return m.set->field; });
+    return found == marks.marks.end() ? std::string_view() : mark_word(found->kind);
+}
+
+Block block_of(const Equation& e, const SubstanceMarks& marks) {
     Block block{e.key, e.name, e.fields, Layout::flow};
     if (e.TLo != 0 || e.THi != 0)
         block.title += ", T = " + std::to_string(e.TLo) + " ... " + std::to_string(e.THi) + " K";
+    const std::string mark(mark_on(marks, e.key));
+    if (!mark.empty()) block.title += ", " + mark;
     block.title += "\n  " + e.formula;
     const bool ranged = e.TLo != 0 || e.THi != 0;
     block.fields.push_back({"TLo", "", ranged ? Value(e.TLo) : Value(), "K", ""});
     block.fields.push_back({"THi", "", ranged ? Value(e.THi) : Value(), "K", ""});
+    block.fields.push_back({"mark", "", remark(mark), "", ""});
     if (e.present) return block;
     for (Field& field : block.fields) field.value = {};
     block.layout = Layout::json;
@@ -164,24 +176,38 @@ Block identity(const Session& session) {
             Layout::list};
 }
 
-Block constants(const SubstanceConstants& k) {
-    return {"constants",
-            "Constants",
-            {value("MolMass", "molar mass M", cell(k.MolMass), "kg/kmol"),
-             value("Tcr", "critical temperature", cell(k.Tcr), "K"),
-             value("pcr", "critical pressure", cell(k.pcr), "kPa"),
-             value("rhocrDB", "critical density", cell(k.rhocrDB), "kg/m^3"),
-             value("vcrDB", "critical volume M/rho(cr)", cell(k.vcrDB), "m^3/kmol"),
-             value("omega", "acentric factor", cell(k.omega), ""),
-             value("Tnb", "normal boiling temperature", cell(k.Tnb), "K"),
-             value("Ttr", "triple point temperature", cell(k.Ttr), "K"),
-             value("ptr", "triple point pressure", cell(k.ptr), "kPa"),
-             value("dfH0", "delta(F)h, ideal gas, 298.15 K", cell(k.dfH0), "kJ/kmol"),
-             value("dfG0", "delta(F)g, ideal gas, 298.15 K", cell(k.dfG0), "kJ/kmol"),
-             value("S0abs", "conventional entropy, 298.15 K", cell(k.S0abs), "kJ/(kmol K)"),
-             value("WatsonHLV", "delta(LV)h of the Watson rule", cell(k.WatsonHLV), "kJ/kmol"),
-             value("WatsonT", "its temperature", cell(k.WatsonT), "K")},
-            Layout::list};
+Block constants(const SubstanceConstants& k, const SubstanceMarks& marks) {
+    Block block{"constants",
+                "Constants",
+                {value("MolMass", "molar mass M", cell(k.MolMass), "kg/kmol"),
+                 value("Tcr", "critical temperature", cell(k.Tcr), "K"),
+                 value("pcr", "critical pressure", cell(k.pcr), "kPa"),
+                 value("rhocrDB", "critical density", cell(k.rhocrDB), "kg/m^3"),
+                 value("vcrDB", "critical volume M/rho(cr)", cell(k.vcrDB), "m^3/kmol"),
+                 value("omega", "acentric factor", cell(k.omega), ""),
+                 value("Tnb", "normal boiling temperature", cell(k.Tnb), "K"),
+                 value("Ttr", "triple point temperature", cell(k.Ttr), "K"),
+                 value("ptr", "triple point pressure", cell(k.ptr), "kPa"),
+                 value("dfH0", "delta(F)h, ideal gas, 298.15 K", cell(k.dfH0), "kJ/kmol"),
+                 value("dfG0", "delta(F)g, ideal gas, 298.15 K", cell(k.dfG0), "kJ/kmol"),
+                 value("S0abs", "conventional entropy, 298.15 K", cell(k.S0abs), "kJ/(kmol K)"),
+                 value("WatsonHLV", "delta(LV)h of the Watson rule", cell(k.WatsonHLV), "kJ/kmol"),
+                 value("WatsonT", "its temperature", cell(k.WatsonT), "K")},
+                Layout::list};
+    for (Field& field : block.fields) field.note = mark_on(marks, field.key);
+    return block;
+}
+
+// Where the marked data come from; people read it in the notes.
+Table marks_table(const SubstanceMarks& marks) {
+    Table table{"marks",
+                "",
+                {{"set", "", ""}, {"name", "", ""}, {"mark", "", ""}, {"source", "", ""}},
+                {},
+                Layout::json};
+    for (const SetMark& m : marks.marks)
+        table.rows.push_back({m.set->field, m.set->label, mark_word(m.kind), m.source});
+    return table;
 }
 
 Report show(Program& program, const std::string& substance) {
@@ -189,18 +215,21 @@ Report show(Program& program, const std::string& substance) {
     Session& session = program.session;
     if (const Refused refused = choose_substance(program, substance)) return refusal("show", *refused);
     const SubstanceConstants& k = session.substance();
+    const SubstanceMarks marks = substance_marks(session.ProgramPath, k);
     Report report;
     report.title = substance_head(k);
     report.sections.emplace_back(identity(session));
-    report.sections.emplace_back(constants(k));
+    report.sections.emplace_back(constants(k, marks));
     std::string absent;
     for (const auto& equations :
          {vapor_pressure_equations(k), phase_equations(k), heat_capacity_equations(k)}) {
         for (const Equation& e : equations) {
-            report.sections.emplace_back(block_of(e));
+            report.sections.emplace_back(block_of(e, marks));
             if (!e.present) absent += (absent.empty() ? "" : "; ") + std::string(e.name);
         }
     }
+    report.sections.emplace_back(marks_table(marks));
+    for (std::string& sentence : sentences(marks)) report.notes.push_back(std::move(sentence));
     if (!absent.empty()) report.notes.push_back("Not in the record: " + absent + ".");
     report.notes.push_back("p in kPa, T in K in all equations.");
     return report;

@@ -201,6 +201,10 @@ std::int16_t range_offset(const SubstanceConstants& substance, double T, Evp cod
     }
 }
 
+// A correlated set reaches from T(tr) to T(nb) or T(cr). Where T(nb) lies below T(tr) the limits cross: there
+// is no range.
+TLimits correlated_limits(TLimits limits) { return limits.TLo > limits.THi ? TLimits{} : limits; }
+
 struct Value {
     double f = 0.0, slope = 0.0;
 };
@@ -436,11 +440,11 @@ TLimits evp_limits(const SubstanceConstants& substance, Evp code) {
         case Evp::wagner:
             return {substance.WagnerTLo, substance.WagnerTHi};
         case Evp::kfw:
-            return substance.KFWLimits;
+            return correlated_limits(substance.KFWLimits);
         case Evp::kfr:
-            return substance.KFRLimits;
+            return correlated_limits(substance.KFRLimits);
         case Evp::thompson:
-            return substance.THOLimits;
+            return correlated_limits(substance.THOLimits);
         case Evp::august:
         case Evp::none:
             break;

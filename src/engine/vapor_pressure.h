@@ -31,7 +31,8 @@ EvpSlope dpLVdT_EVP(const SubstanceConstants& substance, double T, Evp code);
 // T(LV) at p [kPa]. Fails: p above pcr or below 1e-35, no equation, or no solution.
 EvpResult TLV_EVP(const SubstanceConstants& substance, double p, Evp code);
 
-// Stored validity of an equation [K]; TLo 0: none.
+// Stored validity of an equation [K]; TLo 0: none. A correlated set whose limits cross, with T(nb) below
+// T(tr), has none.
 TLimits evp_limits(const SubstanceConstants& substance, Evp code);
 
 // The warning on a T [K] that lies dT K outside the validity, when that is more than the allowed whole kelvin

@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "forms/refusal.h"
+#include "session/substance_marks.h"
 #include "substance/database.h"
 
 namespace quom {
@@ -39,6 +40,16 @@ SubstanceBoxes substance_boxes(const DatabaseFile& file, int index) {
     boxes.tex4 = (boxes.has_structure ? "CAS-RN:   " : " CAS-RN: ") + head.CASRN;
     if (boxes.has_structure) boxes.Text2 = "structure: " + head.Structure;
     return boxes;
+}
+
+SubstanceRemarks substance_remarks(const Session& session, int index) {
+    const UnpackedRecord record =
+        unpack_substance(session.database, index, session.document.options.Englisch);
+    const SubstanceMarks marks = substance_marks(session.ProgramPath, record.constants);
+    SubstanceRemarks remarks{.line = one_line(marks), .sentences = {}};
+    for (const std::string& sentence : sentences(marks))
+        remarks.sentences += (remarks.sentences.empty() ? "" : "\n") + sentence;
+    return remarks;
 }
 
 SubstanceHit look_up_substance(const Session& session, std::string_view text, Messages& messages) {

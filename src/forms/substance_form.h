@@ -33,6 +33,12 @@ struct SubstanceBoxes {
 };
 SubstanceBoxes substance_boxes(const DatabaseFile& file, int index);
 
+// What of a row's data is an estimate, a fit or extrapolated: in one line, and one sentence a set.
+struct SubstanceRemarks {
+    std::string line, sentences;
+};
+SubstanceRemarks substance_remarks(const Session& session, int index);
+
 // FindSubstance on a typed text; the user is told when nothing is found. The row marked is the session's.
 SubstanceHit look_up_substance(const Session& session, std::string_view text, Messages& messages);
 

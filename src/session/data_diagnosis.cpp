@@ -78,9 +78,10 @@ DataSituation DatenSituation(const SubstanceConstants& c) {
 
 AmpelColour ampel_colour(int level) { return level >= 1 && level <= 4 ? Colours[level - 1] : AmpelColour{}; }
 
-Message data_diagnosis_text(const DataSituation& situation) {
+Message data_diagnosis_text(const DataSituation& situation, const SubstanceMarks& marks) {
     std::string text;
     for (const Paragraph& p : Paragraphs) text += situation.*p.flag ? p.there : p.missing;
+    for (const std::string& sentence : sentences(marks)) text += "- " + sentence + "\n";
     text += "\n";
     text += Verdicts[situation.AmpelStufe - 1];
     if (situation.AmpelStufe > 1)
@@ -90,9 +91,10 @@ Message data_diagnosis_text(const DataSituation& situation) {
             .kind = situation.AmpelStufe > 1 ? MessageKind::warning : MessageKind::info};
 }
 
-DataSituation DataDiagnosis(const SubstanceConstants& substance, Messages& messages) {
+DataSituation DataDiagnosis(const SubstanceConstants& substance, const SubstanceMarks& marks,
+                            Messages& messages) {
     const DataSituation situation = DatenSituation(substance);
-    messages.ask(data_diagnosis_text(situation));
+    messages.ask(data_diagnosis_text(situation, marks));
     return situation;
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/messages.h"
+#include "session/substance_marks.h"
 #include "substance/substance_constants.h"
 
 namespace quom {
@@ -30,10 +31,11 @@ struct AmpelColour {
 };
 AmpelColour ampel_colour(int level);
 
-// The verdict in words, one message.
-Message data_diagnosis_text(const DataSituation& situation);
+// The verdict in words, one message; below what is there, what of it is an estimate, a fit or extrapolated.
+Message data_diagnosis_text(const DataSituation& situation, const SubstanceMarks& marks = {});
 // Judges anew and tells the user.
-DataSituation DataDiagnosis(const SubstanceConstants& substance, Messages& messages);
+DataSituation DataDiagnosis(const SubstanceConstants& substance, const SubstanceMarks& marks,
+                            Messages& messages);
 
 // What a reference state lacks in the record: "enthalpy of formation", "conventional entropy", "Gibbs energy
 // of formation"; empty when it has all it needs. A true zero of 1E-37 counts as given.

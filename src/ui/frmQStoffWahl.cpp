@@ -109,6 +109,7 @@ frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)
       Text1(named(new NumberBox(5, this), "Text1")),
       tex4(named(new ValueBox(this, 22), "tex4", QStringLiteral("CAS-RN"))),
       Text2(named(new ValueBox(this), "Text2", QStringLiteral("structure"))),
+      lblMarks(named(hint_label({}, this), "lblMarks")),
       txtDatenbank(named(new ValueBox(this), "txtDatenbank")),
       cmdSynonyme(named(new QPushButton(QStringLiteral("List of synonyms for this substance"), this),
                         "cmdSynonyme", QStringLiteral("List of synonyms for this substance"))),
@@ -186,6 +187,8 @@ void frmQStoffWahl::build_layout() {
     layout->addWidget(header);
     layout->addWidget(StoffListe, 1);
     layout->addLayout(numbers);
+    lblMarks->setMinimumHeight(2 * lblMarks->fontMetrics().lineSpacing());  // the list keeps its height
+    layout->addWidget(lblMarks);
     layout->addWidget(rule(this));
     layout->addLayout(bottom);
     QWidget* const order[] = {NameCombo,    StoffListe,  Text1, tex4,   Text2,
@@ -267,6 +270,9 @@ void frmQStoffWahl::show_substance(int index) {
     tex4->show_text(QString::fromStdString(boxes.tex4));
     Text2->show_text(QString::fromStdString(boxes.Text2));
     Text2->setVisible(boxes.has_structure);
+    const SubstanceRemarks remarks = substance_remarks(frame_.session(), index);
+    lblMarks->setText(QString::fromStdString(remarks.line));
+    lblMarks->setToolTip(QString::fromStdString(remarks.sentences));
     NameCombo->setEditText(QString::fromStdString(boxes.NameCombo));
     Text1->setText(QString::fromStdString(boxes.Text1));
 }

@@ -4,6 +4,7 @@
 #include <memory>
 
 class QComboBox;
+class QLabel;
 class QListView;
 class QModelIndex;
 class QPushButton;
@@ -30,6 +31,7 @@ class frmQStoffWahl : public QWidget {
     NumberBox* Text1;  // system number
     ValueBox* tex4;    // CAS number
     ValueBox* Text2;   // structure
+    QLabel* lblMarks;  // which data are estimates, fits, extrapolated
     ValueBox* txtDatenbank;
     QPushButton* cmdSynonyme;
     QPushButton* ESC;

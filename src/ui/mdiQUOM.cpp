@@ -96,7 +96,11 @@ void mdiQUOM::build_toolbar() {
     add_space(6);
     cmdDatenDiagnose = add_button(
         "cmdDatenDiagnose", "     Data Diagnosis",
-        [](mdiQUOM& f, int) { DataDiagnosis(f.session().substance(), f.bench().messages()); }, 0);
+        [](mdiQUOM& f, int) {
+            const Session& s = f.session();
+            DataDiagnosis(s.substance(), substance_marks(s.ProgramPath, s.substance()), f.bench().messages());
+        },
+        0);
     diagnose_shown_ = toolbar->addWidget(cmdDatenDiagnose);
     add_space(0);
     cmdErstnutzer = add_button("cmdErstnutzer", "First steps", show_help_topic, help_first_steps);

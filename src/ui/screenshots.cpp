@@ -87,7 +87,11 @@ constexpr Step Steps[] = {
     {"models-confirmed", [](mdiQUOM& f) { press(f, frmQModell::Name, "cmdOKModell"); }},
     {"eos-parameters", [](mdiQUOM& f) { show_eos_parameters(f, 0); }},
     {"diagnosis",
-     [](mdiQUOM& f) { MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(f.session().substance()))); }},
+     [](mdiQUOM& f) {
+         const Session& s = f.session();
+         MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(s.substance()),
+                                                  substance_marks(s.ProgramPath, s.substance())));
+     }},
     {"question",
      [](mdiQUOM& f) {
          MessageBoxes(&f).ask({.title = "exper. data",

@@ -76,6 +76,36 @@ TEST(Show, constants_units_and_ranges) {
     EXPECT_TRUE(found("show helium")["RhoS"]["A"].is_null());
 }
 
+TEST(Show, estimates_fits_and_extrapolated_boiling_points) {
+    const Json diol = found("show 1,3-Propanediol");
+    EXPECT_EQ(diol["cpPoly"]["mark"], "estimate");
+    EXPECT_TRUE(diol["KFDB"]["mark"].is_null()) << "as printed";
+    EXPECT_EQ(row(diol["marks"], "set", "cpPoly")["source"], "by group contributions (Joback, Reid 1987)");
+    EXPECT_THAT(quomc("show 1,3-Propanediol").out, HasSubstr("(cp 1), T = 250 ... 1000 K, estimate\n"));
+    EXPECT_EQ(found("show propane")["Wagner"]["mark"], "fit");
+    EXPECT_EQ(row(found("show carbon~dioxide")["marks"], "set", "Tnb")["mark"], "extrapolated");
+    EXPECT_THAT(quomc("show carbon~dioxide").out, HasSubstr("185.32 K  extrapolated\n"));
+    EXPECT_THAT(quomc("show nitrogen").out, ::testing::Not(HasSubstr("extrapolated")));
+
+    // Figures of the record that are not those of the tables, as after an edit, are not marked.
+    const test::ReducedDatabase other("504-63-2", {65});
+    EXPECT_EQ(found("show #1 --db " + other.path())["cpPoly"]["mark"], "estimate") << "C4 was empty before";
+    const test::ReducedDatabase edited("504-63-2", {64});
+    EXPECT_TRUE(found("show #1 --db " + edited.path())["cpPoly"]["mark"].is_null());
+}
+
+// Limits of a correlated set that cross are no range.
+TEST(SaturationLine, crossed_limits_are_not_shown) {
+    const Json routes = found("saturation carbon~dioxide --T 250 --eos 3")["routes"];
+    for (const Json& route : routes)
+        if (!route["TLo"].is_null()) {
+            EXPECT_LT(at(route, "/TLo"), at(route, "/THi")) << route;
+        }
+    const Json shown = found("calc carbon~dioxide --mode 4 --T 250 --concept partial --evp 8");
+    EXPECT_TRUE(row(shown["validity"], "name", "EVP")["TLo"].is_null());
+    EXPECT_TRUE(row(shown["validity"], "name", "EVP")["THi"].is_null());
+}
+
 TEST(Models, offers_and_selection) {
     const Json water = found("models water --eos 14 --hlv 4 --watson 0.375 --evp 4");
     EXPECT_EQ(row(water["EOS"], "code", 14)["selected"], true);

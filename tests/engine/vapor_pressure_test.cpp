@@ -317,6 +317,13 @@ TEST(KorreliereEVP, Constants) {
     EXPECT_EQ(substance.KFW[4], 3.47713327f);
 }
 
+// Thomson's set reaches from T(tr) to T(nb): from 217 K down to 185 K for carbon dioxide, which is no range.
+TEST(KorreliereEVP, CrossedLimitsAreNoRange) {
+    EXPECT_EQ(evp_limits(with_all_sets(test::carbon_dioxide), Evp::thompson), TLimits{});
+    EXPECT_EQ(evp_limits(with_all_sets(test::carbon_dioxide), Evp::kfw), (TLimits{217, 304}));
+    EXPECT_EQ(evp_limits(with_all_sets(test::propane), Evp::thompson), (TLimits{86, 231}));
+}
+
 TEST(KorreliereEVP, LeavesTheSetWithoutData) {
     const SubstanceConstants propane = with_all_sets(test::propane);
     const struct {

@@ -26,6 +26,16 @@ TEST(SubstanceForm, boxes_tell_of_the_row) {
     EXPECT_EQ(substance_caption(s.database), "Select a substance (in total  496)");
 }
 
+TEST(SubstanceForm, remarks_tell_what_is_no_printed_figure) {
+    const Session s = test::starter_session();
+    const SubstanceRemarks acid = substance_remarks(s, FindCAS(s.database, "79-11-8"));  // chloroacetic acid
+    EXPECT_THAT(acid.line, ::testing::StartsWith("estimate: cp(idG), polynomial, rho(S); fit: "));
+    EXPECT_THAT(
+        acid.sentences,
+        ::testing::HasSubstr("cp(idG), polynomial: estimate, by group contributions (Joback, Reid 1987)"));
+    EXPECT_EQ(substance_remarks(s, 0).line, "");
+}
+
 TEST(SubstanceForm, the_filter_shows_rows_that_hold_the_text) {
     const Session s = test::starter_session();
     const NameIndex names(s.database, read_synonym_file(s.ProgramPath).bytes);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/queued_messages.h"
+#include "support/starter.h"
 
 namespace quom {
 namespace {
@@ -84,12 +85,31 @@ TEST(DataDiagnosisTest, words) {
               "\n"
               "WITH THIS DATA SITUATION, THERE ARE NO LIMITATIONS");
     QueuedMessages user;
-    EXPECT_EQ(DataDiagnosis({}, user).AmpelStufe, 4);
+    EXPECT_EQ(DataDiagnosis({}, {}, user).AmpelStufe, 4);
     const Message red = user.asked.at(0);
     EXPECT_EQ(red.title, "Substance data situation (\"traffic lights\")");
     EXPECT_THAT(red.text, StartsWith("- no critical data available\n  no calculations possible\n"));
     EXPECT_THAT(red.text, HasSubstr("\n\nNO CALCULATIONS ARE POSSIBLE WITH THIS DATA SITUATIONH\n"));
     EXPECT_THAT(red.text, EndsWith("(Click on icon \"db\""));
+}
+
+// Estimates, fits and extrapolated boiling points follow what is there.
+TEST(DataDiagnosisTest, marks) {
+    const SubstanceConstants c = test::starter_substance(test::carbon_dioxide);
+    const std::string text =
+        data_diagnosis_text(DatenSituation(c), substance_marks(QUOM_STARTER_DATA, c)).text;
+    EXPECT_THAT(
+        text, HasSubstr("  available\n- T(nb): extrapolated, root of the liquid's vapor pressure equation"));
+    EXPECT_THAT(text, HasSubstr("194.686 K\n- cp(idG), polynomial: fit, fitted here to JANAF 1998 (max "));
+    EXPECT_THAT(text, EndsWith("\n\nWITH THIS DATA SITUATION, THERE ARE NO LIMITATIONS"));
+
+    // Without the file the mark that follows from the record stays, and the user hears why.
+    const SubstanceMarks none = substance_marks(QUOM_TEST_DATA, c);
+    EXPECT_EQ(
+        one_line(none),
+        "extrapolated: T(nb); There is no marks.csv in the program folder: estimates and fits are not told "
+        "apart.");
+    EXPECT_TRUE(sentences(substance_marks(QUOM_TEST_DATA, {})).empty()) << "no substance";
 }
 
 // A zero that was given is stored as 1E-37.

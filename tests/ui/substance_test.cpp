@@ -1,3 +1,4 @@
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 
@@ -54,6 +55,8 @@ TEST_F(SubstanceWindow, enter_finds_and_a_second_enter_goes_on_to_the_models) {
     EXPECT_EQ(name(), "Propane");
     EXPECT_EQ(window->tex4->text().toStdString(), "CAS-RN:   74-98-6");
     EXPECT_THAT(window->Text2->text().toStdString(), StartsWith("structure: "));
+    EXPECT_THAT(window->lblMarks->text().toStdString(), HasSubstr("fit: p(LV), Wagner"));
+    EXPECT_THAT(window->lblMarks->toolTip().toStdString(), HasSubstr("p(LV), Wagner: fit, fitted here "));
     EXPECT_TRUE(is_open());
     EXPECT_EQ(document().substance.StoffIndexAktiv, 0);
     key(Qt::Key_Return);

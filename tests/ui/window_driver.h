@@ -49,7 +49,7 @@ class QueuedDialogs : public Dialogs {
 class WindowDriver : public ::testing::Test {
  protected:
     WindowDriver() : frame(folder.path().toStdString()) {
-        for (const char* name : {"quom.q07", "SYNOM7.TXT"})
+        for (const char* name : {"quom.q07", "SYNOM7.TXT", "marks.csv"})
             QFile::copy(QStringLiteral(QUOM_STARTER_DATA "/") + QLatin1String(name),
                         folder.filePath(QLatin1String(name)));
         auto queued = std::make_unique<QueuedDialogs>();
