@@ -26,17 +26,21 @@ bool is_upper(char c) { return c >= 'A' && c <= 'Z'; }
 bool is_lower(char c) { return c >= 'a' && c <= 'z'; }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
+// The end of the table for a symbol that is not in it.
+const Element* element_of(std::string_view symbol) {
+    return std::find_if(std::begin(elements), std::end(elements),
+                        [symbol](const Element& e) { return e.symbol == symbol; });
+}
+
 }  // namespace
 
-std::optional<double> molar_mass(std::string_view formula) {
+std::optional<std::vector<ElementCount>> elements_of(std::string_view formula) {
     if (formula.empty()) return std::nullopt;
-    double M = 0.0;
+    std::vector<ElementCount> found;
     for (std::size_t k = 0; k < formula.size();) {
         if (!is_upper(formula[k])) return std::nullopt;
         const std::size_t letters = k + 1 < formula.size() && is_lower(formula[k + 1]) ? 2 : 1;
-        const auto element = std::find_if(std::begin(elements), std::end(elements), [&](const Element& e) {
-            return e.symbol == formula.substr(k, letters);
-        });
+        const Element* const element = element_of(formula.substr(k, letters));
         if (element == std::end(elements)) return std::nullopt;
         k += letters;
         int count = 0;
@@ -45,8 +49,16 @@ std::optional<double> molar_mass(std::string_view formula) {
             count = 10 * count + (formula[k] - '0');
             if (count > 9999) return std::nullopt;
         }
-        M += element->mass * (k == digits ? 1 : count);
+        found.push_back({element->symbol, k == digits ? 1 : count});
     }
+    return found;
+}
+
+std::optional<double> molar_mass(std::string_view formula) {
+    const auto found = elements_of(formula);
+    if (!found) return std::nullopt;
+    double M = 0.0;
+    for (const ElementCount& part : *found) M += element_of(part.symbol)->mass * part.count;
     return M;
 }
 
