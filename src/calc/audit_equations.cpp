@@ -80,7 +80,8 @@ void audit_values(AuditRun& run, Evp code) {
     for (int i = 0; i < Samples; ++i) {
         const double T = sample(limits, i), p = p_at(k, T, code);
         if (code == Evp::wagner && T > static_cast<double>(k.WagnerTcr) - 0.01) return;
-        if (!(p > before)) return run.add(evp_value, p_of(code) + at_T(T) + " does not rise", p, before);
+        const char* const what = std::isfinite(p) ? " does not rise" : " has no value";
+        if (!(p > before)) return run.add(evp_value, p_of(code) + at_T(T) + what, p, before);
         before = p;
     }
 }
