@@ -34,6 +34,8 @@ constexpr Command table[] = {
      "SUBSTANCE (--T K | --p kPa) --hold v|h|s|g|u|a|eH|eU (--value X | --T0 K --p0 kPa) [--phase L|V] "
      "[models]",
      "propane --p 100 --hold h --T0 320 --p0 800", declare_iso},
+    {"audit", "The sets of each record against each other, one line a doubt", "[SUBSTANCE] [--rules]",
+     "water --rules", declare_audit},
 };
 
 constexpr const char* footer =

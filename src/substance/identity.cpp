@@ -73,14 +73,25 @@ std::string text_of(Atoms atoms) {
 
 }  // namespace
 
-std::optional<double> molar_mass(std::string_view formula) {
+std::optional<std::vector<ElementCount>> elements_of(std::string_view formula) {
     if (formula.empty()) return std::nullopt;
-    double M = 0.0;
+    std::vector<ElementCount> found;
     while (!formula.empty()) {
-        const Element* element = take_element(formula);
+        const Element* const element = take_element(formula);
         const int count = element == nullptr ? 0 : take_count(formula);
         if (count < 0 || element == nullptr) return std::nullopt;
-        M += element->mass * count;
+        found.push_back({element->symbol, count});
+    }
+    return found;
+}
+
+std::optional<double> molar_mass(std::string_view formula) {
+    const auto found = elements_of(formula);
+    if (!found) return std::nullopt;
+    double M = 0.0;
+    for (const ElementCount& part : *found) {
+        std::string_view symbol = part.symbol;
+        M += take_element(symbol)->mass * part.count;
     }
     return M;
 }

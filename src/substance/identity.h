@@ -3,11 +3,20 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quom {
 
-// Molar mass [kg/kmol] of a formula such as "C2H6O" or "SO2Cl2", D for deuterium; none for a formula that is
-// malformed or names an element that is not in the table.
+// Atoms of one element in a formula.
+struct ElementCount {
+    std::string_view symbol;
+    int count = 0;
+};
+// Elements of a formula such as "C2H6O" or "SO2Cl2" as they stand in it, D for deuterium; none for a formula
+// that is malformed or names an element that is not in the table of atomic weights.
+std::optional<std::vector<ElementCount>> elements_of(std::string_view formula);
+
+// Molar mass [kg/kmol] of a formula; none where elements_of has none.
 // Abridged standard atomic weights 2021: Prohaska et al., Pure Appl. Chem. 94 (2022) 573; D is the mass of
 // the nuclide: Wang et al., Chinese Phys. C 45 (2021) 030003.
 std::optional<double> molar_mass(std::string_view formula);
