@@ -95,18 +95,18 @@ Descriptor open_direct(const Destination& to) {
     return open_descriptor(to.target, O_WRONLY);
 }
 
-// The entry of the new name reaches the disk. Folders that cannot be flushed are left to the system.
-bool flush_folder(const std::string& target) {
-    const std::string folder = folder_part(target);
-    const Descriptor open = open_descriptor(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY);
-    return !open.good() || ::fsync(open.get()) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
-}
-
 bool flush_file(int fd) {
     for (;;) {
         if (::fsync(fd) == 0) return true;
         if (errno != EINTR) return false;
     }
+}
+
+// The entry of the new name reaches the disk. Folders that cannot be flushed are left to the system.
+bool flush_folder(const std::string& target) {
+    const std::string folder = folder_part(target);
+    const Descriptor open = open_descriptor(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY);
+    return !open.good() || flush_file(open.get()) || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
 }
 
 }  // namespace

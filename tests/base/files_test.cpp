@@ -7,7 +7,11 @@
 #include <array>
 #include <csignal>
 #include <filesystem>
+#include <sstream>
 #include <thread>
+
+#include "base/input_file.h"
+#include "base/output_file.h"
 
 namespace quom {
 namespace {
@@ -215,6 +219,66 @@ TEST(FieldReader, whole_lines_keep_commas) {
     EXPECT_EQ(in.line(), 4);
     EXPECT_EQ(in.whole_line(), "last");
     EXPECT_TRUE(in.at_end());
+}
+
+TEST_F(Files, written_piece_by_piece) {
+    const std::string path = put("table.csv", "old");
+    {
+        OutputFile left = OutputFile::open(path);
+        EXPECT_TRUE(left.write("half"));
+    }
+    EXPECT_EQ(read_file(path).bytes, "old");
+    const std::size_t before = entries();
+    OutputFile one = OutputFile::open(path), two = OutputFile::open(path);
+    EXPECT_EQ(entries(), before + 2);
+    EXPECT_TRUE(one.write("1") && two.write("2") && one.write("1") && one.finish());
+    EXPECT_EQ(read_file(path).bytes, "11");
+    two = OutputFile();  // given up
+    EXPECT_EQ(entries(), before);
+
+    remove_unfinished_files();
+    EXPECT_EQ(read_file(path).bytes, "11");
+    OutputFile ended = OutputFile::open(path);
+    remove_unfinished_files();
+    EXPECT_EQ(entries(), before);
+    EXPECT_TRUE(ended.write("3"));
+    EXPECT_FALSE(ended.finish());
+    EXPECT_FALSE(ended.write("3"));
+    EXPECT_EQ(read_file(path).bytes, "11");
+}
+
+// Bytes are handed on when they are there; an error is no end.
+TEST_F(Files, read_as_they_come) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    DescriptorBuffer buffer(ends[0]);
+    std::istream stream(&buffer);
+    InputFile piped = InputFile::of_stream(stream);
+    std::array<char, 100> bytes{};
+    for (const std::string text : {"abc", "de"}) {
+        ASSERT_TRUE(write_all(ends[1], text));
+        ASSERT_EQ(piped.read(bytes.data(), bytes.size()), static_cast<std::ptrdiff_t>(text.size()));
+        EXPECT_EQ(std::string(bytes.data(), text.size()), text);
+    }
+    ASSERT_TRUE(write_all(ends[1], "fg"));
+    EXPECT_EQ(piped.read(bytes.data(), 1), 1);
+    EXPECT_EQ(piped.read(bytes.data(), bytes.size()), 1);
+    ::close(ends[1]);
+    EXPECT_EQ(piped.read(bytes.data(), bytes.size()), 0);
+    EXPECT_EQ(piped.fault(), "");
+    ::close(ends[0]);
+    EXPECT_EQ(piped.read(bytes.data(), bytes.size()), -1);
+    EXPECT_EQ(piped.fault(), "Cannot read the standard input: Bad file descriptor");
+
+    EXPECT_EQ(InputFile::open(at("program")).fault(),
+              "Cannot read \"" + at("program") + "\": Is a directory");
+    std::istringstream bad("x");
+    bad.setstate(std::ios::badbit);
+    EXPECT_EQ(InputFile::of_stream(bad).read(bytes.data(), 1), -1);
+    put("large", std::string(11, 'x'));
+    EXPECT_EQ(read_file(at("large"), 10).fault,
+              "Cannot read \"" + at("large") + "\": it is larger than 10 bytes");
+    EXPECT_EQ(read_file(at("large"), 11).bytes, std::string(11, 'x'));
 }
 
 }  // namespace
