@@ -216,6 +216,7 @@ void add_heads(Report& report, const Session& session) {
     report.sections.emplace_back(
         substance_block(session.substance(), session.document.substance.StoffIndexAktiv));
     report.sections.emplace_back(models_block(session.document.models));
+    report.sections.emplace_back(reference_block(*session.fluid));
 }
 
 NameSource name_source(const Session& session) { return {session.database, session.ProgramPath}; }
