@@ -74,7 +74,7 @@ void warn_of_functions(CalcRun& run, const StateFunctions& f) {
     if (f.reason == Reason::no_ideal_gas_cp)
         run.warn({.kind = WarningKind::no_ideal_gas_cp, .value = run.T()});
     if (f.exergy_reason == Reason::no_environment && f.reason != Reason::no_ideal_gas_cp)
-        run.warn({.kind = WarningKind::no_environment, .value = reference.TEnv, .low = reference.pEnv});
+        run.warn({.kind = WarningKind::no_environment, .value = reference.TEnv});
 }
 
 // One phase of volume v at T, p of the run, with functions and arrays as the input asks for them.

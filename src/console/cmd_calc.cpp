@@ -40,6 +40,10 @@ Report calc(Program& program, const CalcArguments& a) {
     Report report = calc_report(session, outcome);
     if (program.options.json) return report;
     program.out << calc_text(session, outcome);
+    if (outcome.has_result()) {
+        program.out << '\n';
+        report.footer = footer_of(*session.fluid, session.document.units);
+    }
     report.sections.clear();
     Block comparison = comparison_block(*session.fluid, outcome, session.document.units);
     if (comparison.layout != Layout::json) {
@@ -57,11 +61,12 @@ Report calc_report(const Session& session, const Outcome& outcome) {
     const Document& document = session.document;
     Report report;
     add_heads(report, session);
-    report.sections.emplace_back(mode_block(fluid, outcome, document.calc.setup));
+    report.sections.emplace_back(mode_block(fluid, outcome, document.calc.setup, document.units));
     const UnitFactors factors = outcome_factors(fluid, outcome, document.units);
     report.sections.emplace_back(slot_block(calc_result(outcome, factors), document.units));
     report.sections.emplace_back(comparison_block(fluid, outcome, document.units));
-    if (document.calc.ExtLevel > 1) report.sections.emplace_back(derivative_grid(outcome));
+    if (document.calc.ExtLevel > 1)
+        for (Grid& grid : array_grids(outcome)) report.sections.emplace_back(std::move(grid));
     add_reservations(report, fluid, outcome);
     return report;
 }

@@ -1,4 +1,6 @@
 // iso: the T or p at which a function has a given value, or the value of another state.
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include "calc/iso_search.h"
@@ -101,7 +103,48 @@ Report not_found(const Session& session, const IsoArguments& a, const IsoInput& 
                             std::string(unit_text(session.document.units, quantity_of(input.Column))) +
                             (a.T ? " at T = " + shown(*a.T) + " K." : " at p = " + shown(*a.p) + " kPa.")});
     report.reason = reason_name(reason);
+    add_heads(report, session);
     return report;
+}
+
+// The state that was found nearest to the start.
+Block state_block(const IsoArguments& a, double T, double p, const Outcome& outcome) {
+    return {"state",
+            "State",
+            {{"T", "T", T, "K", a.T ? "" : "found"},
+             {"p", "p", p, "kPa", a.T ? "found" : ""},
+             {"phase", "phase", phase_text(outcome.phase), "", ""}},
+            Layout::list};
+}
+
+Block held_block(const IsoArguments& a, const Held& held, const std::string& unit, int column) {
+    return {"held",
+            std::string(iso_captions[static_cast<std::size_t>(column)].caption) + " held",
+            {{"function", "", a.hold, "", ""}, {"target", a.hold, held.value, unit, ""}},
+            Layout::list};
+}
+
+// T, p, phase and density of every solution, nearest to the start first; in text where there are several.
+Table solutions_table(const Fluid& fluid, const IsoArguments& a, const IsoInput& input,
+                      const IsoResult& found) {
+    std::vector<double> unknowns = found.others;
+    const auto away = [start = input.start.value_or(found.value)](double x) {
+        return std::fabs(std::log(x / start));
+    };
+    std::ranges::sort(unknowns, {}, away);
+    unknowns.insert(unknowns.begin(), found.value);
+    Table table{"solutions",
+                "Solutions, nearest first",
+                {{"T", "T", "K"}, {"p", "p", "kPa"}, {"phase", "phase", ""}, {"rho", "rho", "kg/m^3"}},
+                {},
+                unknowns.size() > 1 ? Layout::list : Layout::json};
+    for (const double x : unknowns) {
+        const Outcome state = state_at(fluid, a.T.value_or(x), a.p.value_or(x), {});
+        const PhaseOutcome* const phase = phase_of(state, state.phase == PhaseWord::L ? phase_L : phase_V);
+        table.rows.push_back({a.T.value_or(x), a.p.value_or(x), phase_text(state.phase),
+                              phase ? if_present(phase->rho) : Value()});
+    }
+    return table;
 }
 
 Report iso(Program& program, const IsoArguments& a) {
@@ -119,25 +162,16 @@ Report iso(Program& program, const IsoArguments& a) {
     const double T = a.T.value_or(found.value);
     const double p = a.p.value_or(found.value);
     Outcome outcome = state_at(fluid, T, p, {});
-    if (!found.others.empty())
-        outcome.warnings.push_back({.kind = WarningKind::several_solutions, .value = found.value});
-    const std::string unknown = a.T ? "p" : "T";
-    Table others{"others", "", {{unknown, unknown, a.T ? "kPa" : "K"}}, {}, Layout::json};
-    for (const double x : found.others) others.rows.push_back({x});
+    if (!found.others.empty()) outcome.warnings.push_back({.kind = WarningKind::several_solutions});
     Report report;
     report.title = substance_head(fluid.substance) + "\n" + models_head(fluid.models);
+    report.footer = footer_of(fluid, units);
     add_heads(report, session);
-    report.sections.emplace_back(
-        Block{"iso",
-              std::string(iso_captions[static_cast<std::size_t>(column)].caption) + " held",
-              {{"T", "T", T, "K", a.T ? "" : "found"},
-               {"p", "p", p, "kPa", a.T ? "found" : ""},
-               {"phase", "phase", phase_name(held.phase), "", ""},
-               {"value", a.hold, held.value, std::string(unit_text(units, quantity_of(column))), ""}},
-              Layout::list});
-    report.sections.emplace_back(std::move(others));
-    report.sections.emplace_back(
-        phase_functions_grid(outcome, held.phase, units, outcome_factors(fluid, outcome, units)));
+    const std::string unit(unit_text(units, quantity_of(column)));
+    report.sections.emplace_back(held_block(a, held, unit, column));
+    report.sections.emplace_back(state_block(a, T, p, outcome));
+    report.sections.emplace_back(solutions_table(fluid, a, input, found));
+    report.sections.emplace_back(functions_grid(outcome, units, outcome_factors(fluid, outcome, units)));
     report.sections.emplace_back(comparison_block(fluid, outcome, units));
     add_reservations(report, fluid, outcome);
     return report;

@@ -62,14 +62,14 @@ void add_lists(Report& report, const Session& session) {
     std::vector<ListRow> equations;
     for (const EosInfo& row : eos_list())
         equations.push_back({number_of(row.code), row.text, eos_remark(k, row)});
-    report.sections.emplace_back(models_table("EOS", "Equation of state (--eos)", std::move(equations),
+    report.sections.emplace_back(models_table("eos", "Equation of state (--eos)", std::move(equations),
                                               AktualisiereEOSKombi(k, m), number_of(m.EOSKode)));
     const ModelList evp = AktualisierepKombi(k, m);
-    report.sections.emplace_back(models_table("EVP", "Vapor pressure equation (--evp)",
+    report.sections.emplace_back(models_table("evp", "Vapor pressure equation (--evp)",
                                               list_rows(evp_info(Evp::none), evp_list(), evp), evp,
                                               number_of(m.EVPKode)));
     const ModelList hlv = AktualisiereHLVKombi(k, m);
-    report.sections.emplace_back(models_table("HLV", "Enthalpy of vaporization (--hlv)",
+    report.sections.emplace_back(models_table("hlv", "Enthalpy of vaporization (--hlv)",
                                               list_rows(hlv_info(Hlv::none), hlv_list(), hlv), hlv,
                                               number_of(m.HLVKode)));
     const CpInfo forms[] = {cp_info(CpForm::polynomial), cp_info(CpForm::sinh_cosh)};
@@ -102,8 +102,7 @@ Report models(Program& program, const std::string& substance, const ModelOptions
     const Session& session = program.session;
     Report report;
     report.title = substance_head(session.substance());
-    report.sections.emplace_back(
-        substance_block(session.substance(), session.document.substance.StoffIndexAktiv));
+    add_heads(report, session);
     add_lists(report, session);
     report.sections.emplace_back(selection_block(session));
     return report;

@@ -85,7 +85,8 @@ Table routes_table(const Fluid& fluid, const SaturationArguments& a, const std::
                 {{"selected", "selected", ""},
                  {"code", "code", ""},
                  {"name", "route", ""},
-                 {a.T ? "p" : "T", a.T ? "p(LV)" : "T(LV)", a.T ? "kPa" : "K"},
+                 {"T", "T(LV)", "K", a.T ? Layout::json : Layout::list},
+                 {"p", "p(LV)", "kPa", a.T ? Layout::list : Layout::json},
                  {"TLo", "T(Lo)", "K"},
                  {"THi", "T(Hi)", "K"},
                  {"dT", "outside", "K"},
@@ -95,22 +96,33 @@ Table routes_table(const Fluid& fluid, const SaturationArguments& a, const std::
         const bool eos = r.evp == Evp::none;
         const bool selected = fluid.models.Konzept ? eos : r.evp == fluid.models.EVPKode;
         const std::string_view name = trim(eos ? fluid.eos_row().text : evp_info(r.evp).text);
-        table.rows.push_back({selected, eos ? Value() : Value(number_of(r.evp)), name,
-                              if_present(a.T ? r.p : r.T), limit(r.limits.TLo), limit(r.limits.THi),
+        table.rows.push_back({selected, eos ? Value() : Value(number_of(r.evp)), name, if_present(r.T),
+                              if_present(r.p), limit(r.limits.TLo), limit(r.limits.THi),
                               r.outside ? Value(r.outside) : Value(),
-                              r.found() ? Value("") : Value(reason_text(r.failure.reason))});
+                              r.found() ? Value() : Value(reason_text(r.failure.reason))});
     }
     return table;
 }
 
-Block eos_block(const Saturation& saturation) {
+// The equilibrium in force.
+Block state_block(const Route& in_force) {
+    return {"state",
+            "",
+            {{"T", "T", if_present(in_force.T), "K", ""},
+             {"p", "p", if_present(in_force.p), "kPa", ""},
+             {"phase", "phase", in_force.found() ? Value(phase_text(PhaseWord::VL)) : Value(), "", ""}},
+            Layout::json};
+}
+
+Block equilibrium_block(const Saturation& saturation, const Units& units, double v_factor) {
     const auto value = [&](double x) { return saturation.found() ? Value(x) : Value(); };
-    return {"EOS",
+    const std::string v_unit(unit_text(units, Quantity::v));
+    return {"equilibrium",
             "Equation of state",
             {{"T", "T(LV)", value(saturation.T), "K", ""},
              {"p", "p(LV)", value(saturation.p), "kPa", ""},
-             {"vL", "v(L)", value(saturation.vL), "m^3/kmol", ""},
-             {"vV", "v(V)", value(saturation.vV), "m^3/kmol", ""},
+             {"v_L", "v(L)", value(v_factor * saturation.vL), v_unit, ""},
+             {"v_V", "v(V)", value(v_factor * saturation.vV), v_unit, ""},
              {"fd", "difference of areas fd", value(saturation.fd), "", "0 at saturation"}},
             saturation.found() ? Layout::list : Layout::json};
 }
@@ -126,10 +138,10 @@ class Densities {
                  {{"name", "by", ""},
                   {"T", "T", "K"},
                   {"p", "p", "kPa"},
-                  {"rhoL", "rho(L)", "kg/m^3"},
-                  {"rhoV", "rho(V)", "kg/m^3"},
-                  {"vL", "v(L)", std::string(unit_text(units, Quantity::v))},
-                  {"vV", "v(V)", std::string(unit_text(units, Quantity::v))}},
+                  {"rho_L", "rho(L)", "kg/m^3"},
+                  {"rho_V", "rho(V)", "kg/m^3"},
+                  {"v_L", "v(L)", std::string(unit_text(units, Quantity::v))},
+                  {"v_V", "v(V)", std::string(unit_text(units, Quantity::v))}},
                  {}} {}
     // A volume of 0 is not known.
     void add(const char* name, double T, double p, double vL, double vV) {
@@ -163,7 +175,7 @@ Table densities_table(const Fluid& fluid, Densities densities, const Saturation&
 Table hlv_table(const Session& session, const SaturationArguments& a, const BensonReference& benson) {
     const Fluid& fluid = *session.fluid;
     const Units& units = session.document.units;
-    Table table{"HLV",
+    Table table{"vaporization",
                 "Enthalpy of vaporization",
                 {{"selected", "selected", ""},
                  {"code", "code", ""},
@@ -230,7 +242,11 @@ Report saturation(Program& program, const SaturationArguments& a) {
         return refusal("saturation", *refused);
     const Session& session = program.session;
     const Fluid& fluid = *session.fluid;
-    if (const Failure failure = check_critical(fluid.substance, a)) return no_saturation(failure, "");
+    if (const Failure failure = check_critical(fluid.substance, a)) {
+        Report report = no_saturation(failure, "");
+        add_heads(report, session);
+        return report;
+    }
 
     const Saturation eos = a.T ? pLV_EOS(fluid, *a.T) : TLV_EOS(fluid, *a.p);
     const std::vector<Route> routes = all_routes(fluid, a, by_eos(a, eos, fluid.substance));
@@ -245,9 +261,11 @@ Report saturation(Program& program, const SaturationArguments& a) {
 
     Report report;
     report.title = substance_head(fluid.substance) + ": " + models_head(fluid.models);
+    report.footer = footer_of(fluid, units);
     add_heads(report, session);
+    report.sections.emplace_back(state_block(in_force));
     report.sections.emplace_back(routes_table(fluid, a, routes));
-    report.sections.emplace_back(eos_block(eos));
+    report.sections.emplace_back(equilibrium_block(eos, units, display_factor(factors, Quantity::v)));
     report.sections.emplace_back(densities_table(fluid, Densities(fluid, units, factors), eos, evp, benson));
     report.sections.emplace_back(hlv_table(session, a, benson));
     const RecordComparison compared = eos.found() ? compare_with_record(fluid, eos.T) : RecordComparison{};

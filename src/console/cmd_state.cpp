@@ -37,10 +37,11 @@ Report state_report(const Session& session, const Outcome& outcome) {
     const Fluid& fluid = *session.fluid;
     const Units& units = session.document.units;
     Report report;
+    add_heads(report, session);
     if (outcome.has_result()) {
         report.title = substance_head(fluid.substance) + ": " + models_head(fluid.models);
-        add_heads(report, session);
-        report.sections.emplace_back(state_block(fluid, outcome));
+        report.footer = footer_of(fluid, units);
+        report.sections.emplace_back(state_block(fluid, outcome, units));
         report.sections.emplace_back(functions_grid(outcome, units, outcome_factors(fluid, outcome, units)));
         report.sections.emplace_back(comparison_block(fluid, outcome, units));
         for (Grid& grid : array_grids(outcome)) report.sections.emplace_back(std::move(grid));

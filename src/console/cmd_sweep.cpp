@@ -101,6 +101,7 @@ Report sweep(Program& program, const SweepArguments& a) {
     }
     if (a.out == "-") return report;
     add_heads(report, program.session);
+    report.footer = footer_of(*program.session.fluid, program.session.document.units);
     report.sections.emplace_back(totals_block(totals));
     add_warnings(report, totals.warnings);
     return report;

@@ -29,6 +29,7 @@ Report tank(Program& program, const TankArguments& a) {
     add_heads(report, session);
     if (outcome.has_result()) {
         report.title = substance_head(fluid.substance) + "\n" + models_head(fluid.models);
+        report.footer = footer_of(fluid, session.document.units);
         report.sections.emplace_back(tank_block(outcome));
         if (outcome.tank) report.sections.emplace_back(contents_grid(*outcome.tank));
         report.sections.emplace_back(comparison_block(fluid, outcome, session.document.units));

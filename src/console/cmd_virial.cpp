@@ -53,8 +53,7 @@ Report virial(Program& program, const VirialArguments& a) {
     std::ranges::sort(rows, {}, &VirialRow::code);
     Report report;
     report.title = substance_head(session.substance());
-    report.sections.emplace_back(
-        substance_block(session.substance(), session.document.substance.StoffIndexAktiv));
+    add_heads(report, session);
     report.sections.emplace_back(Block{"state", "", {{"T", "T", *a.T, "K", ""}}, Layout::json});
     report.sections.emplace_back(virial_table(*a.T, rows));
     if (std::ranges::none_of(rows, [](const VirialRow& row) { return row.B.has_value(); })) {

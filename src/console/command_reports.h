@@ -11,7 +11,7 @@ namespace quom {
 // state: the state with all functions, derivatives and coefficients.
 Report state_report(const Session& session, const Outcome& outcome);
 
-// calc: slots by name and, with extended output, the derivatives; in JSON only.
+// calc: slots by key and, with extended output, the result arrays; in JSON only.
 Report calc_report(const Session& session, const Outcome& outcome);
 // calc: the result window from top to bottom.
 std::string calc_text(const Session& session, const Outcome& outcome);

@@ -213,6 +213,7 @@ void add_heads(Report& report, const Session& session) {
     report.sections.emplace_back(
         substance_block(session.substance(), session.document.substance.StoffIndexAktiv));
     report.sections.emplace_back(models_block(session.document.models));
+    report.sections.emplace_back(reference_block(*session.fluid));
 }
 
 }  // namespace quom

@@ -25,7 +25,7 @@ Refused apply_models(Program& program, const ModelOptions& options);
 // All of it.
 Refused prepare(Program& program, std::string_view substance, const ModelOptions& options);
 
-// "substance" and "models" of the JSON object.
+// "substance", "models" and "reference" of the JSON object.
 void add_heads(Report& report, const Session& session);
 
 }  // namespace quom

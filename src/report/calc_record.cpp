@@ -9,55 +9,56 @@ namespace quom {
 namespace {
 
 struct SlotInfo {
-    std::string_view name;
+    std::string_view name;  // in the head of a record
+    std::string_view key;   // in JSON
     Quantity quantity;
 };
 
 using enum Quantity;
 // In the order of the slots.
 constexpr std::array<SlotInfo, slot_count> slots = {{
-    {"T", T},
-    {"p", p},
-    {"rho(global)", rho},
-    {"v(global)", v},
-    {"rho(L)", rho},
-    {"cp(S)", cp},
-    {"x", T},
-    {"cp(idG)", cpId},
-    {"x", T},
-    {"v(V)", v},
-    {"h(V)", h},
-    {"s(V)", Quantity::s},
-    {"g(V)", g},
-    {"u(V)", u},
-    {"a(V)", a},
-    {"eH(V)", eH},
-    {" eU(V)", eU},
-    {"cp(V)", cp},
-    {"cV(V)", cV},
-    {"v(L)", v},
-    {"h(L)", h},
-    {"s(L)", Quantity::s},
-    {"g(L)", g},
-    {"u(L)", u},
-    {"a(L)", a},
-    {"eH(L)", eH},
-    {"eU(L)", eU},
-    {"cp(L)", cp},
-    {"cV(L)", cV},
-    {"delta(LV)h", hLV},
-    {"delta(LV)s", sLV},
-    {"alpha(V)", alpha},
-    {"chi(V)", chi},
-    {"beta(V)", beta},
-    {"delta(V)", delta},
-    {"alpha(L)", alpha},
-    {"chi(L)", chi},
-    {"beta(L)", beta},
-    {"delta(L)", delta},
-    {"sound speed(L)", w},
-    {"sound speed(V)", w},
-    {"B", B},
+    {"T", "T", T},
+    {"p", "p", p},
+    {"rho(global)", "rho", rho},
+    {"v(global)", "v", v},
+    {"rho(L)", "rho_L", rho},
+    {"cp(S)", "cp_S", cp},
+    {"x", "", T},
+    {"cp(idG)", "cpId", cpId},
+    {"x", "", T},
+    {"v(V)", "v_V", v},
+    {"h(V)", "h_V", h},
+    {"s(V)", "s_V", Quantity::s},
+    {"g(V)", "g_V", g},
+    {"u(V)", "u_V", u},
+    {"a(V)", "a_V", a},
+    {"eH(V)", "eH_V", eH},
+    {" eU(V)", "eU_V", eU},
+    {"cp(V)", "cp_V", cp},
+    {"cV(V)", "cV_V", cV},
+    {"v(L)", "v_L", v},
+    {"h(L)", "h_L", h},
+    {"s(L)", "s_L", Quantity::s},
+    {"g(L)", "g_L", g},
+    {"u(L)", "u_L", u},
+    {"a(L)", "a_L", a},
+    {"eH(L)", "eH_L", eH},
+    {"eU(L)", "eU_L", eU},
+    {"cp(L)", "cp_L", cp},
+    {"cV(L)", "cV_L", cV},
+    {"delta(LV)h", "hLV", hLV},
+    {"delta(LV)s", "sLV", sLV},
+    {"alpha(V)", "alpha_V", alpha},
+    {"chi(V)", "chi_V", chi},
+    {"beta(V)", "beta_V", beta},
+    {"delta(V)", "delta_V", delta},
+    {"alpha(L)", "alpha_L", alpha},
+    {"chi(L)", "chi_L", chi},
+    {"beta(L)", "beta_L", beta},
+    {"delta(L)", "delta_L", delta},
+    {"sound speed(L)", "w_L", w},
+    {"sound speed(V)", "w_V", w},
+    {"B", "B", B},
 }};
 
 using Optional = std::optional<double>;
@@ -100,6 +101,7 @@ bool tells_vaporization(Mode mode) {
 }  // namespace
 
 std::string_view slot_name(CalcSlot slot) { return slots[static_cast<std::size_t>(slot)].name; }
+std::string_view slot_key(CalcSlot slot) { return slots[static_cast<std::size_t>(slot)].key; }
 Quantity slot_quantity(CalcSlot slot) { return slots[static_cast<std::size_t>(slot)].quantity; }
 
 CalcSlot function_slot(Quantity q, int phase) {

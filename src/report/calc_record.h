@@ -82,8 +82,10 @@ const PhaseOutcome* phase_of(const Outcome& outcome, Phase phase);
 // A function (v to w, cp(idG), rho) of a phase; absent where it does not exist.
 std::optional<double> function_value(const PhaseOutcome& phase, Quantity q);
 
-// Name of a slot in the head of the record, and what it holds (slots "x": Quantity::T, never set).
+// Name of a slot in the head of the record, its key in JSON ("h_V"; "" for slots "x"), and what it holds
+// (slots "x": Quantity::T, never set).
 std::string_view slot_name(CalcSlot slot);
+std::string_view slot_key(CalcSlot slot);
 Quantity slot_quantity(CalcSlot slot);
 // Slot of a function (v to w) of a phase: 0 L, 1 V.
 CalcSlot function_slot(Quantity q, int phase);

@@ -5,7 +5,6 @@
 
 #include "base/code_page.h"
 #include "engine/vapor_pressure.h"
-#include "report/titles.h"
 
 namespace quom {
 
@@ -23,23 +22,21 @@ constexpr Entry deriv_entries[] = {
     {"dpdv_T", "(dp/dv) at T", "kPa kmol/m^3", dpdv_T},   {"dpdT_v", "(dp/dT) at v", "kPa/K", dpdT_v},
     {"dvdp_T", "(dv/dp) at T", "m^3/(kmol kPa)", dvdp_T}, {"dvdT_p", "(dv/dT) at p", "m^3/(kmol K)", dvdT_p},
     {"dTdv_p", "(dT/dv) at p", "K kmol/m^3", dTdv_p},     {"dTdp_v", "(dT/dp) at v", "K/kPa", dTdp_v}};
-constexpr Entry coef_entries[] = {{"coef_alpha", "alpha = (dv/dT)_p/v", "1/K", coef_alpha},
-                                  {"coef_chi", "chi = -(dv/dp)_T/v", "1/kPa", coef_chi},
-                                  {"coef_beta", "beta = (dp/dT)_v/p", "1/K", coef_beta}};
+constexpr Entry coef_entries[] = {{"alpha", "alpha = (dv/dT)_p/v", "1/K", coef_alpha},
+                                  {"chi", "chi = -(dv/dp)_T/v", "1/kPa", coef_chi},
+                                  {"beta", "beta = (dp/dT)_v/p", "1/K", coef_beta}};
 constexpr Entry deriv2_entries[] = {{"d2pdv2", "(d2p/dv2) at T", "kPa kmol^2/m^6", d2pdv2},
                                     {"d2vdT2", "(d2v/dT2) at p", "m^3/(kmol K^2)", d2vdT2},
                                     {"d2Tdv2", "(d2T/dv2) at p", "K kmol^2/m^6", d2Tdv2}};
-constexpr Entry func_entries[] = {{"fu_lnphi", "ln phi", "", fu_lnphi},
-                                  {"fu_dlnphidT", "(dln phi/dT) at p", "1/K", fu_dlnphidT},
-                                  {"fu_d2lnphidT2", "(d2ln phi/dT2) at p", "1/K^2", fu_d2lnphidT2},
-                                  {"fu_s_res", "(s - s_idG)/R", "", fu_s_res},
-                                  {"fu_h_res", "(h - h_idG)/R", "K", fu_h_res},
-                                  {"fu_g_res", "(g - g_idG)/R", "K", fu_g_res},
-                                  {"fu_cp_res", "(cp - cp_idG)/R", "", fu_cp_res},
-                                  {"fu_dTdp_h", "(dT/dp) at h", "K/kPa", fu_dTdp_h},
-                                  {"fu_cV", "cV", "kJ/(kmol K)", fu_cV},
-                                  {"fu_cp", "cp", "kJ/(kmol K)", fu_cp},
-                                  {"fu_w", "speed of sound", "m/s", fu_w}};
+// cV, cp and w stand in the table of functions.
+constexpr Entry func_entries[] = {{"lnphi", "ln phi", "", fu_lnphi},
+                                  {"dlnphidT", "(dln phi/dT) at p", "1/K", fu_dlnphidT},
+                                  {"d2lnphidT2", "(d2ln phi/dT2) at p", "1/K^2", fu_d2lnphidT2},
+                                  {"s_res", "(s - s_idG)/R", "", fu_s_res},
+                                  {"h_res", "(h - h_idG)/R", "K", fu_h_res},
+                                  {"g_res", "(g - g_idG)/R", "K", fu_g_res},
+                                  {"cp_res", "(cp - cp_idG)/R", "", fu_cp_res},
+                                  {"delta", "(dT/dp) at h", "K/kPa", fu_dTdp_h}};
 
 // L and V value of what a phase has.
 template <class Get>
@@ -133,45 +130,28 @@ std::vector<Validity> validities(const Fluid& fluid, const Outcome& outcome) {
     return list;
 }
 
+// Unit of the numbers of a warning; absent for one without numbers.
+Value warning_unit(WarningKind kind) {
+    switch (kind) {
+        case WarningKind::beyond_pLV:
+        case WarningKind::other_phase_by_evp:
+            return "kPa";
+        case WarningKind::below_B:
+            return std::string(molar_volume);
+        case WarningKind::no_omega:
+        case WarningKind::several_solutions:
+            return {};
+        default:
+            return "K";
+    }
+}
+
 // Reservations that say themselves why functions are absent.
 bool told_by_warning(Reason reason) {
     return reason == Reason::none || reason == Reason::no_ideal_gas_cp || reason == Reason::critical_point;
 }
 
 }  // namespace
-
-std::string substance_head(const SubstanceConstants& substance) {
-    std::string head = substance.StoffName;
-    for (const std::string& part : {substance.StoffFormulaCompact, substance.StoffCAS})
-        if (!trim(part).empty()) head += "  " + std::string(trim(part));
-    return head;
-}
-
-std::string models_head(const ModelSelection& models) {
-    return std::string(trim(eos_info(models.EOSKode).text)) + ", " +
-           (models.Konzept ? "GLOBAL concept" : "PARTIAL concept");
-}
-
-Block substance_block(const SubstanceConstants& substance, int index) {
-    return {"substance",
-            "",
-            {{"index", "#", index, "", ""},
-             {"StoffName", "name", substance.StoffName, "", ""},
-             {"StoffFormula", "formula", substance.StoffFormulaCompact, "", ""},
-             {"StoffCAS", "CAS", std::string(trim(substance.StoffCAS)), "", ""}},
-            Layout::json};
-}
-
-Block models_block(const ModelSelection& models) {
-    return {"models",
-            "",
-            {{"EOSKode", "EOS", number_of(models.EOSKode), "", ""},
-             {"EVPKode", "EVP", number_of(models.EVPKode), "", ""},
-             {"HLVKode", "delta(LV)h", number_of(models.HLVKode), "", ""},
-             {"cpKode", "cp(idG)", number_of(models.cpKode), "", ""},
-             {"Konzept", "concept", models.Konzept ? "GLOBAL" : "PARTIAL", "", ""}},
-            Layout::json};
-}
 
 std::string_view region_text(int region) {
     constexpr std::array<std::string_view, 5> texts = {"below the critical point", "liquid above p(cr)",
@@ -182,7 +162,7 @@ std::string_view region_text(int region) {
                : std::string_view();
 }
 
-Block state_block(const Fluid& fluid, const Outcome& outcome) {
+Block state_block(const Fluid& fluid, const Outcome& outcome, const Units& units) {
     const bool two = outcome.two_phase(), cubic = !fluid.VPhaseOnly;
     const EosOutcome* const eos = outcome.eos ? &*outcome.eos : nullptr;
     const int nRoots = eos ? int{eos->roots.nRoots} : 0;
@@ -190,6 +170,7 @@ Block state_block(const Fluid& fluid, const Outcome& outcome) {
         const PhaseOutcome* there = phase_of(outcome, phase);
         return there ? if_present(there->rho) : Value();
     };
+    const double v_factor = display_factor(outcome_factors(fluid, outcome, units), Quantity::v);
     const Value region = region_of(fluid, outcome);
     Block block{"state", "State", {}, Layout::known};
     auto& f = block.fields;
@@ -200,11 +181,11 @@ Block state_block(const Fluid& fluid, const Outcome& outcome) {
                  region.absent() ? std::string() : std::string(region_text(outcome.region))});
     f.push_back({"LFlag", "", outcome.IsL, "", ""});
     f.push_back({"VFlag", "", outcome.IsV, "", ""});
+    f.push_back({"y", two ? "vapor fraction" : "", if_present(outcome.quality), "", "by the lever rule"});
     f.push_back(
-        {"y", two ? "vapor fraction" : "", if_present(outcome.quality), "kmol/kmol", "by the lever rule"});
-    f.push_back({"v", "given volume", if_present(outcome.v), std::string(molar_volume), ""});
-    f.push_back({"rhoL", "rho(L)", rho(phase_L), "kg/m^3", ""});
-    f.push_back({"rhoV", "rho(V)", rho(phase_V), "kg/m^3", ""});
+        {"v", "given volume", scaled(outcome.v, v_factor), std::string(unit_text(units, Quantity::v)), ""});
+    f.push_back({"rho_L", "rho(L)", rho(phase_L), "kg/m^3", ""});
+    f.push_back({"rho_V", "rho(V)", rho(phase_V), "kg/m^3", ""});
     f.push_back({"nRoots", "volume roots", cubic && eos ? Value(nRoots) : Value(), "", ""});
     f.push_back({"msg", "", eos ? remark(std::string(eos->msg)) : Value(), "", ""});
     f.push_back({"VRoot1", nRoots == 1 ? "root" : "root 1, liquid", root_of(outcome, 0),
@@ -218,44 +199,28 @@ Block state_block(const Fluid& fluid, const Outcome& outcome) {
     return block;
 }
 
-Block mode_block(const Fluid& fluid, const Outcome& outcome, const CalcSetup& setup) {
-    Block block{"state", "", {}, Layout::json};
+Block mode_block(const Fluid& fluid, const Outcome& outcome, const CalcSetup& setup, const Units& units) {
+    Block block = state_block(fluid, outcome, units);
+    block.layout = Layout::json;
     auto& f = block.fields;
-    f.push_back({"mode", "mode", number_of(outcome.mode), "", ""});
-    f.push_back({"phase", "phase", remark(std::string(phase_text(outcome.phase))), "", ""});
-    f.push_back({"PhaseRegion", "region", region_of(fluid, outcome), "", ""});
+    f.insert(f.begin(), {"mode", "mode", number_of(outcome.mode), "", ""});
     f.push_back({"GlobalCalc", "GLOBAL", setup.GlobalCalc, "", ""});
-    f.push_back({"y", "vapor fraction", if_present(outcome.quality), "kmol/kmol", ""});
-    f.push_back({"LPercent", "L-phase", outcome.tank ? Value(outcome.tank->fill * 100.0) : Value(), "%", ""});
-    constexpr const char* names[] = {"VRoot1", "VRoot2", "VRoot3"};
-    for (std::size_t k = 0; k < std::size(names); ++k)
-        f.push_back({names[k], names[k], root_of(outcome, k), std::string(molar_volume), ""});
+    f.push_back(
+        {"LPercent", "L-phase", outcome.tank ? Value(outcome.tank->fill * 100.0) : Value(), "vol.-%", ""});
     return block;
 }
 
 Grid functions_grid(const Outcome& outcome, const Units& units, const UnitFactors& factors) {
-    Grid grid{"functions", "Thermodynamic functions", {"L", "V"}, {}};
-    if (outcome.mixture) grid.columns.emplace_back("LV");
+    Grid grid{"functions", "Thermodynamic functions", {"L", "V", "mean"}, {}};
     for (const FunctionRow& row : function_grid_rows) {
         const double factor = display_factor(factors, row.quantity);
         std::vector<Value> values = both_phases(outcome, [&](const PhaseOutcome& phase) {
             return scaled(function_value(phase, row.quantity), factor);
         });
-        if (outcome.mixture)
-            values.push_back(row.mean ? scaled(row.mean(*outcome.mixture), factor) : Value());
+        const bool mean = outcome.mixture && row.mean;
+        values.push_back(mean ? scaled(row.mean(*outcome.mixture), factor) : Value());
         grid.rows.push_back({key_of(row.quantity), std::string(quantity_info(row.quantity).name),
                              std::string(unit_text(units, row.quantity)), std::move(values)});
-    }
-    return grid;
-}
-
-Grid phase_functions_grid(const Outcome& outcome, Phase phase, const Units& units,
-                          const UnitFactors& factors) {
-    Grid grid{"functions", "Functions", {phase == phase_L ? "L" : "V"}, {}};
-    const PhaseOutcome* const there = phase_of(outcome, phase);
-    for (const Quantity q : function_rows) {
-        const Value value = there ? scaled(function_value(*there, q), display_factor(factors, q)) : Value();
-        grid.rows.push_back({key_of(q), key_of(q), std::string(unit_text(units, q)), {value}});
     }
     return grid;
 }
@@ -278,28 +243,16 @@ Block slot_block(const CalcResult& result, const Units& units) {
     for (int i = 0; i < slot_count; ++i) {
         const auto slot = static_cast<CalcSlot>(i);
         if (slot == slot_x6 || slot == slot_x8) continue;
-        const std::string name(trim(slot_name(slot)));
-        block.fields.push_back({name, name, result.has(i) ? Value(result[i]) : Value(),
+        block.fields.push_back({std::string(slot_key(slot)), std::string(trim(slot_name(slot))),
+                                result.has(i) ? Value(result[i]) : Value(),
                                 std::string(unit_text(units, slot_quantity(slot))), ""});
     }
     return block;
 }
 
-Grid derivative_grid(const Outcome& outcome) {
-    Grid grid{"derivatives", "", {"L", "V"}, {}};
-    for (std::size_t row = 0; row < ExtendedRows; ++row) {
-        const std::string label(trim(extended_label_plain(row)));
-        if (label.empty()) continue;
-        grid.rows.push_back({label, label, "", both_phases(outcome, [row](const PhaseOutcome& phase) {
-                                 return phase.arrays ? Value(extended_value(*phase.arrays, row)) : Value();
-                             })});
-    }
-    return grid;
-}
-
 Block tank_block(const Outcome& outcome) {
     const std::optional<TankContents>& tank = outcome.tank;
-    return {"tank",
+    return {"state",
             "Tank",
             {{"T", "T", if_present(outcome.T), "K", ""},
              {"p", "p", if_present(outcome.p), "kPa", ""},
@@ -320,13 +273,13 @@ Grid contents_grid(const TankContents& tank) {
 }
 
 Table virial_table(double T, const std::vector<VirialRow>& rows) {
-    Table table{"B",
+    Table table{"virial",
                 "Second virial coefficient at T = " + shown(T) + " K",
                 {{"code", "code", ""},
                  {"name", "equation", ""},
                  {"B", "B", std::string(molar_volume)},
-                 {"B1", "dB/dT", "m^3/(kmol K)"},
-                 {"B2", "d2B/dT2", "m^3/(kmol K^2)"},
+                 {"dBdT", "dB/dT", "m^3/(kmol K)"},
+                 {"d2BdT2", "d2B/dT2", "m^3/(kmol K^2)"},
                  {"reason", "", ""}},
                 {},
                 Layout::list};
@@ -345,12 +298,14 @@ Table warnings_table(const std::vector<Warning>& warnings) {
                  {"value", "value", ""},
                  {"low", "low", ""},
                  {"high", "high", ""},
-                 {"offset", "offset", ""}},
+                 {"unit", "unit", ""},
+                 {"offset", "offset", "K"}},
                 {},
                 Layout::json};
     for (const Warning& w : warnings) {
         table.rows.push_back({warning_name(w.kind), warning_text(w), if_known(w.value), if_known(w.low),
-                              if_known(w.high), w.offset ? Value(int{w.offset}) : Value()});
+                              if_known(w.high), warning_unit(w.kind),
+                              w.offset ? Value(int{w.offset}) : Value()});
     }
     return table;
 }

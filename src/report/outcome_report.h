@@ -9,39 +9,27 @@
 #include "quantities/units.h"
 #include "report/calc_record.h"
 #include "report/report.h"
+#include "report/selection_report.h"
 
 namespace quom {
 
-// "Water  H2O  7732-18-5", and the models in force "CEOS Peng / Robinson, GLOBAL concept".
-std::string substance_head(const SubstanceConstants& substance);
-std::string models_head(const ModelSelection& models);
-
-// "substance" and "models", in JSON only. index: number in the list of the database.
-Block substance_block(const SubstanceConstants& substance, int index);
-Block models_block(const ModelSelection& models);
-
-// "state": T, p, phase, PhaseRegion, LFlag, VFlag, y, v, rhoL, rhoV, nRoots, msg, VRoot1 to VRoot3, fd, B.
-Block state_block(const Fluid& fluid, const Outcome& outcome);
-// "state" of one calculation of a mode, in JSON only: mode, phase, PhaseRegion, GlobalCalc, LPercent, roots.
-Block mode_block(const Fluid& fluid, const Outcome& outcome, const CalcSetup& setup);
+// "state": T, p, phase, PhaseRegion, LFlag, VFlag, y, v, rho_L, rho_V, nRoots, msg, VRoot1 to VRoot3, fd, B.
+Block state_block(const Fluid& fluid, const Outcome& outcome, const Units& units);
+// The same of one calculation of a mode with mode, GlobalCalc, LPercent; in JSON only.
+Block mode_block(const Fluid& fluid, const Outcome& outcome, const CalcSetup& setup, const Units& units);
 
 // "below the critical point", "supercritical" ...; "" for a number that is no region.
 std::string_view region_text(int region);
 
-// "functions": v, h, u, s, g, a, eH, eU, cp, cV, cpId, w of L, V and, of a two-phase state, the mean LV.
+// "functions": v, h, u, s, g, a, eH, eU, cp, cV, cpId, w of L, V and, of a two-phase state, the mean.
 Grid functions_grid(const Outcome& outcome, const Units& units, const UnitFactors& factors);
-// "functions" of one phase alone, by symbol: v to w.
-Grid phase_functions_grid(const Outcome& outcome, Phase phase, const Units& units,
-                          const UnitFactors& factors);
 // "FuncA", "DerivA", "CoefA", "Deriv2A": the result arrays in molar units.
 std::vector<Grid> array_grids(const Outcome& outcome);
 
-// "slots": the result vector by the names of its slots, in JSON only.
+// "slots": the result vector by the keys of its slots, in JSON only.
 Block slot_block(const CalcResult& result, const Units& units);
-// "derivatives": the rows of the extended output by their labels, in molar units.
-Grid derivative_grid(const Outcome& outcome);
 
-// "tank": T, p, phase, rho, y, LPercent; and "contents": V, m, n of both phases.
+// "state" of a tank: T, p, phase, rho, y, LPercent; and "contents": V, m, n of both phases.
 Block tank_block(const Outcome& outcome);
 Grid contents_grid(const TankContents& tank);
 
@@ -51,10 +39,10 @@ struct VirialRow {
     std::optional<double> B, B1, B2;  // B, dB/dT, d2B/dT2
     std::string reason;               // why there is none
 };
-// "B": one row an equation.
+// "virial": one row an equation.
 Table virial_table(double T, const std::vector<VirialRow>& rows);
 
-// "warnings": name, text, value, low, high, offset of every reservation; in text they are notes
+// "warnings": name, text, value, low, high, unit, offset of every reservation; in text they are notes
 // (add_reservations).
 Table warnings_table(const std::vector<Warning>& warnings);
 // "validity": ranges of T of the equations that the outcome rests on: name, text, TLo, THi. In JSON only.

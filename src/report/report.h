@@ -71,6 +71,7 @@ struct Block {
 // A column without a label holds remarks: an absent one is blank.
 struct Column {
     std::string key, label, unit;
+    Layout layout = Layout::list;  // or json
 };
 // Rows of one kind. JSON: an array of objects.
 struct Table {
@@ -80,8 +81,8 @@ struct Table {
     Layout layout = Layout::list;  // or json
 };
 
-// Quantities by phases; a column without any value is not shown. JSON: an object with one object a quantity,
-// its members named after the columns.
+// Quantities by phases; a column without any value is not shown. JSON: an object whose members are named
+// after quantity and column, "h_V".
 struct GridRow {
     std::string key, label, unit;
     std::vector<Value> values;  // as many as the grid has columns
@@ -94,12 +95,19 @@ struct Grid {
 
 using Section = std::variant<Block, Table, Grid>;
 
+// What the numbers of an answer rest on: its last line, in text only.
+struct Footer {
+    std::string basis;              // substance, models, reference state
+    std::vector<Field> quantities;  // those whose units are told, without values
+};
+
 // The whole answer of one command.
 struct Report {
     std::string command;
     std::string title;  // head line, in text only
     std::vector<Section> sections;
     std::vector<std::string> notes;  // remarks on the result, below it
+    Footer footer;
     ReportStatus status = status_done;
     std::string message;  // why there is no result
     std::string reason;   // its name for programs: "no_root_above_b"
@@ -118,8 +126,8 @@ std::string shown(double x);
 
 // Text with aligned columns. Every line ends with '\n'.
 std::string to_text(const Report& report);
-// One JSON object: "command", "message", "reason", one member a section, "units" by section, "notes". Numbers
-// read back to the same double; absent values are null.
+// One JSON object: "command", "status", "message", "reason", one member a section, "units" by key, "notes".
+// Numbers read back to the same double; absent values are null. The schema is docs/console.schema.json.
 std::string to_json(const Report& report);
 
 }  // namespace quom

@@ -24,6 +24,8 @@ Json json_of(const Value& value) {
     return {};
 }
 
+Json text_or_null(const std::string& text) { return text.empty() ? Json() : Json(text); }
+
 void note_unit(Json& units, const std::string& key, const std::string& unit) {
     if (!unit.empty()) units[key] = unit;
 }
@@ -51,10 +53,11 @@ Json json_of(const Table& table, Json& units) {
 Json json_of(const Grid& grid, Json& units) {
     Json object = Json::object();
     for (const GridRow& row : grid.rows) {
-        Json& values = object[row.key] = Json::object();
-        for (std::size_t k = 0; k < grid.columns.size(); ++k)
-            values[grid.columns[k]] = json_of(row.values[k]);
-        note_unit(units, row.key, row.unit);
+        for (std::size_t k = 0; k < grid.columns.size(); ++k) {
+            const std::string key = row.key + "_" + grid.columns[k];
+            object[key] = json_of(row.values[k]);
+            note_unit(units, key, row.unit);
+        }
     }
     return object;
 }
@@ -63,21 +66,15 @@ Json json_of(const Grid& grid, Json& units) {
 
 std::string to_json(const Report& report) {
     Json object = Json::object();
-    object["command"] = report.command;
-    object["message"] = report.message.empty() ? Json() : Json(report.message);
-    object["reason"] = report.reason.empty() ? Json() : Json(report.reason);
+    object["command"] = text_or_null(report.command);
+    object["status"] = static_cast<int>(report.status);
+    object["message"] = text_or_null(report.message);
+    object["reason"] = text_or_null(report.reason);
     Json units = Json::object();
-    for (const Section& section : report.sections) {
-        std::visit(
-            [&](const auto& part) {
-                Json own = Json::object();
-                object[part.key] = json_of(part, own);
-                if (!own.empty()) units[part.key] = std::move(own);
-            },
-            section);
-    }
-    if (!units.empty()) object["units"] = std::move(units);
-    if (!report.notes.empty()) object["notes"] = report.notes;
+    for (const Section& section : report.sections)
+        std::visit([&](const auto& part) { object[part.key] = json_of(part, units); }, section);
+    object["units"] = std::move(units);
+    object["notes"] = report.notes;
     return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -129,10 +129,13 @@ void render(const Block& block, std::string& out) {
 }
 
 void render(const Table& table, std::string& out) {
+    std::vector<std::size_t> shown_columns;
+    for (std::size_t k = 0; k < table.columns.size(); ++k)
+        if (table.columns[k].layout != Layout::json) shown_columns.push_back(k);
     std::vector<Side> sides;
     std::vector<std::string> labels, units;
     bool any_unit = false;
-    for (std::size_t k = 0; k < table.columns.size(); ++k) {
+    for (const std::size_t k : shown_columns) {
         const bool numbers = std::any_of(table.rows.begin(), table.rows.end(),
                                          [k](const auto& row) { return row[k].is_number(); });
         sides.push_back(numbers ? Side::right : Side::left);
@@ -146,7 +149,7 @@ void render(const Table& table, std::string& out) {
     for (const auto& row : table.rows) {
         std::vector<std::string> cells;
         // In a table only what is true is marked.
-        for (std::size_t k = 0; k < row.size(); ++k) {
+        for (const std::size_t k : shown_columns) {
             const bool blank = row[k].is_false() || (row[k].absent() && table.columns[k].label.empty());
             cells.push_back(blank ? "" : text_of(row[k]));
         }
@@ -176,6 +179,17 @@ void render(const Grid& grid, std::string& out) {
         lines.add(std::move(cells));
     }
     lines.append_to(out);
+}
+
+// "Propane, 74-98-6; ...; h in kJ/kmol, v in m^3/kmol."
+std::string footer_line(const Footer& footer) {
+    std::string line = footer.basis;
+    const char* between = "; ";
+    for (const Field& quantity : footer.quantities) {
+        line += between + quantity.label + " in " + quantity.unit;
+        between = ", ";
+    }
+    return line;
 }
 
 bool is_for_programs(const Section& section) {
@@ -234,6 +248,10 @@ std::string to_text(const Report& report) {
     }
     if (!report.notes.empty() && !out.empty()) out += '\n';
     for (const std::string& note : report.notes) append_wrapped(out, "Note: " + note);
+    if (!report.footer.basis.empty()) {
+        if (!out.empty()) out += '\n';
+        append_wrapped(out, footer_line(report.footer));
+    }
     return out;
 }
 

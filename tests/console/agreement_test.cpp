@@ -91,7 +91,7 @@ Answer answer_of_state(const Json& json) {
     take(answer, json["state"]["PhaseRegion"], "region");
     for (const char* function : functions) {
         for (const char* phase : {"L", "V"})
-            take(answer, json["functions"][function][phase], slot_of(function, phase));
+            take(answer, json["functions"][std::string(function) + "_" + phase], slot_of(function, phase));
     }
     return answer;
 }
@@ -104,7 +104,7 @@ Answer answer_of_calc(const Json& json) {
     take(answer, json["state"]["PhaseRegion"], "region");
     for (const char* function : functions) {
         for (const char* phase : {"L", "V"})
-            take(answer, json["slots"][slot_of(function, phase)], slot_of(function, phase));
+            take(answer, json["slots"][std::string(function) + "_" + phase], slot_of(function, phase));
     }
     return answer;
 }

@@ -67,7 +67,7 @@ TEST(Lists, a_missing_or_foreign_file_of_synonyms_is_said) {
 TEST(Show, constants_units_and_ranges) {
     const Json water = found("show water");
     EXPECT_EQ(at(water, "/constants/Tcr"), 647.096);
-    EXPECT_EQ(water["units"]["constants"]["pcr"], "kPa");
+    EXPECT_EQ(water["units"]["pcr"], "kPa");
     EXPECT_EQ(at(water, "/Wagner/TLo"), 274);
     EXPECT_NEAR(at(water, "/constants/vcrDB"), 18.0153 / 322, 1e-7);
     EXPECT_THAT(quomc("show water").out, HasSubstr("T = 274 ... 647 K"));
@@ -108,10 +108,10 @@ TEST(SaturationLine, crossed_limits_are_not_shown) {
 
 TEST(Models, offers_and_selection) {
     const Json water = found("models water --eos 14 --hlv 4 --watson 0.375 --evp 4");
-    EXPECT_EQ(row(water["EOS"], "code", 14)["selected"], true);
-    EXPECT_EQ(row(water["EVP"], "code", 4)["selected"], true);
-    EXPECT_EQ(row(water["HLV"], "code", 4)["selected"], true);
-    EXPECT_EQ(row(water["HLV"], "code", 7)["offered"], false) << "a virial equation has no liquid";
+    EXPECT_EQ(row(water["eos"], "code", 14)["selected"], true);
+    EXPECT_EQ(row(water["evp"], "code", 4)["selected"], true);
+    EXPECT_EQ(row(water["hlv"], "code", 4)["selected"], true);
+    EXPECT_EQ(row(water["hlv"], "code", 7)["offered"], false) << "a virial equation has no liquid";
     EXPECT_EQ(water["selection"]["Konzept"], "PARTIAL");
     EXPECT_NEAR(at(water, "/selection/nWat"), 0.375, 1e-7);
     const CommandRun refused = quomc("models water --eos 14 --hlv 7");
@@ -126,7 +126,7 @@ TEST(State, tovarn_ji_with_a_file_of_parameters) {
     ASSERT_EQ(write_file_atomic(file, "7\r\n0.1, 0.6, 0.08, -0.02, 0.31\r\n"), "");
     const Json state = found("state propane --T 300 --p 100 --eos 7 --ji " + file);
     EXPECT_EQ(state["models"]["EOSKode"], 7);
-    EXPECT_NEAR(at(state, "/state/rhoV"), 1.795, 0.009);
+    EXPECT_NEAR(at(state, "/state/rho_V"), 1.795, 0.009);
     ASSERT_EQ(write_file_atomic(file, "7\r\n0.1, 0.6\r\n"), "");
     EXPECT_EQ(quomc("state propane --T 300 --p 100 --eos 7 --ji " + file).status, 3);
     EXPECT_EQ(quomc("state propane --T 300 --p 100 --eos 7 --ji " + file + ".none").status, 3);
@@ -136,12 +136,12 @@ TEST(State, tovarn_ji_with_a_file_of_parameters) {
 // The ideal gas: v = R T/p, cp - cV = R, w^2 = (cp/cV) R T/M.
 TEST(State, ideal_gas) {
     const Json gas = found("state argon --T 300 --p 100 --eos 0");
-    EXPECT_NEAR(at(gas, "/functions/v/V"), RGas * 3, 1e-12);
-    EXPECT_NEAR(at(gas, "/functions/cp/V") - at(gas, "/functions/cV/V"), RGas, 1e-9);
-    EXPECT_NEAR(at(gas, "/functions/w/V"), 322.6, 0.2) << "sqrt(5/3 8314.51 300/39.948)";
-    EXPECT_EQ(at(gas, "/FuncA/fu_h_res/V"), 0);
-    EXPECT_NEAR(at(gas, "/CoefA/coef_alpha/V"), 1.0 / 300, 1e-12);
-    EXPECT_TRUE(gas["functions"]["v"]["L"].is_null());
+    EXPECT_NEAR(at(gas, "/functions/v_V"), RGas * 3, 1e-12);
+    EXPECT_NEAR(at(gas, "/functions/cp_V") - at(gas, "/functions/cV_V"), RGas, 1e-9);
+    EXPECT_NEAR(at(gas, "/functions/w_V"), 322.6, 0.2) << "sqrt(5/3 8314.51 300/39.948)";
+    EXPECT_EQ(at(gas, "/FuncA/h_res_V"), 0);
+    EXPECT_NEAR(at(gas, "/CoefA/alpha_V"), 1.0 / 300, 1e-12);
+    EXPECT_TRUE(gas["functions"]["v_L"].is_null());
 }
 
 struct Point {
@@ -156,7 +156,7 @@ TEST_P(RoundTrips, density) {
     const std::string head = std::string("state ") + c.substance + " " + c.models;
     const std::string T = " --T " + number(c.T), p = " --p " + number(c.p);
     const Json given = found(head + T + p);
-    const char* phase = given["state"]["rhoL"].is_null() ? "rhoV" : "rhoL";
+    const char* phase = given["state"]["rho_L"].is_null() ? "rho_V" : "rho_L";
     const std::string rho = " --rho " + number(at(given, std::string("/state/") + phase));
     const Json by_T = found(head + T + rho), by_p = found(head + p + rho);
     EXPECT_NEAR(at(by_T, "/state/p"), c.p, 1e-6 * c.p);
@@ -164,13 +164,13 @@ TEST_P(RoundTrips, density) {
     EXPECT_EQ(by_T["state"]["phase"], given["state"]["phase"]);
 
     const Json mass = found(head + T + p + " --energy 3 --volume 1");
-    const char* column = phase[3] == 'L' ? "/L" : "/V";
+    const char* column = phase[4] == 'L' ? "_L" : "_V";
     const double M =
         at(given, std::string("/functions/h") + column) / at(mass, std::string("/functions/h") + column);
     EXPECT_NEAR(
         M, at(given, std::string("/functions/v") + column) / at(mass, std::string("/functions/v") + column),
         1e-9 * M);
-    EXPECT_EQ(mass["units"]["functions"]["h"], "kJ/kg");
+    EXPECT_EQ(mass["units"]["h_V"], "kJ/kg");
 }
 INSTANTIATE_TEST_SUITE_P(
     points, RoundTrips,
@@ -184,14 +184,14 @@ TEST(State, two_phases_by_the_lever_rule) {
     const Json wet = found("state propane --T 300 --rho 100");
     EXPECT_EQ(wet["state"]["phase"], "V+L");
     const double y = at(wet, "/state/y"), M = 44.0956;
-    EXPECT_NEAR(at(wet, "/state/p"), at(found("saturation propane --T 300"), "/EOS/p"), 1e-6);
-    EXPECT_NEAR(M / 100, (1 - y) * at(wet, "/functions/v/L") + y * at(wet, "/functions/v/V"), 1e-6);
+    EXPECT_NEAR(at(wet, "/state/p"), at(found("saturation propane --T 300"), "/equilibrium/p"), 1e-6);
+    EXPECT_NEAR(M / 100, (1 - y) * at(wet, "/functions/v_L") + y * at(wet, "/functions/v_V"), 1e-6);
     for (const char* f : {"h", "s", "eU"}) {
         const std::string of = std::string("/functions/") + f;
-        EXPECT_NEAR(at(wet, of + "/LV"), (1 - y) * at(wet, of + "/L") + y * at(wet, of + "/V"), 1e-6);
+        EXPECT_NEAR(at(wet, of + "_mean"), (1 - y) * at(wet, of + "_L") + y * at(wet, of + "_V"), 1e-6);
     }
-    EXPECT_NEAR(at(wet, "/functions/g/L"), at(wet, "/functions/g/V"), 1e-7) << "equal in equilibrium";
-    EXPECT_TRUE(wet["functions"]["w"]["LV"].is_null());
+    EXPECT_NEAR(at(wet, "/functions/g_L"), at(wet, "/functions/g_V"), 1e-7) << "equal in equilibrium";
+    EXPECT_TRUE(wet["functions"]["w_mean"].is_null());
     const Json by_p = found("state propane --p 997 --rho 100");
     EXPECT_NEAR(at(by_p, "/state/T"), 300, 0.02);
 }
@@ -252,14 +252,14 @@ TEST(Warnings, ranges_are_told_where_nothing_is_wrong) {
 
 TEST(State, what_does_not_exist_is_absent) {
     const Json critical = found("state water --T 647.096 --p 22064");
-    EXPECT_TRUE(critical["functions"]["cp"]["V"].is_null());
+    EXPECT_TRUE(critical["functions"]["cp_V"].is_null());
     EXPECT_FALSE(row(critical["warnings"], "name", "critical_point").is_null());
     // No equation of cp(idG) in the record: residual functions stand, absolute ones are absent.
     const test::ReducedDatabase without_cp(test::propane,
                                            {61, 62, 63, 64, 65, 66, 67, 69, 70, 71, 72, 73, 74, 75});
     const Json propane = found("state propane --T 400 --p 100 --db " + without_cp.path());
-    EXPECT_TRUE(propane["functions"]["h"]["V"].is_null());
-    EXPECT_LT(at(propane, "/FuncA/fu_h_res/V"), 0.0);
+    EXPECT_TRUE(propane["functions"]["h_V"].is_null());
+    EXPECT_LT(at(propane, "/FuncA/h_res_V"), 0.0);
     EXPECT_FALSE(row(propane["warnings"], "name", "no_ideal_gas_cp").is_null());
 }
 
@@ -288,8 +288,8 @@ TEST(State, formation_reference) {
     // At 298.15 K and 101.325 kPa the ideal gas has the quantities of formation of the record.
     const Json gas = found("state methane --T 298.15 --p 101.325 --eos 0 --ref 2");
     const Json record = found("show methane");
-    EXPECT_NEAR(at(gas, "/functions/h/V"), at(record, "/constants/dfH0"), 0.01);
-    EXPECT_NEAR(at(gas, "/functions/s/V"), at(record, "/constants/S0abs"), 1e-4);
+    EXPECT_NEAR(at(gas, "/functions/h_V"), at(record, "/constants/dfH0"), 0.01);
+    EXPECT_NEAR(at(gas, "/functions/s_V"), at(record, "/constants/S0abs"), 1e-4);
 }
 
 // Vapor pressure and enthalpy of vaporization of water at 373.124 K: 101.325 kPa, 2256.5 kJ/kg (Wagner and
@@ -299,17 +299,17 @@ TEST(SaturationLine, water) {
     for (const Json& route : water["routes"])
         EXPECT_NEAR(at(route, "/p"), 101.325, route["code"].is_null() ? 6 : 0.5) << route;
     EXPECT_EQ(row(water["routes"], "selected", true)["code"], 3);
-    for (const Json& model : water["HLV"]) EXPECT_NEAR(at(model, "/hLV"), 2256.5, 100) << model;
-    EXPECT_NEAR(at(row(water["HLV"], "code", 4), "/hLV"), 2256.5, 1);
-    EXPECT_NEAR(at(row(water["densities"], "name", "EVP, rho(L) of the database"), "/rhoL"), 958.4, 0.5);
+    for (const Json& model : water["vaporization"]) EXPECT_NEAR(at(model, "/hLV"), 2256.5, 100) << model;
+    EXPECT_NEAR(at(row(water["vaporization"], "code", 4), "/hLV"), 2256.5, 1);
+    EXPECT_NEAR(at(row(water["densities"], "name", "EVP, rho(L) of the database"), "/rho_L"), 958.4, 0.5);
 
     const Json back = found("saturation water --p 101.325");
     EXPECT_NEAR(at(row(back["routes"], "code", 4), "/T"), 373.124, 0.01);
-    EXPECT_NEAR(at(back, "/EOS/p"), 101.325, 0);
+    EXPECT_NEAR(at(back, "/equilibrium/p"), 101.325, 0);
 
     // At T(cr) both volumes are that of the equation, Z(cr) = 0.3074 for Peng and Robinson.
     const Json critical = found("saturation water --T 647.096");
-    EXPECT_NEAR(at(critical, "/EOS/vL"), 0.3074 * RGas * 647.096 / 22064, 1e-4);
+    EXPECT_NEAR(at(critical, "/equilibrium/v_L"), 0.3074 * RGas * 647.096 / 22064, 1e-4);
     EXPECT_THAT(row(critical["routes"], "code", 4)["reason"].get<std::string>(),
                 HasSubstr("T(cr) of the Wagner"));
 }
@@ -317,7 +317,7 @@ TEST(SaturationLine, water) {
 // p(LV) where the walk of the areas finds none: ln p is nearly linear in 1/T between 180 K and 240 K there.
 TEST(SaturationLine, very_low_pressure) {
     const auto ln_p = [](double T) {
-        return std::log(at(found("saturation 2-Ethylhexanoic~acid --T " + number(T)), "/EOS/p"));
+        return std::log(at(found("saturation 2-Ethylhexanoic~acid --T " + number(T)), "/equilibrium/p"));
     };
     EXPECT_NEAR(std::exp(ln_p(171.87)) / 1.04e-13, 1.0, 5e-3);
     const double slope = (ln_p(175.0) - ln_p(171.87)) / (1 / 175.0 - 1 / 171.87);
@@ -328,12 +328,41 @@ TEST(SaturationLine, very_low_pressure) {
 
 // B of argon at 273.15 K is -21.5 cm^3/mol (Dymond and Smith 1980); van der Waals: b - a/(R T).
 TEST(Virial, argon) {
-    const Json B = found("virial argon --T 273.15 --b0 0.03 --b1 2 --b2 0.5")["B"];
+    const Json B = found("virial argon --T 273.15 --b0 0.03 --b1 2 --b2 0.5")["virial"];
     EXPECT_NEAR(at(row(B, "code", 16), "/B"), -0.0215, 0.001);
     const double b = RGas * 150.687 / (8 * 4863), a = 27 * b * b * 4863;
     EXPECT_NEAR(at(row(B, "code", 11), "/B"), b - a / (RGas * 273.15), 2e-5);
     EXPECT_NEAR(at(row(B, "code", 10), "/B"), 0.03 - 2 / std::sqrt(273.15), 1e-12);
-    EXPECT_NEAR(at(row(B, "code", 10), "/B1"), 1 / std::pow(273.15, 1.5), 1e-12);
+    EXPECT_NEAR(at(row(B, "code", 10), "/dBdT"), 1 / std::pow(273.15, 1.5), 1e-12);
+}
+
+// Every text with numbers of h and s ends with the line that tells what they rest on.
+TEST(Text, ends_with_substance_models_reference_and_units) {
+    for (const char* line : {"state propane --T 300 --p 100", "saturation propane --T 300",
+                             "calc propane --mode 8 --T 300 --p 100", "tank propane --T 300 --V 1 --m 1",
+                             "iso propane --T 450 --hold h --value 110"}) {
+        const CommandRun run = quomc(std::string(line) + " --energy 3 --tref 300 --cp 1");
+        std::string end = run.out.substr(run.out.rfind("\n\n") + 2);
+        std::replace(end.begin(), end.end(), '\n', ' ');
+        EXPECT_TRUE(end.starts_with("Propane, 74-98-6; CEOS Peng / Robinson, GLOBAL concept, ")) << run.out;
+        for (const char* fact :
+             {"cp(idG): Polynomial approach", "; h = s = 0 of the ideal gas at 300 K, 101.325 kPa; ",
+              "; h in kJ/kg, s in kJ/(kg K), v in m^3/kmol "})
+            EXPECT_THAT(end, HasSubstr(fact)) << line;
+    }
+    EXPECT_THAT(quomc("state propane --T 300 --p 100 --energy 2 --volume 2").out,
+                HasSubstr("h in R T, s in 1/K, v in v(cr)\n"));
+    EXPECT_EQ(quomc("state propane --T 300 --rho 5000").out, "") << "no numbers, no line";
+}
+
+// One key has one unit in an answer, whatever units are chosen.
+TEST(Units, of_volumes) {
+    const Json line = found("saturation propane --T 300 --volume 1");
+    EXPECT_EQ(at(line, "/equilibrium/v_V"), at(line, "/densities/0/v_V"));
+    EXPECT_EQ(line["units"]["v_V"], "m^3/kg");
+    const Json state = found("state propane --T 300 --rho 8 --volume 1");
+    EXPECT_NEAR(at(state, "/state/v"), 0.125, 1e-12);
+    EXPECT_EQ(state["units"]["v"], "m^3/kg");
 }
 
 TEST(Text, fits_a_terminal_and_holds_no_fault_words) {

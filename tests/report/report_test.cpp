@@ -42,14 +42,18 @@ Report sample() {
                {"gap", "gap", std::numeric_limits<double>::quiet_NaN(), "K", "never"},
                {"hidden", "", true, "", ""}},
               Layout::list});
-    report.sections.emplace_back(
-        Table{"routes",
-              "",
-              {{"code", "code", ""}, {"on", "on", ""}, {"p", "p", "kPa"}, {"why", "", ""}},
-              {{1, true, 12.5, {}}, {10, false, {}, "no solution"}}});
+    report.sections.emplace_back(Table{"routes",
+                                       "",
+                                       {{"code", "code", ""},
+                                        {"on", "on", ""},
+                                        {"for_programs", "no", "K", Layout::json},
+                                        {"p", "p", "kPa"},
+                                        {"why", "", ""}},
+                                       {{1, true, 7, 12.5, {}}, {10, false, 8, {}, "no solution"}}});
     report.sections.emplace_back(Grid{
         "functions", "", {"L", "V"}, {{"h", "h", "kJ/kmol", {{}, -1e10}}, {"s", "entropy", "", {{}, 2}}}});
     report.notes.emplace_back("a remark");
+    report.footer = {"Water, GLOBAL", {{"h", "h", {}, "kJ/kg", ""}, {"v", "v", {}, "m^3/kg", ""}}};
     return report;
 }
 
@@ -72,7 +76,9 @@ TEST(Output, text_is_aligned) {
               "  h        -1E+10  kJ/kmol\n"
               "  entropy       2\n"
               "\n"
-              "Note: a remark\n");
+              "Note: a remark\n"
+              "\n"
+              "Water, GLOBAL; h in kJ/kg, v in m^3/kg\n");
 }
 
 TEST(Output, json_reads_back) {
@@ -84,9 +90,13 @@ TEST(Output, json_reads_back) {
     EXPECT_EQ(json["state"]["hidden"], true);
     EXPECT_EQ(json["routes"][1]["code"], 10);
     EXPECT_EQ(json["routes"][1]["on"], false);
-    EXPECT_TRUE(json["functions"]["h"]["L"].is_null());
-    EXPECT_EQ(json["functions"]["h"]["V"], -1e10);
-    EXPECT_EQ(json["units"]["functions"]["h"], "kJ/kmol");
+    EXPECT_TRUE(json["functions"]["h_L"].is_null());
+    EXPECT_EQ(json["functions"]["h_V"], -1e10);
+    EXPECT_EQ(json["units"]["h_V"], "kJ/kmol");
+    EXPECT_EQ(json["units"]["p"], "kPa");
+    EXPECT_EQ(json["routes"][0]["for_programs"], 7);
+    EXPECT_EQ(json["status"], 0);
+    EXPECT_FALSE(json.contains("footer"));
     EXPECT_EQ(json["notes"][0], "a remark");
 }
 
