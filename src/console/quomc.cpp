@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "console/commands.h"
+#include "report/output_units.h"
 
 namespace quom {
 namespace {
@@ -39,6 +40,7 @@ constexpr const char* footer =
     "the shell takes a bare # for a comment). [models] stands for the options that choose models,\n"
     "reference state and units. The options above may stand before or behind the command.\n"
     "\"quomc COMMAND --help\" tells the options of a command.\n"
+    "A number may have a unit: --T 20C --p \"5 bar\"; without one it is in K, kPa, kg/m^3, m^3, kg.\n"
     "\n"
     "Exit status: 0 done; 1 no result, the reason on standard error; 2 wrong arguments; 3 a file could\n"
     "not be read or written.\n"
@@ -155,7 +157,7 @@ int quomc_main(std::vector<std::string> args, std::istream& in, std::ostream& ou
     Program program{.session = {}, .options = options, .messages = messages, .in = in, .out = out};
     for (const auto& [command, action] : actions) {
         if (!command->parsed()) continue;
-        Report report = action(program);
+        Report report = in_units(action(program), program.output_units);
         report.command = command->get_name();
         if (report.status == status_usage)
             return wrong_arguments(app, report.message, options.json, out, err);
