@@ -23,48 +23,54 @@ class Answering : public Messages {
 
 struct ValueOption {
     const char* name;
+    std::optional<GivenValue> SpecifiedArguments::*argument;
     std::optional<double> SpecifiedValues::*value;
     std::optional<double> StateInput::*input;
     unsigned specified;
     std::array<BoxValue, 3> boxes;  // that take it
-    const char* unit;
+    Quantity quantity;
     const char* help;
 };
 constexpr ValueOption value_options[] = {
     {"--T",
+     &SpecifiedArguments::T,
      &SpecifiedValues::T,
      &StateInput::T,
      spec_T | spec_tank,
      {BoxValue::T, BoxValue::T, BoxValue::T},
-     "K",
+     Quantity::T,
      "Temperature"},
     {"--p",
+     &SpecifiedArguments::p,
      &SpecifiedValues::p,
      &StateInput::p,
      spec_p,
      {BoxValue::p, BoxValue::pLV, BoxValue::p},
-     "kPa",
+     Quantity::p,
      "Pressure"},
     {"--rho",
+     &SpecifiedArguments::rho,
      &SpecifiedValues::rho,
      &StateInput::rho,
      spec_rhoV | spec_rhoL,
      {BoxValue::density, BoxValue::rhoL, BoxValue::rhoV},
-     "kg/m^3",
+     Quantity::rho,
      "Density"},
     {"--m",
+     &SpecifiedArguments::m,
      &SpecifiedValues::m,
      &StateInput::m,
      spec_tank,
      {BoxValue::tank_m, BoxValue::tank_m, BoxValue::tank_m},
-     "kg",
+     Quantity::mass,
      "Mass in the tank"},
     {"--V",
+     &SpecifiedArguments::V,
      &SpecifiedValues::V,
      &StateInput::V,
      spec_tank,
      {BoxValue::tank_V, BoxValue::tank_V, BoxValue::tank_V},
-     "m^3",
+     Quantity::tank_volume,
      "Volume of the tank"},
 };
 
@@ -85,9 +91,22 @@ std::string mode_numbers() {
 
 }  // namespace
 
-void add_specified_values(CLI::App& app, SpecifiedValues& values) {
+void add_specified_values(CLI::App& app, SpecifiedArguments& arguments) {
     for (const ValueOption& option : value_options)
-        add_number(app, option.name, values.*option.value, NumberRange::above_zero, option.unit, option.help);
+        add_quantity(app, option.name, arguments.*option.argument, option.quantity, NumberRange::above_zero,
+                     option.help);
+}
+
+Refused convert(const SpecifiedArguments& arguments, double M, SpecifiedValues& into) {
+    for (const ValueOption& option : value_options) {
+        const std::optional<GivenValue>& given = arguments.*option.argument;
+        if (!given) continue;
+        const OwnValue own = own_value(*given, option.quantity, M);
+        if (!own.fault.empty())
+            return Fault{status_no_result, std::string(option.name) + ": " + own.fault + "."};
+        into.*option.value = own.value;
+    }
+    return {};
 }
 
 void add_mode(CLI::App& app, Mode& mode) {
@@ -148,7 +167,8 @@ Refused take_values(Session& session, const SpecifiedValues& values) {
             return Fault{status_usage, std::string(option.name) + " is no value of " + mode_text(mode) + "."};
         }
         if (!value && needed)
-            return Fault{status_usage, mode_text(mode) + " needs " + option.name + " [" + option.unit + "]."};
+            return Fault{status_usage, mode_text(mode) + " needs " + option.name + " [" +
+                                           std::string(units_of(option.quantity).front()) + "]."};
         boxes[box] = value.value_or(0.0);
     }
     const InputTaken taken = take_input(document, session.factors(), kind, {}, boxes);

@@ -9,10 +9,18 @@
 namespace quom {
 
 // Specified values as arguments; which of them a mode takes is in the table of modes.
+struct SpecifiedArguments {
+    std::optional<GivenValue> T, p, rho, m, V;
+};
+void add_specified_values(CLI::App& app, SpecifiedArguments& arguments);
+
+// The same in the workbench's units.
 struct SpecifiedValues {
     std::optional<double> T, p, rho, m, V;
 };
-void add_specified_values(CLI::App& app, SpecifiedValues& values);
+// Converts the arguments for a substance of molar mass M [kg/kmol]; refused where a unit needs the M that is
+// not known.
+Refused convert(const SpecifiedArguments& arguments, double M, SpecifiedValues& into);
 
 // A mode that the console calculates.
 void add_mode(CLI::App& app, Mode& mode);

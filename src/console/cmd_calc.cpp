@@ -15,7 +15,7 @@ namespace {
 struct CalcArguments {
     std::string substance;
     ModelOptions models;
-    SpecifiedValues values;
+    SpecifiedArguments arguments;
     Mode mode = Mode::none;
     int ext = 1;
     bool functions = false;
@@ -29,12 +29,19 @@ void take_output(Session& session, const CalcArguments& a) {
 }
 
 Report calc(Program& program, const CalcArguments& a) {
+    if (!a.models.units.empty() && !program.options.json)
+        return refusal("calc", {status_usage,
+                                "the list of results has the units of --energy and --volume; --units "
+                                "needs --json."});
     if (const Refused refused = prepare(program, a.substance, a.models)) return refusal("calc", *refused);
     if (const Refused refused = set_up_mode(program, a.mode)) return refusal("calc", *refused);
     Session& session = program.session;
-    if (const Refused refused = take_values(session, a.values)) return refusal("calc", *refused);
+    SpecifiedValues values;
+    if (const Refused refused = convert(a.arguments, session.fluid->M, values))
+        return refusal("calc", *refused);
+    if (const Refused refused = take_values(session, values)) return refusal("calc", *refused);
     take_output(session, a);
-    const Outcome outcome = CalcBatch(*session.fluid, exact_input(session.document, a.values));
+    const Outcome outcome = CalcBatch(*session.fluid, exact_input(session.document, values));
     for (const Message& message : outcome_messages(*session.fluid, outcome, true))
         program.messages.ask(message);
     Report report = calc_report(session, outcome);
@@ -87,7 +94,7 @@ Action declare_calc(CLI::App& app) {
     const auto a = std::make_shared<CalcArguments>();
     add_substance(app, a->substance);
     add_mode(app, a->mode);
-    add_specified_values(app, a->values);
+    add_specified_values(app, a->arguments);
     app.add_option("--ext", a->ext,
                    "Extended output: 1 none, 2 coefficients and residual functions, 3 derivatives, 4 both")
         ->check(CLI::Range(1, 4))

@@ -15,9 +15,9 @@ namespace {
 struct IsoArguments {
     std::string substance;
     ModelOptions models;
-    std::optional<double> T, p;    // the one that is given
-    std::optional<double> value;   // of the function, displayed unit
-    std::optional<double> T0, p0;  // or the state whose value is held
+    std::optional<double> T, p;       // the one that is given
+    std::optional<GivenValue> value;  // of the function; without a unit in that of the output
+    std::optional<double> T0, p0;     // or the state whose value is held
     std::string hold, phase;
 };
 
@@ -44,6 +44,15 @@ Refused check(const IsoArguments& a) {
     if (!a.value == !a.T0)
         return Fault{status_usage,
                      "give the value of the function by --value, or the state that has it by --T0 --p0."};
+    if (!a.value || a.value->unit.empty()) return {};
+    const Quantity q = quantity_of(column_of(a.hold));
+    constexpr double any_molar_mass = 1.0;
+    const OwnValue value = own_value(*a.value, q, any_molar_mass);
+    if (!value.fault.empty()) return Fault{status_usage, "--value: " + value.fault + "."};
+    if (q == Quantity::v ? a.models.volume != volume_molar : a.models.energy != energy_molar)
+        return Fault{status_usage,
+                     "--value with a unit does not go with --energy and --volume; choose the unit of the "
+                     "output by --units."};
     return {};
 }
 
@@ -57,11 +66,24 @@ struct Held {
     Phase phase = phase_V;
     Refused refused;
 };
-Held held_value(const Session& session, const IsoArguments& a, int column) {
+
+// The value of --value: its own unit, else that of --units, else the displayed one.
+OwnValue typed_value(const Program& program, const IsoArguments& a, Quantity q) {
+    GivenValue given = *a.value;
+    const auto chosen = program.output_units.by_quantity.find(q);
+    if (given.unit.empty() && chosen != program.output_units.by_quantity.end())
+        given.unit = chosen->second.name;
+    return own_value(given, q, program.session.fluid->M);
+}
+
+Held held_value(const Program& program, const IsoArguments& a, int column) {
+    const Session& session = program.session;
     Held held;
     if (a.phase == phase_name(phase_L)) held.phase = phase_L;
     if (a.value) {
-        held.value = *a.value;
+        const OwnValue typed = typed_value(program, a, quantity_of(column));
+        held.value = typed.value;
+        if (!typed.fault.empty()) held.refused = Fault{status_no_result, "--value: " + typed.fault + "."};
         return held;
     }
     const Outcome outcome = state_at(*session.fluid, a.T0, a.p0, {});
@@ -120,7 +142,7 @@ Block state_block(const IsoArguments& a, double T, double p, const Outcome& outc
 Block held_block(const IsoArguments& a, const Held& held, const std::string& unit, int column) {
     return {"held",
             std::string(iso_captions[static_cast<std::size_t>(column)].caption) + " held",
-            {{"function", "", a.hold, "", ""}, {"target", a.hold, held.value, unit, ""}},
+            {{"function", "", a.hold, "", ""}, {"target", a.hold, held.value, unit, "", quantity_of(column)}},
             Layout::list};
 }
 
@@ -154,7 +176,7 @@ Report iso(Program& program, const IsoArguments& a) {
     const Fluid& fluid = *session.fluid;
     const Units& units = session.document.units;
     const int column = column_of(a.hold);
-    const Held held = held_value(session, a, column);
+    const Held held = held_value(program, a, column);
     if (held.refused) return refusal("iso", *held.refused);
     const IsoInput input = search_input(session, a, column, held);
     const IsoResult found = iso_search(session, input);
@@ -182,8 +204,8 @@ Report iso(Program& program, const IsoArguments& a) {
 Action declare_iso(CLI::App& app) {
     const auto a = std::make_shared<IsoArguments>();
     add_substance(app, a->substance);
-    add_number(app, "--T", a->T, NumberRange::above_zero, "K", "Given temperature; p is searched");
-    add_number(app, "--p", a->p, NumberRange::above_zero, "kPa", "Given pressure; T is searched");
+    add_quantity(app, "--T", a->T, Quantity::T, NumberRange::above_zero, "Given temperature; p is searched");
+    add_quantity(app, "--p", a->p, Quantity::p, NumberRange::above_zero, "Given pressure; T is searched");
     app.add_option("--hold", a->hold, "Function that is held: " + symbols())
         ->required()
         ->check([](const std::string& text) {
@@ -191,10 +213,11 @@ Action declare_iso(CLI::App& app) {
                                         : "\"" + text + "\" is no function; " + symbols() + " are.";
         })
         ->type_name("FUNCTION");
-    add_number(app, "--value", a->value, NumberRange::any, "", "Its value, in the unit of the output");
-    add_number(app, "--T0", a->T0, NumberRange::above_zero, "K",
-               "or: temperature of the state that has the value");
-    add_number(app, "--p0", a->p0, NumberRange::above_zero, "kPa", "and its pressure");
+    add_quantity(app, "--value", a->value, {}, NumberRange::any,
+                 "Its value, in its unit or in that of the output");
+    add_quantity(app, "--T0", a->T0, Quantity::T, NumberRange::above_zero,
+                 "or: temperature of the state that has the value");
+    add_quantity(app, "--p0", a->p0, Quantity::p, NumberRange::above_zero, "and its pressure");
     app.add_option("--phase", a->phase, "Phase that is searched (default: that of the state, else V)")
         ->check(CLI::IsMember({"L", "V"}))
         ->type_name("L|V");

@@ -286,8 +286,8 @@ Report saturation(Program& program, const SaturationArguments& a) {
 Action declare_saturation(CLI::App& app) {
     const auto arguments = std::make_shared<SaturationArguments>();
     add_substance(app, arguments->substance);
-    add_number(app, "--T", arguments->T, NumberRange::above_zero, "K", "Temperature");
-    add_number(app, "--p", arguments->p, NumberRange::above_zero, "kPa", "Pressure");
+    add_quantity(app, "--T", arguments->T, Quantity::T, NumberRange::above_zero, "Temperature");
+    add_quantity(app, "--p", arguments->p, Quantity::p, NumberRange::above_zero, "Pressure");
     add_model_options(app, arguments->models);
     return [arguments](Program& program) { return saturation(program, *arguments); };
 }

@@ -12,7 +12,8 @@ namespace {
 struct StateArguments {
     std::string substance;
     ModelOptions models;
-    std::optional<double> T, p, rho;
+    std::optional<double> T, p;
+    std::optional<GivenValue> rho;
 };
 
 Refused check(const StateArguments& a) {
@@ -28,7 +29,13 @@ Report state(Program& program, const StateArguments& a) {
     if (const Refused refused = check(a)) return refusal("state", *refused);
     if (const Refused refused = prepare(program, a.substance, a.models)) return refusal("state", *refused);
     const Session& session = program.session;
-    return state_report(session, state_at(*session.fluid, a.T, a.p, a.rho));
+    std::optional<double> rho;
+    if (a.rho) {
+        const OwnValue own = own_value(*a.rho, Quantity::rho, session.fluid->M);
+        if (!own.fault.empty()) return refusal("state", {status_no_result, "--rho: " + own.fault + "."});
+        rho = own.value;
+    }
+    return state_report(session, state_at(*session.fluid, a.T, a.p, rho));
 }
 
 }  // namespace
@@ -53,9 +60,9 @@ Report state_report(const Session& session, const Outcome& outcome) {
 Action declare_state(CLI::App& app) {
     const auto arguments = std::make_shared<StateArguments>();
     add_substance(app, arguments->substance);
-    add_number(app, "--T", arguments->T, NumberRange::above_zero, "K", "Temperature");
-    add_number(app, "--p", arguments->p, NumberRange::above_zero, "kPa", "Pressure");
-    add_number(app, "--rho", arguments->rho, NumberRange::above_zero, "kg/m^3", "Density");
+    add_quantity(app, "--T", arguments->T, Quantity::T, NumberRange::above_zero, "Temperature");
+    add_quantity(app, "--p", arguments->p, Quantity::p, NumberRange::above_zero, "Pressure");
+    add_quantity(app, "--rho", arguments->rho, Quantity::rho, NumberRange::above_zero, "Density");
     add_model_options(app, arguments->models);
     return [arguments](Program& program) { return state(program, *arguments); };
 }

@@ -11,7 +11,8 @@ namespace {
 struct TankArguments {
     std::string substance;
     ModelOptions models;
-    std::optional<double> T, m, n, V;
+    std::optional<double> T, n, V;
+    std::optional<GivenValue> m;
 };
 
 Report tank(Program& program, const TankArguments& a) {
@@ -22,7 +23,9 @@ Report tank(Program& program, const TankArguments& a) {
     const Fluid& fluid = *session.fluid;
     const Mode mode = fluid.models.Konzept ? Mode::tank_global : Mode::tank_partial;
     if (const Refused refused = set_up_mode(program, mode)) return refusal("tank", *refused);
-    const SpecifiedValues values{.T = a.T, .p = {}, .rho = {}, .m = a.m ? *a.m : *a.n * fluid.M, .V = a.V};
+    const OwnValue m = a.m ? own_value(*a.m, Quantity::mass, fluid.M) : OwnValue{*a.n * fluid.M, {}};
+    if (!m.fault.empty()) return refusal("tank", {status_no_result, "--m: " + m.fault + "."});
+    const SpecifiedValues values{.T = a.T, .p = {}, .rho = {}, .m = m.value, .V = a.V};
     if (const Refused refused = take_values(session, values)) return refusal("tank", *refused);
     const Outcome outcome = CalcBatch(fluid, exact_input(session.document, values));
     Report report;
@@ -44,9 +47,10 @@ Report tank(Program& program, const TankArguments& a) {
 Action declare_tank(CLI::App& app) {
     const auto a = std::make_shared<TankArguments>();
     add_substance(app, a->substance);
-    add_number(app, "--T", a->T, NumberRange::above_zero, "K", "Temperature")->required();
-    add_number(app, "--V", a->V, NumberRange::above_zero, "m^3", "Volume of the tank")->required();
-    add_number(app, "--m", a->m, NumberRange::above_zero, "kg", "Mass in the tank");
+    add_quantity(app, "--T", a->T, Quantity::T, NumberRange::above_zero, "Temperature")->required();
+    add_quantity(app, "--V", a->V, Quantity::tank_volume, NumberRange::above_zero, "Volume of the tank")
+        ->required();
+    add_quantity(app, "--m", a->m, Quantity::mass, NumberRange::above_zero, "Mass in the tank");
     add_number(app, "--n", a->n, NumberRange::above_zero, "kmol", "Amount of substance in the tank");
     add_model_options(app, a->models);
     return [a](Program& program) { return tank(program, *a); };

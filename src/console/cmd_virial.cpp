@@ -70,7 +70,7 @@ Report virial(Program& program, const VirialArguments& a) {
 Action declare_virial(CLI::App& app) {
     const auto arguments = std::make_shared<VirialArguments>();
     add_substance(app, arguments->substance);
-    add_number(app, "--T", arguments->T, NumberRange::above_zero, "K", "Temperature");
+    add_quantity(app, "--T", arguments->T, Quantity::T, NumberRange::above_zero, "Temperature");
     add_model_options(app, arguments->models);
     return [arguments](Program& program) { return virial(program, *arguments); };
 }

@@ -20,6 +20,7 @@ struct Program {
     Messages& messages;
     std::istream& in;
     std::ostream& out;
+    OutputUnits output_units{};  // of --units, for the substance in force
 };
 
 // What runs once the arguments are read.

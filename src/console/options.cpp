@@ -30,6 +30,21 @@ double checked_number(const std::string& name, const std::string& text, NumberRa
     return *x;
 }
 
+// The number and unit of an option; q: whose unit it must be, none: any.
+GivenValue checked_value(const std::string& name, const std::string& text, std::optional<Quantity> q,
+                         NumberRange range) {
+    const std::string own(q ? units_of(*q).front() : std::string_view());
+    const std::optional<GivenValue> given = read_given_value(text);
+    if (!given || given->unit.empty()) return {checked_number(name, text, range, own), {}};
+    if (!q) return *given;
+    constexpr double any_molar_mass = 1.0;
+    const OwnValue value = own_value(*given, *q, any_molar_mass);
+    if (!value.fault.empty()) throw CLI::ValidationError(name, value.fault + ".");
+    if (range == NumberRange::above_zero && !(value.value > 0.0))
+        throw CLI::ValidationError(name, text + " is not possible; a value above 0 " + own + " is right.");
+    return *given;
+}
+
 // Adds an option that takes one of a few whole numbers; into is called with the number.
 CLI::Option* add_code(CLI::App& app, const std::string& name, std::vector<int> codes, const std::string& help,
                       std::function<void(int)> into) {
@@ -98,6 +113,28 @@ CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<do
         ->type_name(unit.empty() ? "NUMBER" : unit);
 }
 
+CLI::Option* add_quantity(CLI::App& app, const std::string& name, std::optional<double>& into, Quantity q,
+                          NumberRange range, const std::string& help) {
+    return app
+        .add_option_function<std::string>(
+            name,
+            [&into, name, q, range](const std::string& text) {
+                into = own_value(checked_value(name, text, q, range), q, 0.0).value;
+            },
+            help)
+        ->type_name(std::string(units_of(q).front()));
+}
+
+CLI::Option* add_quantity(CLI::App& app, const std::string& name, std::optional<GivenValue>& into,
+                          std::optional<Quantity> q, NumberRange range, const std::string& help) {
+    return app
+        .add_option_function<std::string>(
+            name,
+            [&into, name, q, range](const std::string& text) { into = checked_value(name, text, q, range); },
+            help)
+        ->type_name(q ? std::string(units_of(*q).front()) : "NUMBER");
+}
+
 void add_global_options(CLI::App& app, GlobalOptions& options) {
     app.add_option("--program-folder", options.program_folder,
                    "Folder of the starter database and of all output")
@@ -146,18 +183,21 @@ void add_model_options(CLI::App& app, ModelOptions& o) {
     group(add_code(app, "--ref", references, "1 zero at --tref, --pref; 2, 10 formation (conventional; dfG)",
                    [&o](int code) { o.ref = code; }),
           reference_group);
-    group(add_number(app, "--tref", o.tref, NumberRange::above_zero, "K", "Reference temperature (298.15)"),
+    group(add_quantity(app, "--tref", o.tref, Quantity::T, NumberRange::above_zero,
+                       "Reference temperature (298.15)"),
           reference_group);
-    group(add_number(app, "--pref", o.pref, NumberRange::above_zero, "kPa", "Reference pressure (101.325)"),
+    group(add_quantity(app, "--pref", o.pref, Quantity::p, NumberRange::above_zero,
+                       "Reference pressure (101.325)"),
           reference_group);
-    group(add_number(app, "--href", o.href, NumberRange::any, "kJ/kmol", "Added to every h"),
+    group(add_quantity(app, "--href", o.href, Quantity::h, NumberRange::any, "Added to every h"),
           reference_group);
-    group(add_number(app, "--sref", o.sref, NumberRange::any, "kJ/(kmol K)", "Added to every s"),
+    group(add_quantity(app, "--sref", o.sref, Quantity::s, NumberRange::any, "Added to every s"),
           reference_group);
-    group(add_number(app, "--tenv", o.tenv, NumberRange::above_zero, "K", "Environment of exergies (298.15)"),
+    group(add_quantity(app, "--tenv", o.tenv, Quantity::T, NumberRange::above_zero,
+                       "Environment of exergies (298.15)"),
           reference_group);
-    group(add_number(app, "--penv", o.penv, NumberRange::above_zero, "kPa",
-                     "Environment of exergies (101.325)"),
+    group(add_quantity(app, "--penv", o.penv, Quantity::p, NumberRange::above_zero,
+                       "Environment of exergies (101.325)"),
           reference_group);
 
     group(add_code(app, "--energy", {0, 1, 2, 3}, "kJ/kmol (0), K (1), per R T (2), kJ/kg (3)",
@@ -165,6 +205,14 @@ void add_model_options(CLI::App& app, ModelOptions& o) {
           unit_group);
     group(add_code(app, "--volume", {0, 1, 2}, "m^3/kmol (0), m^3/kg (1), v/v(cr) (2)",
                    [&o](int code) { o.volume = code; }),
+          unit_group);
+    group(app.add_option("--units", o.units, "By quantity: h=kJ/kg,T=C; energy=, entropy= for all of a kind")
+              ->check([](const std::string& text) {
+                  constexpr double any_molar_mass = 1.0;
+                  const std::string fault = parse_units(text, any_molar_mass).fault;
+                  return fault.empty() ? fault : fault + ".";
+              })
+              ->type_name("TEXT"),
           unit_group);
 }
 

@@ -7,6 +7,7 @@
 
 #include "base/messages.h"
 #include "engine/models.h"
+#include "quantities/unit_table.h"
 
 namespace quom {
 
@@ -16,6 +17,14 @@ enum class NumberRange { any, above_zero };
 // sentence.
 CLI::Option* add_number(CLI::App& app, const std::string& name, std::optional<double>& into,
                         NumberRange range, const std::string& unit, const std::string& help);
+
+// Adds an option that takes a number with or without a unit of q: "20C", "5 bar", "300". The first form takes
+// quantities whose units need no molar mass and stores the value in the workbench's unit; the second leaves
+// the conversion to own_value when the substance is known (q none: and the check of the unit).
+CLI::Option* add_quantity(CLI::App& app, const std::string& name, std::optional<double>& into, Quantity q,
+                          NumberRange range, const std::string& help);
+CLI::Option* add_quantity(CLI::App& app, const std::string& name, std::optional<GivenValue>& into,
+                          std::optional<Quantity> q, NumberRange range, const std::string& help);
 
 // What stands before or behind the command.
 struct GlobalOptions {
@@ -38,8 +47,9 @@ struct ModelOptions {
     std::optional<int> ref;            // 1, 2, 10
     std::optional<double> tref, pref;  // [K], [kPa]
     std::optional<double> tenv, penv;  // [K], [kPa]
-    std::optional<double> href, sref;  // [kJ/kmol], [kJ/(kmol K)]
+    std::optional<GivenValue> href, sref;
     int energy = 0, volume = 0;        // EnergyMode, VolumeMode
+    std::string units;                 // --units, as parse_units takes it; possible but for the molar mass
     std::string ji;                    // parameter file of codes 7 and 8
     std::optional<double> b0, b1, b2;  // manual virial equation B = b0 - b1/T^b2 [m^3/kmol]
 };

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "console/commands.h"
+#include "report/output_units.h"
 
 namespace quom {
 namespace {
@@ -43,6 +44,7 @@ constexpr const char* footer =
     "the shell takes a bare # for a comment). [models] stands for the options that choose models,\n"
     "reference state and units. The options above may stand before or behind the command.\n"
     "\"quomc COMMAND --help\" tells the options of a command.\n"
+    "A number may have a unit: --T 20C --p \"5 bar\"; without one it is in K, kPa, kg/m^3, m^3, kg.\n"
     "\n"
     "Exit status: 0 done; 1 no result, the reason on standard error; 2 wrong arguments; 3 a file could\n"
     "not be read or written.\n"
@@ -176,7 +178,7 @@ int run(std::vector<std::string> args, std::istream& in, std::ostream& out, std:
     for (const auto& [command, action] : actions) {
         if (!command->parsed()) continue;
         command_name = command->get_name();
-        Report report = action(program);
+        Report report = in_units(action(program), program.output_units);
         report.command = command_name;
         if (report.status == status_usage)
             return wrong_arguments(app, report.message, options.json, out, err);

@@ -114,19 +114,46 @@ Refused select_models(Program& program, const ModelOptions& o) {
     return {};
 }
 
+Refused take_offset(const std::optional<GivenValue>& given, Quantity q, double M, double& into) {
+    if (!given) return {};
+    const OwnValue value = own_value(*given, q, M);
+    if (!value.fault.empty()) return no_result(value.fault + ".");
+    into = value.value;
+    return {};
+}
+
 Refused select_reference(Session& session, const ModelOptions& o) {
     Document document = session.document;
     ReferenceState& r = document.reference;
     r.RefKode = o.ref.value_or(r.RefKode);
     if (o.tref) r.TRef0 = static_cast<float>(*o.tref);
     if (o.pref) r.pRef0 = static_cast<float>(*o.pref);
-    r.hOffset = o.href.value_or(r.hOffset);
-    r.sOffset = o.sref.value_or(r.sOffset);
+    if (Refused refused = take_offset(o.href, Quantity::h, session.fluid->M, r.hOffset)) return refused;
+    if (Refused refused = take_offset(o.sref, Quantity::s, session.fluid->M, r.sOffset)) return refused;
     r.TEnv = o.tenv.value_or(r.TEnv);
     r.pEnv = o.penv.value_or(r.pEnv);
     if (const std::optional<Message> refused = reference_refusal(session.substance(), r))
         return no_result("--ref " + std::to_string(r.RefKode) + ": " + refused->text);
     commit(session, std::move(document));
+    return {};
+}
+
+// Units of the output by quantity; no quantity may have two.
+Refused select_output_units(Program& program, const ModelOptions& o) {
+    if (o.units.empty()) return {};
+    OutputUnits units = parse_units(o.units, program.session.fluid->M);
+    if (!units.fault.empty()) return no_result("--units: " + units.fault + ".");
+    for (const auto& [q, unit] : units.by_quantity) {
+        const UnitKind kind = quantity_info(q).kind;
+        const bool energy = kind == UnitKind::energy || kind == UnitKind::entropy;
+        const char* const other = energy && o.energy != energy_molar                     ? "--energy"
+                                  : kind == UnitKind::volume && o.volume != volume_molar ? "--volume"
+                                                                                         : nullptr;
+        if (other)
+            return wrong(std::string(other) + " and --units both give the unit of " +
+                         std::string(quantity_info(q).symbol) + "; one of them is right.");
+    }
+    program.output_units = std::move(units);
     return {};
 }
 
@@ -200,7 +227,8 @@ Refused apply_models(Program& program, const ModelOptions& o) {
     if (Refused refused = select_models(program, o)) return refused;
     select_liquid_density(program.session, o);
     if (Refused refused = select_reference(program.session, o)) return refused;
-    return select_units(program.session, o);
+    if (Refused refused = select_units(program.session, o)) return refused;
+    return select_output_units(program, o);
 }
 
 Refused prepare(Program& program, std::string_view substance, const ModelOptions& options) {

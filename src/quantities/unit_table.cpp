@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "base/number_text.h"
 #include "quantities/unit_spelling.h"
 
 namespace quom {
@@ -229,15 +230,12 @@ constexpr std::pair<std::string_view, Dimension> words[] = {{"energy", energy}, 
 
 // The quantities that a name stands for; none for a name that is none.
 std::vector<Quantity> called(std::string_view name) {
-    for (const auto& [key, quantity] : key_names)
-        if (key == name) return {quantity};
+    if (const std::optional<Quantity> one = quantity_named(name)) return {*one};
     std::vector<Quantity> list;
-    for (const Quantity q : all_quantities)
-        if (symbol_of(q) == name) return {q};
-    for (const auto& [word, dimension] : words)
-        if (word == name)
-            for (const Quantity q : all_quantities)
-                if (dimension_of(q) == dimension) list.push_back(q);
+    for (const auto& [word, dimension] : words) {
+        for (const Quantity q : all_quantities)
+            if (word == name && dimension_of(q) == dimension) list.push_back(q);
+    }
     return list;
 }
 
@@ -277,6 +275,35 @@ std::vector<std::string_view> units_of(Quantity q) {
     std::vector<std::string_view> names;
     for (const UnitRow& row : rows_of(q)) names.push_back(row.name);
     return names;
+}
+
+std::optional<GivenValue> read_given_value(std::string_view text) {
+    for (std::size_t length = text.size(); length > 0; --length) {
+        const std::optional<double> number = read_number(text.substr(0, length));
+        if (!number) continue;
+        const std::string_view unit = without_blanks(text.substr(length));
+        const bool more_digits =
+            !unit.empty() && std::string_view("0123456789.,").find(unit.front()) != std::string_view::npos;
+        return more_digits ? std::nullopt : std::optional(GivenValue{*number, std::string(unit)});
+    }
+    return {};
+}
+
+OwnValue own_value(const GivenValue& given, Quantity q, double M) {
+    if (given.unit.empty()) return {given.number, {}};
+    UnitMatch unit = find_unit(q, given.unit, M);
+    if (!unit.fault.empty()) return {0, std::move(unit.fault)};
+    const double own = unit.conversion.to_own(given.number);
+    if (std::isfinite(own)) return {own, {}};
+    return {0, "0 " + std::string(unit.name) + " is no " + std::string(symbol_of(q))};
+}
+
+std::optional<Quantity> quantity_named(std::string_view name) {
+    for (const auto& [key, quantity] : key_names)
+        if (key == name) return quantity;
+    for (const Quantity q : all_quantities)
+        if (symbol_of(q) == name) return q;
+    return {};
 }
 
 OutputUnits parse_units(std::string_view text, double M) {

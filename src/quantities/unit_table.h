@@ -2,6 +2,7 @@
 // windows.
 #pragma once
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,25 @@ UnitMatch find_unit(Quantity q, std::string_view text, double M);
 
 // The units that q may have, its own first.
 std::vector<std::string_view> units_of(Quantity q);
+
+// A number with the unit behind it, as people type it: "300", "20 °C", "5bar".
+struct GivenValue {
+    double number = 0;
+    std::string unit{};  // empty: the workbench's own
+};
+// None for a text that does not begin with a number in point form, or where more digits follow it.
+std::optional<GivenValue> read_given_value(std::string_view text);
+
+// A value in the workbench's own unit, or why there is none.
+struct OwnValue {
+    double value = 0;
+    std::string fault{};
+};
+// M as in find_unit.
+OwnValue own_value(const GivenValue& given, Quantity q, double M);
+
+// The quantity of this symbol ("h", "delta(LV)h") or key ("hLV"); none for another name.
+std::optional<Quantity> quantity_named(std::string_view name);
 
 // Units chosen for an output; a quantity that is not named keeps its own unit.
 struct OutputUnits {

@@ -9,19 +9,21 @@
 namespace quom {
 namespace {
 
-// One quantity: "rho(L)  996.6 kg/m^3  EOS 847.6, -14.95 % (rho(L) = Fu(T))".
+// One quantity in two lines: "rho(L)  847.6 kg/m^3  equation of state, -14.93 %" above
+// "rho(L)  996.3 kg/m^3  record, rho(L) = Fu(T)".
 void add_line(Block& block, const std::string& key, const char* label, const std::string& unit, double factor,
               const std::optional<ComparedValue>& compared, std::string_view equation) {
     Field eos{key, "", {}, unit, ""}, record{key + "_record", "", {}, unit, ""};
     Field difference{key + "_difference", "", {}, "%", ""};
     if (compared) {
+        eos.label = label;
         eos.value = factor * compared->eos;
+        eos.note = "equation of state, " +
+                   formatMask(compared->difference_percent(), "+0.00;-0.00;0.00") + " %";
         record.label = label;
         record.value = factor * compared->record;
         difference.value = compared->difference_percent();
-        record.note = "EOS " + shown(factor * compared->eos) + ", " +
-                      formatMask(compared->difference_percent(), "+0.00;-0.00;0.00") + " %  (" +
-                      std::string(equation) + ")";
+        record.note = "record, " + std::string(equation);
     }
     for (Field* field : {&eos, &record, &difference}) block.fields.push_back(std::move(*field));
 }

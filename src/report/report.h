@@ -10,6 +10,8 @@
 #include <variant>
 #include <vector>
 
+#include "quantities/quantity_table.h"
+
 namespace quom {
 
 // How an answer ended.
@@ -53,7 +55,8 @@ struct Field {
     std::string key, label;
     Value value;
     std::string unit;
-    std::string note;  // behind the value, in text only
+    std::string note;                    // behind the value, in text only
+    std::optional<Quantity> quantity{};  // where the key does not name it
 };
 // Values under one title. JSON: an object.
 enum class Layout {
