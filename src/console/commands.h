@@ -45,5 +45,6 @@ Action declare_calc(CLI::App& app);
 Action declare_sweep(CLI::App& app);
 Action declare_tank(CLI::App& app);
 Action declare_iso(CLI::App& app);
+Action declare_starter(CLI::App& app);
 
 }  // namespace quom

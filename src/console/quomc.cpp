@@ -32,6 +32,8 @@ constexpr Command table[] = {
      "SUBSTANCE (--T K | --p kPa) --hold v|h|s|g|u|a|eH|eU (--value X | --T0 K --p0 kPa) [--phase L|V] "
      "[models]",
      "propane --p 100 --hold h --T0 320 --p0 800", declare_iso},
+    {"starter", "The starter database in use, and whether a newer one is installed", "[--copy]", "--copy",
+     declare_starter},
 };
 
 constexpr const char* footer =
