@@ -3,6 +3,7 @@
 
 #include "console/name_matches.h"
 #include "console/selection.h"
+#include "session/starter_update.h"
 #include "substance/record.h"
 #include "substance/search.h"
 
@@ -42,6 +43,11 @@ Report list(Program& program) {
     Report report;
     report.title = std::to_string(file.StoffAnzahl()) + " substances in " + file.path;
     report.sections.emplace_back(std::move(table));
+    if (!program.options.db.empty()) return report;
+    const StarterUpdate update = find_starter_update(program_places({}), program.session.ProgramPath);
+    if (update.offered())
+        report.notes.push_back("A newer starter database is installed, " + update.installed_version +
+                               ", this one is of " + update.own_version + "; see \"quomc starter\".");
     return report;
 }
 

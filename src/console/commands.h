@@ -47,5 +47,6 @@ Action declare_sweep(CLI::App& app);
 Action declare_tank(CLI::App& app);
 Action declare_iso(CLI::App& app);
 Action declare_audit(CLI::App& app);
+Action declare_starter(CLI::App& app);
 
 }  // namespace quom

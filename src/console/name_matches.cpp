@@ -72,7 +72,7 @@ Fault ambiguous_substance(const DatabaseFile& file, const std::vector<NameHit>& 
 }
 
 Fault nothing_contains(const DatabaseFile& file, const NameIndex& names, std::string_view text) {
-    const std::vector<NameHit> hits = names.near(text, MostProposals);
+    const std::vector<NameHit> hits = names.proposals(text, MostProposals);
     const std::string near = hits.empty() ? "." : "; did you mean " + any_of_names(file, hits) + "?";
     return {status_no_result,
             "No name, synonym, formula or CAS number contains " + in_quotes(text) + near,

@@ -37,6 +37,8 @@ constexpr Command table[] = {
      "propane --p 100 --hold h --T0 320 --p0 800", declare_iso},
     {"audit", "The sets of each record against each other, one line a doubt", "[SUBSTANCE] [--rules]",
      "water --rules", declare_audit},
+    {"starter", "The starter database in use, and whether a newer one is installed", "[--copy]", "--copy",
+     declare_starter},
 };
 
 constexpr const char* footer =

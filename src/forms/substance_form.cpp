@@ -1,7 +1,5 @@
 #include "forms/substance_form.h"
 
-#include <numeric>
-
 #include "forms/refusal.h"
 #include "session/substance_marks.h"
 #include "substance/database.h"
@@ -20,12 +18,12 @@ std::string substance_caption(const DatabaseFile& file) {
     return "Select a substance (in total  " + std::to_string(file.StoffAnzahl()) + ")";
 }
 
-std::vector<int> filtered_rows(const NameIndex& names, int count, std::string_view text) {
+std::vector<int> filtered_rows(const NameIndex& names, std::string_view text) {
+    constexpr std::size_t close_spellings = 5;
+    std::vector<NameHit> hits = names.find(text);
+    if (hits.empty()) hits = names.near(text, close_spellings);
     std::vector<int> indices;
-    for (const NameHit& hit : names.find(text)) indices.push_back(hit.index);
-    if (!indices.empty()) return indices;
-    indices.resize(static_cast<std::size_t>(count));
-    std::iota(indices.begin(), indices.end(), 1);
+    for (const NameHit& hit : hits) indices.push_back(hit.index);
     return indices;
 }
 
@@ -52,8 +50,12 @@ SubstanceRemarks substance_remarks(const Session& session, int index) {
     return remarks;
 }
 
-SubstanceHit look_up_substance(const Session& session, std::string_view text, Messages& messages) {
+SubstanceHit look_up_substance(const Session& session, const NameIndex& names, std::string_view text,
+                               Messages& messages) {
     SubstanceHit hit = FindSubstance(session.database, session.ProgramPath, text, session.StoffIndex);
+    if (hit.found) return hit;
+    if (const std::vector<NameHit> named = names.named(text); named.size() == 1)
+        return {.index = named.front().index, .found = true};
     if (hit.message) messages.ask(*hit.message);
     return hit;
 }

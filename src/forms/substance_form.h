@@ -19,9 +19,9 @@ Message substance_not_readable();
 // "Select a substance (in total  496)".
 std::string substance_caption(const DatabaseFile& file);
 
-// Indices (1-based) of the rows of a list of count substances that the text is found in, best first; all of them
-// in their order for an empty text, and when nothing is found.
-std::vector<int> filtered_rows(const NameIndex& names, int count, std::string_view text);
+// Indices (1-based) of the rows that the text is found in, best first; where it is in none, of those with a
+// close spelling. Empty for an empty text, and when there is neither: the list shows all rows then.
+std::vector<int> filtered_rows(const NameIndex& names, std::string_view text);
 
 // What the boxes tell of a row.
 struct SubstanceBoxes {
@@ -39,7 +39,9 @@ struct SubstanceRemarks {
 };
 SubstanceRemarks substance_remarks(const Session& session, int index);
 
-// FindSubstance on a typed text; the user is told when nothing is found. The row marked is the session's.
-SubstanceHit look_up_substance(const Session& session, std::string_view text, Messages& messages);
+// FindSubstance on a typed text, else the one substance that the text names in another spelling or by its
+// formula; the user is told when nothing is found. The row marked is the session's.
+SubstanceHit look_up_substance(const Session& session, const NameIndex& names, std::string_view text,
+                               Messages& messages);
 
 }  // namespace quom

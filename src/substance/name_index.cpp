@@ -180,12 +180,14 @@ void NameIndex::collect(std::string_view key, int penalty, bool casrn_too,
                                     ? e.key_length == key.size() ? NameMatch::whole : NameMatch::beginning
                                 : begins_[at] != '\0' ? NameMatch::word
                                                       : NameMatch::inside;
+        bool settled = !is_name || at_beginning;  // nothing better follows in this name
         if ((is_name || at_beginning) && (e.kind != NameKind::casrn || casrn_too)) {
             std::uint64_t& known = best[static_cast<std::size_t>(e.index) - 1];
-            const int score = 10 * static_cast<int>(match) + rank_of(e.kind) + penalty;
-            known = std::min(known, packed(score, e.text_length, entry));
+            const int rank = rank_of(e.kind) + penalty;
+            known = std::min(known, packed(10 * static_cast<int>(match) + rank, e.text_length, entry));
+            settled = settled || known <= packed(10 * static_cast<int>(NameMatch::word) + rank, 0, 0);
         }
-        at = is_name && !at_beginning ? at + 1 : e.key + e.key_length;
+        at = settled ? e.key + e.key_length : at + 1;
     }
 }
 

@@ -9,6 +9,7 @@
 #include <QScrollBar>
 #include <QSortFilterProxyModel>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "base/code_page.h"
 #include "base/files.h"
@@ -57,7 +58,8 @@ class SubstanceLines : public QAbstractListModel {
 
 }  // namespace
 
-// Shows the lines that what is being typed is found in, best first; all of them while nothing is typed or found.
+// Shows the lines that what is being typed is found in, best first; all of them while nothing is typed or
+// found.
 class SubstanceFilter : public QSortFilterProxyModel {
  public:
     explicit SubstanceFilter(const Session& session) : session_(session), lines_(session) {
@@ -67,26 +69,30 @@ class SubstanceFilter : public QSortFilterProxyModel {
     std::string reload() {
         SynonymFileBytes synonyms = read_synonym_file(session_.ProgramPath);
         names_ = NameIndex(session_.database, synonyms.bytes);
+        place_.clear();
         lines_.reload();
         set_text({});
         return std::move(synonyms.fault);
     }
     void set_text(const std::string& text) {
-        const int count = session_.database.StoffAnzahl();
-        const std::vector<int> shown = filtered_rows(names_, count, text);
-        filtered_ = !names_.find(text).empty();
-        place_.assign(static_cast<std::size_t>(count), 0);
-        for (std::size_t i = 0; i < shown.size(); ++i)
-            place_[static_cast<std::size_t>(shown[i]) - 1] = static_cast<int>(i) + 1;
+        place_.clear();
+        int shown = 0;
+        for (const int index : filtered_rows(names_, text)) {
+            place_.resize(static_cast<std::size_t>(session_.database.StoffAnzahl()));
+            place_[static_cast<std::size_t>(index) - 1] = ++shown;
+        }
         invalidate();
-        sort(0);
+        sort(is_filtered() ? 0 : -1);
     }
     int index_of(const QModelIndex& at) const { return at.isValid() ? mapToSource(at).row() + 1 : 0; }
     QModelIndex at_index(int index) const { return mapFromSource(lines_.index(index - 1)); }
-    bool is_filtered() const { return filtered_; }
+    bool is_filtered() const { return !place_.empty(); }
+    const NameIndex& names() const { return names_; }
 
  protected:
-    bool filterAcceptsRow(int row, const QModelIndex&) const override { return place(row) != 0; }
+    bool filterAcceptsRow(int row, const QModelIndex&) const override {
+        return !is_filtered() || place(row) != 0;
+    }
     bool lessThan(const QModelIndex& a, const QModelIndex& b) const override {
         return place(a.row()) < place(b.row());
     }
@@ -99,8 +105,8 @@ class SubstanceFilter : public QSortFilterProxyModel {
     const Session& session_;
     SubstanceLines lines_;
     NameIndex names_;
-    std::vector<int> place_;  // of each row in the list shown, from 1; 0: not shown
-    bool filtered_ = false;
+    std::vector<int>
+        place_;  // of each row in the list shown, from 1; 0: not shown; empty: all in their order
 };
 
 frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)
@@ -231,6 +237,8 @@ void frmQStoffWahl::open(mdiQUOM& frame) {
         frame.show_child(window);
     window->NameCombo->setFocus();
     window->NameCombo->lineEdit()->selectAll();
+    if (const std::string fault = std::exchange(window->fault_to_tell_, {}); !fault.empty())
+        frame.bench().tell(synonym_file_message(fault));
 }
 
 void frmQStoffWahl::show_database() {
@@ -238,7 +246,9 @@ void frmQStoffWahl::show_database() {
     index_at_opening_ = s.StoffIndex;
     setWindowTitle(QString::fromStdString(substance_caption(s.database)));
     txtDatenbank->show_text(QString::fromStdString(name_part(s.database.path)));
-    rows_->reload();
+    std::string fault = rows_->reload();
+    if (fault != synonym_fault_) fault_to_tell_ = fault;
+    synonym_fault_ = std::move(fault);
     const int active = s.document.substance.StoffIndexAktiv;
     mark_row(active > 0 ? active : 1);
 }
@@ -278,8 +288,8 @@ void frmQStoffWahl::show_substance(int index) {
 }
 
 bool frmQStoffWahl::look_up() {
-    const SubstanceHit hit = look_up_substance(frame_.session(), NameCombo->currentText().toStdString(),
-                                               frame_.bench().messages());
+    const SubstanceHit hit = look_up_substance(
+        frame_.session(), rows_->names(), NameCombo->currentText().toStdString(), frame_.bench().messages());
     mark_row(hit.index > 0 ? hit.index : 1);
     return hit.found;
 }

@@ -2,6 +2,7 @@
 #pragma once
 #include <QWidget>
 #include <memory>
+#include <string>
 
 class QComboBox;
 class QLabel;
@@ -44,7 +45,7 @@ class frmQStoffWahl : public QWidget {
     void build_layout();
     void connect_controls();
     void show_database();                  // list and count anew, the substance in force marked
-    void filter(const std::string& text);  // shows the lines that hold the text; the choice stays
+    void filter(const std::string& text);  // shows the lines that the text is found in; the choice stays
     void mark_row(int index);              // marks substance index in the list, whatever the filter was
     void row_marked(const QModelIndex& at);
     void show_substance(int index);  // what the boxes tell of it
@@ -58,6 +59,8 @@ class frmQStoffWahl : public QWidget {
     std::unique_ptr<SubstanceFilter> rows_;
     std::unique_ptr<NameMemory> memory_;
     int index_at_opening_ = 0;
+    std::string synonym_fault_;  // what is wrong with the file of synonyms
+    std::string fault_to_tell_;  // the same until the user was told
     bool filtering_ = false;
 };
 

@@ -9,6 +9,7 @@
 
 #include "forms/shell.h"
 #include "session/program_path.h"
+#include "session/starter_update.h"
 #include "ui/frmPhantom.h"
 #include "ui/look.h"
 #include "ui/mdiQUOM.h"
@@ -68,7 +69,8 @@ int main(int argc, char** argv) {
     trace("application");
     quom::apply_look(app);
     trace("look");
-    const auto folder = quom::find_program_folder(quom::program_places(arguments.program_folder));
+    const quom::ProgramPlaces places = quom::program_places(arguments.program_folder);
+    const auto folder = quom::find_program_folder(places);
     trace("program folder");
 
     quom::frmPhantom splash;
@@ -88,7 +90,9 @@ int main(int argc, char** argv) {
             const int taken = quom::take_screenshots(frame, QString::fromStdString(arguments.pictures));
             std::printf("%d pictures in %s\n", taken, arguments.pictures.c_str());
             frame.close();
+            return;
         }
+        offer_starter_update(quom::find_starter_update(places, folder.path), frame.bench().messages());
     });
     return QApplication::exec();
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 #include "base/code_page.h"
@@ -61,6 +62,35 @@ TEST(Lists, a_missing_or_foreign_file_of_synonyms_is_said) {
         EXPECT_EQ(quomc(here + "show dihydrogen~oxide").status, 1);
         EXPECT_EQ(write_file_atomic((folder / "SYNOM7.TXT").string(), "Dear friend,\n"), "");
     }
+    fs::remove_all(folder);
+}
+
+// A newer starter database of the installation is told, and copied beside the user's own on request.
+TEST(Lists, a_newer_starter_database) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / ("quomc-starter-" + std::to_string(::getpid()));
+    fs::create_directories(folder / "own");
+    fs::create_directories(folder / "share/quom");
+    std::string bytes = *read_file(std::string(QUOM_STARTER_DATA) + "/quom.q07").bytes;
+    const std::string own = (folder / "own/quom.q07").string(),
+                      newer = (folder / "own/quom-2999-01-31.q07").string();
+    ASSERT_EQ(write_file_atomic(own, bytes), "");
+    ASSERT_EQ(
+        write_file_atomic((folder / "share/quom/quom.q07").string(), bytes.replace(0, 10, "2999-01-31")), "");
+    const char* before = std::getenv("XDG_DATA_DIRS");
+    const std::string kept = before == nullptr ? "" : before;
+    ::setenv("XDG_DATA_DIRS", (folder / "share").c_str(), 1);
+    const std::string here = "--program-folder " + (folder / "own").string() + " ";
+    EXPECT_THAT(quomc(here + "list").out, HasSubstr("\"quomc starter\""));
+    EXPECT_EQ(quomc(here + "starter --json").json()["starter"]["newer"], true);
+    EXPECT_FALSE(fs::exists(newer)) << "only told";
+    EXPECT_EQ(quomc(here + "starter --copy").status, 0);
+    EXPECT_TRUE(fs::exists(newer));
+    EXPECT_NE(read_file(own).bytes->substr(0, 10), "2999-01-31");
+    EXPECT_EQ(quomc(here + "show water --db " + newer).status, 0);
+    ::setenv("XDG_DATA_DIRS", "/nowhere", 1);
+    EXPECT_EQ(quomc(here + "starter --copy").status, 1);
+    ::setenv("XDG_DATA_DIRS", kept.c_str(), 1);
     fs::remove_all(folder);
 }
 

@@ -108,6 +108,42 @@ TEST_F(SubstanceWindow, typing_filters_the_list_and_keeps_the_choice) {
     EXPECT_EQ(session().substance().StoffName, "1-Propanol");
 }
 
+TEST_F(SubstanceWindow, the_best_hit_is_on_top_and_close_spellings_are_shown) {
+    const auto row = [&](int i) {
+        return window->StoffListe->model()->index(i, 0).data().toString().toStdString();
+    };
+    type_name("butan");
+    EXPECT_THAT(row(0), HasSubstr("Butane"));
+    EXPECT_THAT(row(1), HasSubstr("Butanal"));
+    type_name("Etanol");
+    EXPECT_THAT(row(0), HasSubstr("Ethanol"));
+    key(Qt::Key_Return);  // a guess is not taken
+    EXPECT_THAT(messages.take(), ElementsAre(Pair("ERROR: Selection of a substance", "Nothing found.")));
+    EXPECT_EQ(session().StoffIndex, 1);
+    type_name("co2");
+    key(Qt::Key_Return);
+    EXPECT_EQ(name(), "Carbon dioxide");
+    EXPECT_EQ(window->StoffListe->model()->rowCount(), session().database.StoffAnzahl());
+    EXPECT_THAT(row(0), StartsWith("1     "));
+}
+
+TEST_F(SubstanceWindow, a_missing_file_of_synonyms_is_said_once) {
+    ASSERT_TRUE(QFile::remove(folder.filePath(QStringLiteral("SYNOM7.TXT"))));
+    for (const std::size_t times : {1u, 0u}) {
+        menu("mnuStoffwahl")->trigger();
+        const auto told = messages.take();
+        ASSERT_EQ(told.size(), times);
+        for (const auto& [title, text] : told)
+            EXPECT_THAT(text, HasSubstr("has no file of synonyms SYNOM7.TXT"));
+        key(Qt::Key_Escape);
+        QTest::keyClick(window->StoffListe, Qt::Key_Escape);
+    }
+    menu("mnuStoffwahl")->trigger();
+    type_name("Wasser");
+    key(Qt::Key_Return);
+    EXPECT_EQ(name(), "Water") << "a name of the database";
+}
+
 TEST_F(SubstanceWindow, system_numbers) {
     const int number = session().database.rows[9].SubstanceNo;
     window->Text1->setFocus();
