@@ -155,9 +155,8 @@ const Figure Figures[] = {
     {butane, 300.0, 257.6, {0, 0.4, 0.2, 0.2, 2, 0.3, 1, 3}, webbook},
     {test::benzene, 298.15, 12.69, {0.2, 0, 0.5, 0.2, 0, 3, 3, 4}, webbook},
     {toluene, 298.15, 3.79, {0.2, 0, 0.5, 0.3, 0, 1, 2, 8}, crc},
-    // The Wagner set of ethanol follows the reference equation of state up to its critical point within 0.3
-    // %.
-    {test::ethanol, 298.15, 7.87, {0.2, 0, 1, 0.35, 0, 7, 7, 4}, crc},
+    {test::ethanol, 298.15, 7.87, {0.2, 0, 1, 0.2, 0, 7, 7, 4}, crc},
+    {test::ethanol, 351.44, 101.325, {0.2, 0, 0, 0.2, 0, 0, 0, 0}, crc},
     {test::helium, 4.0, 81.62, {0, 0, 1, 1.2, 3, 1, 2, 2}, its90},
     {test::helium, 5.0, 196.0, {0, 0, 0.5, 1, 2, 1, 2, 1}, its90},
 };
