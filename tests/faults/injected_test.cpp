@@ -74,14 +74,21 @@ TEST(InjectedFaults, what_is_read_is_whole_or_refused) {
     }
 }
 
+const std::string sweep_command = "\"$QUOMC\" --program-folder \"$DATA\" sweep propane --mode 3 ";
+
+// The lines of a shell that let calls fail in the commands behind them; "met" is there when it came to that.
+std::string faulty(const std::string& fault) {
+    return "export ASAN_OPTIONS=verify_asan_link_order=0 QUOM_FAULT_MET=met QUOM_FAULT='" + fault +
+           "' LD_PRELOAD=\"$SHIM\"\n";
+}
+
 // A sweep from a file to a file, and from pipe to pipe. What ends well is what ends well without a fault.
 TEST(InjectedFaults, quomc_sweeps_whole_or_says_why_not) {
     const Shell shell;
     std::string table = "T;p\n";
     for (int i = 0; i < 3000; ++i) table += std::to_string(250 + i % 200) + ";101.325\n";
     shell.put("in.csv", table);
-    const std::string command = "\"$QUOMC\" --program-folder \"$DATA\" sweep propane --mode 3 --jobs 2 ";
-    ASSERT_EQ(shell.run(command + "--in in.csv --out whole.csv").status, 0);
+    ASSERT_EQ(shell.run(sweep_command + "--in in.csv --out whole.csv").status, 0);
     const std::string whole = shell.text("whole.csv");
     for (const char* way : {"--in in.csv --out out.csv", "--in - --out - <in.csv >out.csv"}) {
         const bool to_file = way[5] == 'i';
@@ -90,10 +97,8 @@ TEST(InjectedFaults, quomc_sweeps_whole_or_says_why_not) {
             for (int n = 1; met && n < 100; ++n) {
                 shell.put("out.csv", "old");
                 std::filesystem::remove(shell.at("met"));
-                const ShellRun run = shell.run(
-                    "export ASAN_OPTIONS=verify_asan_link_order=0 QUOM_FAULT_MET=met "
-                    "QUOM_FAULT='" +
-                    name_of(fault, n) + "' LD_PRELOAD=\"$SHIM\"\nexec " + command + way);
+                const ShellRun run =
+                    shell.run(faulty(name_of(fault, n)) + "exec " + sweep_command + "--jobs 2 " + way);
                 met = std::filesystem::remove(shell.at("met"));
                 const std::string out = shell.text("out.csv"),
                                   what = way + (" " + name_of(fault, n)) + "\n" + run.err;
@@ -120,42 +125,41 @@ TEST(InjectedFaults, threads_that_do_not_start_are_done_without) {
     std::string table = "T;p\n";
     for (int i = 0; i < 20000; ++i) table += std::to_string(250 + i % 200) + ";101.325\n";
     shell.put("in.csv", table);
-    const std::string command =
-        "\"$QUOMC\" --program-folder \"$DATA\" sweep propane --mode 3 --in in.csv --out - ";
-    const std::string whole = shell.run(command + "--jobs 1").out;
+    const std::string command = sweep_command + "--jobs 4 --in in.csv --out - ";
+    const std::string whole = shell.run(command).out;
     ASSERT_EQ(std::count(whole.begin(), whole.end(), '\n'), 20001);
     for (const int first : {1, 2, 4}) {
-        const ShellRun run = shell.run(
-            "export ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=\"$SHIM\" QUOM_FAULT='"
-            "thread " +
-            std::to_string(first) + " 11' QUOM_FAULT_MET=met\n" + command + "--jobs 8");
+        const ShellRun run = shell.run(faulty("thread " + std::to_string(first) + " 11") + command);
         EXPECT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(run.out, whole) << first;
         EXPECT_TRUE(std::filesystem::remove(shell.at("met"))) << first;
     }
 }
 
-// No memory at any place: a sentence and status 3, never a crash.
+// No memory at any place: a sentence and status 3, never a crash. The calls of the sweep itself are among the
+// last.
 TEST(InjectedFaults, memory_that_does_not_suffice) {
     const Shell shell;
     shell.put("in.csv", "T;p\n300;100\n310;100\n");
-    shell.put("out.csv", "old");
-    bool met = true;
-    for (int n = 1; met; n += 1 + n / 20) {
-        const ShellRun run = shell.run(
-            "export ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=\"$SHIM\" QUOM_FAULT='"
-            "new " +
-            std::to_string(n) +
-            " 12' QUOM_FAULT_MET=met\nexec \"$QUOMC\" "
-            "--program-folder \"$DATA\" sweep propane --mode 3 --in in.csv --out out.csv");
-        met = std::filesystem::remove(shell.at("met"));
-        EXPECT_EQ(run.status, met ? 3 : 0) << n << run.err;
-        if (met) {
-            EXPECT_THAT(run.err, ::testing::HasSubstr("memory")) << n;
-            EXPECT_EQ(shell.text("out.csv"), "old") << n;
-        }
-        EXPECT_EQ(shell.entries(), "in.csv out.csv") << n;
-    }
+    ASSERT_EQ(shell.run(sweep_command + "--in in.csv --out whole.csv").status, 0);
+    const std::string whole = shell.text("whole.csv");
+    const auto fails_at = [&](int n) {
+        shell.put("out.csv", "old");
+        const ShellRun run = shell.run(faulty("new " + std::to_string(n) + " 12") + sweep_command +
+                                       "--jobs 1 --in in.csv --out out.csv");
+        const bool met = std::filesystem::remove(shell.at("met"));
+        const std::string out = shell.text("out.csv");
+        // A thread that does not start for want of memory is done without.
+        EXPECT_TRUE(run.status == 3 ? met : run.status == 0 && out == whole) << n << run.err;
+        EXPECT_EQ(run.err.find("memory") != std::string::npos, run.status == 3) << n << run.err;
+        EXPECT_TRUE(out == whole || out == "old") << n;
+        EXPECT_EQ(shell.entries(), "in.csv out.csv whole.csv") << n;
+        return met;
+    };
+    int n = 1;
+    while (fails_at(n)) n += 1 + n / 10;
+    for (int step = n / 10; step > 1; step = (step + 1) / 2) n -= fails_at(n - step) ? 0 : step;
+    for (int before = 1; before < 200; before += 2) fails_at(n - before);
 }
 
 }  // namespace
