@@ -37,8 +37,8 @@ Table rules_table(bool shown) {
 Table doubts_table() {
     return {"doubts",
             "",
-            {{"cas", "CAS", ""},
-             {"name", "name", ""},
+            {{"StoffCAS", "CAS", ""},
+             {"StoffName", "name", ""},
              {"check", "check", ""},
              {"what", "doubt", ""},
              {"value", "found", ""},
@@ -69,9 +69,9 @@ struct Records {
     Refused refused;
 };
 Records records_of(Program& program, const AuditArguments& a) {
-    Session& session = program.session;
+    const Session& session = program.session;
     if (a.substance.empty()) return {1, session.database.StoffAnzahl(), {}};
-    if (Refused refused = choose_substance(session, a.substance)) return {1, 0, std::move(refused)};
+    if (Refused refused = choose_substance(program, a.substance)) return {1, 0, std::move(refused)};
     const int index = session.document.substance.StoffIndexAktiv;
     return {index, index, {}};
 }

@@ -53,10 +53,7 @@ Report calc(Program& program, const CalcArguments& a) {
     }
     report.sections.clear();
     Block comparison = comparison_block(*session.fluid, outcome, session.document.units);
-    if (comparison.layout != Layout::json) {
-        program.out << '\n';
-        report.sections.emplace_back(std::move(comparison));
-    }
+    if (comparison.layout != Layout::json) report.sections.emplace_back(std::move(comparison));
     report.notes.clear();
     return report;
 }

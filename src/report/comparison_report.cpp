@@ -40,7 +40,7 @@ Block comparison_block(const RecordComparison& comparison, const Units& units, c
         any ? Layout::list : Layout::json};
     add_line(block, "p", "p(LV)", "kPa", 1.0, comparison.p, trim(evp_info(comparison.evp).text));
     block.fields.push_back({"evp", "", comparison.p ? Value(number_of(comparison.evp)) : Value(), "", ""});
-    add_line(block, "rhoL", "rho(L)", "kg/m^3", 1.0, comparison.rhoL, "rho(L) = Fu(T)");
+    add_line(block, "rho_L", "rho(L)", "kg/m^3", 1.0, comparison.rhoL, "rho(L) = Fu(T)");
     add_line(block, "hLV", "delta(LV)h", std::string(unit_text(units, Quantity::hLV)),
              display_factor(factors, Quantity::hLV), comparison.hLV, "delta(LV)h = Fu(T)");
     return block;

@@ -33,8 +33,8 @@ TEST(Audit, a_wrong_digit_in_a_database_file) {
     const Json answer = found("audit water --db " + path);
     ASSERT_FALSE(answer["doubts"].empty());
     const Json doubt = row(answer["doubts"], "check", "boiling_p");
-    EXPECT_EQ(doubt["cas"], "7732-18-5");
-    EXPECT_EQ(doubt["name"], "Water");
+    EXPECT_EQ(doubt["StoffCAS"], "7732-18-5");
+    EXPECT_EQ(doubt["StoffName"], "Water");
     EXPECT_NEAR(at(doubt, "/value"), 97.74, 0.1);
     EXPECT_NEAR(at(doubt, "/reference"), 101.325, 1e-9);
     EXPECT_NEAR(at(doubt, "/difference"), -3.5, 0.1);
@@ -52,7 +52,7 @@ TEST(Audit, a_wrong_digit_in_a_database_file) {
     // The whole database: the same doubts among those of the others.
     const Json all = found("audit --db " + path);
     EXPECT_GT(at(all, "/audit/records"), 400);
-    EXPECT_EQ(row(all["doubts"], "cas", "7732-18-5"), answer["doubts"][0]);
+    EXPECT_EQ(row(all["doubts"], "StoffCAS", "7732-18-5"), answer["doubts"][0]);
     std::remove(path.c_str());
 }
 

@@ -43,6 +43,7 @@ GOOD = [
     ("iso propane --T 450 --hold h --value 5000", 0), ("iso propane --T 450 --hold h --value 5000 --phase L", 0),
     ("iso water --p 1 --hold s --T0 250 --p0 1 --energy 3", 0),
     ("sweep propane --mode 3 --in {dir}/states.csv --out {dir}/results.csv --functions", 0),
+    ("audit water", 0), ("audit --rules", 0), ("starter", 0), ("show 1,3-Propanediol", 0),
 ]
 FAILING = [
     ("", 2), ("melt water", 2), ("find qqqqqqqq", 1), ("show #0", 1), ("show #99999", 1),
@@ -54,7 +55,7 @@ FAILING = [
     ("virial water", 2), ("virial water --T -5", 2), ("calc propane --mode 12", 2), ("calc propane --mode 25", 2),
     ("calc propane --mode 3 --T 300", 2), ("calc propane --mode 4 --T 500", 1), ("calc propane --mode 22 --T 300", 1),
     ("calc propane --mode 9 --T 300", 2),
-    ("tank propane --T 300 --V 1", 2), ("tank propane --T 300 --V 1 --m 9000", 1),
+    ("audit watre", 1), ("tank propane --T 300 --V 1", 2), ("tank propane --T 300 --V 1 --m 9000", 1),
     ("iso propane --T 300 --hold h", 2), ("iso propane --T 300 --hold v --value 50 --phase L", 1),
     ("iso propane --p 5 --hold h --T0 300 --p0 5 --phase L", 1), ("sweep propane --mode 3 --in - --out -", 2),
     ("sweep propane --mode 3 --in {dir}/nowhere.csv --out {dir}/x.csv", 3),
