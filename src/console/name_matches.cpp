@@ -14,8 +14,6 @@ const SubstanceRow& row_of(const DatabaseFile& file, const NameHit& hit) {
     return file.rows[static_cast<std::size_t>(hit.index) - 1];
 }
 
-std::string in_quotes(std::string_view text) { return "\"" + std::string(text) + "\""; }
-
 // "A", "B" or "C"
 std::string any_of_names(const DatabaseFile& file, const std::vector<NameHit>& hits) {
     std::string text;
