@@ -121,7 +121,7 @@ Report sweep(Program& program, const SweepArguments& a) {
     const SweepStreams streams{.read =
                                    [&in](char* into, std::size_t space) {
                                        in.read(into, static_cast<std::streamsize>(space));
-                                       return static_cast<std::size_t>(in.gcount());
+                                       return static_cast<std::ptrdiff_t>(in.gcount());
                                    },
                                .write = [&output](std::string_view bytes) { return output.write(bytes); }};
     const SweepTotals totals = run_sweep(program.session.fluid, settings_of(program.session, a), streams);
@@ -159,6 +159,7 @@ Action declare_sweep(CLI::App& app) {
         ->type_name("N");
     app.add_flag("--functions", a->settings.functions,
                  "With h, s, g, u, a, exergies, cp, cV, w of both phases");
+    add_table_options(app, a->settings.table);
     add_model_options(app, a->models);
     return [a](Program& program) { return sweep(program, *a); };
 }

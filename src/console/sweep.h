@@ -9,22 +9,11 @@
 #include <vector>
 
 #include "calc/outcome.h"
+#include "console/sweep_rows.h"
 #include "engine/fluid.h"
 #include "quantities/units.h"
 
 namespace quom {
-
-// Columns of the input, by the names in its head. A unit behind the name ("T/K", "p [kPa]") is allowed.
-enum SweepField : int { field_T, field_p, field_rho, field_m, field_V, field_count };
-
-// What the head line says: which column holds which value (-1: not there), and the delimiter.
-struct SweepHead {
-    char delimiter = ';';
-    std::vector<int> field_of_column;  // SweepField, or -1 for a column that is not read
-    std::string fault;                 // why the head cannot be used; empty when good
-};
-// Reads the head line for a mode; the delimiter is the first of ";", tab and "," that it holds.
-SweepHead read_sweep_head(std::string_view line, Mode mode);
 
 // Head of the output of a mode: "T;p;phase;...;message".
 std::string sweep_head_line(Mode mode, bool functions, char delimiter);
@@ -39,10 +28,9 @@ struct SweepTotals {
     std::string broken;               // why the sweep ended early; empty when it did not
 };
 
-// Where the bytes come from and go to. read fills the space and returns the number of bytes, 0 at the end;
-// write returns false when it failed.
+// Where the bytes come from and go to; write returns false when it failed.
 struct SweepStreams {
-    std::function<std::size_t(char* into, std::size_t space)> read;
+    TableInput::Read read;
     std::function<bool(std::string_view bytes)> write;
 };
 
@@ -52,6 +40,7 @@ struct SweepSettings {
     Units units{};
     UnitFactors factors{};  // at a T that is not known; of the mode per (R T) those of the line are taken
     bool functions = false;
+    TableOptions table{};
     int jobs = 1;  // threads; they share the fluid
 };
 

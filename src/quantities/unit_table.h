@@ -1,6 +1,8 @@
-// Units of quantities by name: of tables that come in and of outputs.
+// The units in which values come in and go out, in one table: for options, heads of tables, outputs and
+// windows.
 #pragma once
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,31 +11,62 @@
 
 namespace quom {
 
-// x in the workbench's own unit (K, kPa, kg/m^3, m^3/kmol, kJ/kmol, kJ/(kmol K), m/s, kg, m^3) from a
-// table's: own = factor x + offset, or factor/x where inverse (a volume named for a density, or the other way
-// round).
+// From a unit to the workbench's own (K, kPa, kg/m^3, m^3/kmol, kJ/kmol, kJ/(kmol K), m/s, kg, m^3):
+//     own = factor x + offset,  or  own = factor / x  where inverse (a density given as a volume, and the
+//     reverse).
 struct UnitConversion {
     double factor = 1, offset = 0;
     bool inverse = false;
-    double to_own(double x) const;
-    double from_own(double own) const;
+    double to_own(double x) const { return inverse ? factor / x : factor * x + offset; }
+    double from_own(double own) const { return inverse ? factor / own : (own - offset) / factor; }
     bool operator==(const UnitConversion&) const = default;
 };
+
+// A unit of a quantity, or why there is none.
 struct UnitMatch {
-    std::string_view name;  // as it is written: "°C", "kJ/kg"
-    UnitConversion conversion;
-    std::string fault;  // "T has no unit \"furlong\"; it may be K, C, F"; empty when found
+    std::string_view name;  // as the workbench writes it: "°C", "kJ/kg"
+    UnitConversion conversion{};
+    std::string fault{};  // "T has no unit "furlong"; it may be K, °C, °F, °R"; empty when found
 };
-// The unit called by `text` for values of q; M [kg/kmol] is for units of the other base (mass, amount); where
-// it is needed and not above 0: fault. "C", "°C", "degC" are one unit.
+
+// The unit of q that `text` calls, in any spelling: "°C", "degC" and "C" are one unit, so are "kg/m^3",
+// "kg/m3", "kg m-3" and "kg/m³", and "kJ/kmol/K" and "kJ/(kmol K)". Temperatures in a product or quotient are
+// differences. M [kg/kmol]: for units of the other base (mass, amount of substance); a fault where it is
+// needed and not above 0.
 UnitMatch find_unit(Quantity q, std::string_view text, double M);
-// Units that q may have, own unit first.
+
+// The units that q may have, its own first.
 std::vector<std::string_view> units_of(Quantity q);
-// Output units by quantity, "h=kJ/kg,T=C".
-struct OutputUnits {
-    std::map<Quantity, UnitMatch> by_quantity;  // what is not named keeps its own unit
-    std::string fault;
+
+// A number with the unit behind it, as people type it: "300", "20 °C", "5bar".
+struct GivenValue {
+    double number = 0;
+    std::string unit{};  // empty: the workbench's own
 };
+// None for a text that does not begin with a number in point form, or where more digits follow it.
+std::optional<GivenValue> read_given_value(std::string_view text);
+
+// A value in the workbench's own unit, or why there is none.
+struct OwnValue {
+    double value = 0;
+    std::string fault{};
+};
+// M as in find_unit.
+OwnValue own_value(const GivenValue& given, Quantity q, double M);
+
+// The quantity of this symbol ("h", "delta(LV)h") or key ("hLV"); none for another name.
+std::optional<Quantity> quantity_named(std::string_view name);
+
+// Units chosen for an output; a quantity that is not named keeps its own unit.
+struct OutputUnits {
+    std::map<Quantity, UnitMatch> by_quantity{};
+    std::string fault{};  // which name or unit is not possible, and what is
+};
+
+// Reads "h=kJ/kg,T=C". A quantity is called by its symbol in tables and keys (T, p, rho, v, h, cp, delta(LV)h
+// or hLV,
+// ...); "energy" stands for h, g, u, a, eH, eU, delta(LV)h, and "entropy" for s, cp, cV, delta(LV)s, cp(idG)
+// where they are not named themselves.
 OutputUnits parse_units(std::string_view text, double M);
 
 }  // namespace quom
