@@ -38,10 +38,12 @@ std::string read_table(std::string_view bytes, Mode mode, const TableOptions& op
         require(line + rows.size() == input.line() && rows.kept.size() == rows.size());
         require(rows.faults.size() ==
                 static_cast<std::size_t>(std::ranges::count(rows.kind, RowKind::malformed)));
+        std::size_t faults = 0;
         for (std::size_t i = 0; i < rows.size(); ++i) {
             text += static_cast<char>('0' + static_cast<int>(rows.kind[i]));
             text += rows.kept[i];
             text += '\n';
+            if (rows.kind[i] == RowKind::malformed) text += rows.faults[faults++];
             for (const SweepHead::Column& column : head.columns) {
                 if (column.field < 0) continue;
                 const double x = rows.value[column.field][i];
@@ -49,7 +51,6 @@ std::string read_table(std::string_view bytes, Mode mode, const TableOptions& op
                 text += std::to_string(x);
             }
         }
-        for (const std::string& fault : rows.faults) text += fault;
     }
     return text + input.fault();
 }

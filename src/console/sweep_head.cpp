@@ -239,7 +239,7 @@ void add_table_options(CLI::App& app, TableOptions& options) {
     app.add_option_function<std::string>(
            "--decimal", [&options](const std::string& sign) { options.decimal = sign.front(); },
            "Decimal sign of the table's numbers; with a comma the columns are delimited by ; or tabs")
-        ->check(CLI::IsMember({".", ","}))
+        ->check([](const std::string& sign) { return sign == "." || sign == "," ? "" : "it is . or ,"; })
         ->type_name(".|,");
     app.add_option("--columns", options.columns,
                    "Names and units of the columns, for a table without a head line: \"T/C,p/bar\"; a column "
