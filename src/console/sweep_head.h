@@ -22,12 +22,19 @@ std::vector<SweepField> needed_fields(Mode mode);
 std::string_view field_name(SweepField field);  // "T", "rho"
 Quantity field_quantity(SweepField field);
 
+// A value by its name and unit: "T/C", "rho (g/cm^3)", "v".
+struct ColumnMatch {
+    int field = -1;       // SweepField; -1: no name of a value, or its unit is not known
+    UnitConversion unit;  // to the workbench's own
+    std::string fault;    // why the unit is not known
+};
+ColumnMatch match_column(std::string_view name, double M);
+
 // How a table that comes in is read.
 struct TableOptions {
-    char decimal = '.';  // --decimal: '.' or ','
-    std::string
-        columns;       // --columns "T/C,p/bar": the head of a table without one; empty: its first line is it
-    std::string keep;  // --keep all|NAMES: columns passed through, before the results; empty: none
+    char decimal = '.';     // --decimal: '.' or ','
+    std::string columns{};  // --columns "T/C,p/bar": the head of a table without one; empty: its first line
+    std::string keep{};     // --keep all|NAMES: columns passed through, before the results; empty: none
     bool line_numbers = false;  // --line-numbers: first column of the output "line"
 };
 void add_table_options(CLI::App& app, TableOptions& options);

@@ -11,34 +11,9 @@ namespace {
 
 constexpr std::size_t NumberSpace = 32;
 
-// Where the columns of the input go, by SweepField.
-struct FieldTarget {
-    const char* name;
-    std::optional<double> StateInput::*value;
-};
-constexpr FieldTarget field_targets[field_count] = {{"T", &StateInput::T},
-                                                    {"p", &StateInput::p},
-                                                    {"rho", &StateInput::rho},
-                                                    {"m", &StateInput::m},
-                                                    {"V", &StateInput::V}};
-
-// What is left of a cell without blanks and quotes.
-std::string_view cell_text(std::string_view cell) {
-    const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
-    while (!cell.empty() && blank(cell.front())) cell.remove_prefix(1);
-    while (!cell.empty() && blank(cell.back())) cell.remove_suffix(1);
-    if (cell.size() >= 2 && cell.front() == '"' && cell.back() == '"') cell = cell.substr(1, cell.size() - 2);
-    return cell;
-}
-
-// A number as programs write it; none for anything else, and for one that is not finite.
-std::optional<double> read_cell(std::string_view cell) {
-    if (!cell.empty() && cell.front() == '+') cell.remove_prefix(1);
-    double value = 0;
-    const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value);
-    const bool whole = error == std::errc() && end == cell.data() + cell.size();
-    return whole && std::isfinite(value) ? std::optional<double>(value) : std::nullopt;
-}
+// Where the values of a row go, by SweepField.
+constexpr std::optional<double> StateInput::*field_targets[field_count] = {
+    &StateInput::T, &StateInput::p, &StateInput::rho, &StateInput::m, &StateInput::V};
 
 }  // namespace
 
@@ -71,6 +46,8 @@ void RowWriter::quoted(std::string_view text, char delimiter) {
 SweepLine::SweepLine(std::shared_ptr<const Fluid> fluid, const SweepSettings& settings, SweepHead head)
     : fluid_(std::move(fluid)),
       head_(std::move(head)),
+      line_numbers_(settings.table.line_numbers),
+      keeps_(std::ranges::any_of(head_.columns, &SweepHead::Column::kept)),
       columns_(sweep_columns(settings.mode, settings.functions)),
       units_(settings.units),
       factors_(settings.factors) {
@@ -79,28 +56,16 @@ SweepLine::SweepLine(std::shared_ptr<const Fluid> fluid, const SweepSettings& se
     input_.functions = settings.functions || settings.mode == Mode::functions;
 }
 
-std::string SweepLine::read(std::string_view line) {
-    std::size_t begin = 0;
-    for (std::size_t column = 0; column < head_.field_of_column.size(); ++column) {
-        if (begin > line.size()) {
-            return "only " + std::to_string(column) + " of " + std::to_string(head_.field_of_column.size()) +
-                   " columns";
-        }
-        std::size_t end = line.find(head_.delimiter, begin);
-        if (end == std::string_view::npos) end = line.size();
-        const int field = head_.field_of_column[column];
-        if (field >= 0) {
-            const FieldTarget& target = field_targets[field];
-            const std::string_view cell = cell_text(line.substr(begin, end - begin));
-            input_.*target.value = read_cell(cell);
-            if (!(input_.*target.value))
-                return std::string(target.name) + " is no number: \"" + std::string(cell.substr(0, 40)) +
-                       "\"";
-        }
-        begin = end + 1;
+// Line number and kept cells.
+void SweepLine::write_front(const SweepRows& rows, std::size_t i, RowWriter& out) const {
+    if (line_numbers_) {
+        out.number(static_cast<double>(rows.line[i]));
+        out.put(head_.delimiter);
     }
-    if (begin <= line.size()) return "more columns than the head";
-    return {};
+    if (keeps_) {
+        out.put(rows.kept[i]);
+        out.put(head_.delimiter);
+    }
 }
 
 void SweepLine::write(const Outcome& outcome, RowWriter& out) const {
@@ -130,20 +95,27 @@ void SweepLine::write(const Outcome& outcome, RowWriter& out) const {
     out.put('\n');
 }
 
-void SweepLine::write_malformed(RowWriter& out) const {
+void SweepLine::write_malformed(std::string_view fault, RowWriter& out) const {
     for (std::size_t i = 1; i < columns_.size(); ++i) out.put(head_.delimiter);
-    out.quoted(fault_, head_.delimiter);
+    out.quoted(fault, head_.delimiter);
     out.put('\n');
 }
 
-LineKind SweepLine::run(std::string_view line, std::uint64_t number, RowWriter& out) {
+LineKind SweepLine::run(const SweepRows& rows, std::size_t i, std::string_view fault, RowWriter& out) {
     warnings_.clear();
-    if (cell_text(line).empty()) return LineKind::empty;
-    fault_ = read(line);
-    if (!fault_.empty()) {
-        fault_.insert(0, "line " + std::to_string(number) + ": ");
-        write_malformed(out);
+    if (rows.kind[i] == RowKind::blank) {
+        out.put('\n');
+        return LineKind::blank;
+    }
+    write_front(rows, i, out);
+    if (rows.kind[i] == RowKind::malformed) {
+        write_malformed(fault, out);
         return LineKind::malformed;
+    }
+    for (const SweepHead::Column& column : head_.columns) {
+        if (column.field < 0) continue;
+        const auto field = static_cast<std::size_t>(column.field);
+        input_.*field_targets[field] = rows.value[field][i];
     }
     const Outcome outcome = CalcBatch(*fluid_, input_);
     write(outcome, out);

@@ -38,32 +38,31 @@ class RowWriter {
     std::size_t used_ = 0;
 };
 
-enum class LineKind { empty, good, warned, failed, malformed };
+enum class LineKind { blank, good, warned, failed, malformed };
 
 // One worker's buffers over a fluid that all workers share.
 class SweepLine {
  public:
     SweepLine(std::shared_ptr<const Fluid> fluid, const SweepSettings& settings, SweepHead head);
 
-    // Calculates one line (without its end) and appends a row to out.
-    LineKind run(std::string_view line, std::uint64_t number, RowWriter& out);
-    // Of the last line: why it is malformed, and its warnings.
-    const std::string& fault() const { return fault_; }
+    // Calculates row i and appends it to out; fault: of a malformed row.
+    LineKind run(const SweepRows& rows, std::size_t i, std::string_view fault, RowWriter& out);
+    // Of the last line.
     std::span<const Warning> warnings() const { return warnings_; }
 
  private:
-    // Reads the line into the input; the reason when it cannot be read, empty when good.
-    std::string read(std::string_view line);
+    void write_front(const SweepRows& rows, std::size_t i, RowWriter& out) const;
     void write(const Outcome& outcome, RowWriter& out) const;
-    void write_malformed(RowWriter& out) const;
+    void write_malformed(std::string_view fault, RowWriter& out) const;
 
     std::shared_ptr<const Fluid> fluid_;
     SweepHead head_;
+    bool line_numbers_;
+    bool keeps_;
     std::vector<SweepColumn> columns_;
     Units units_;
     UnitFactors factors_;
     StateInput input_;
-    std::string fault_;
     std::vector<Warning> warnings_;
 };
 

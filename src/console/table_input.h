@@ -11,13 +11,15 @@ namespace quom {
 // Lines of a text one by one; they end with LF, CR LF or CR.
 class LineCutter {
  public:
-    explicit LineCutter(std::string_view text) : text_(text) {}
-    bool next(std::string_view& line);  // without its end; false behind the last
+    explicit LineCutter(std::string_view text);
+    bool next(std::string_view& line);      // without its end; false behind the last
+    std::size_t at() const { return at_; }  // where the next line begins
 
  private:
     std::string_view text_;
-    std::size_t at_ = 0, line_feed_ = 0;  // line_feed_: first LF not before at_
-    bool looked_ = false;
+    std::size_t at_ = 0;
+    std::size_t line_feed_;  // the first one that is not before at_; the end of the text without
+    bool has_returns_;
 };
 
 // Bytes of a table -> pieces of whole lines in UTF-8. A byte order mark is dropped, UTF-16 with a mark
@@ -40,22 +42,21 @@ class TableInput {
  private:
     enum class Encoding : std::uint8_t { unknown, utf8, utf16_le, utf16_be };
 
-    void look_for_mark();
-    bool fill();
-    bool read_more(std::string& into, std::size_t space);
+    std::ptrdiff_t read_into(std::string& bytes, std::size_t space);
+    void recognize();
     void decode_utf16();
-    void drop_line_feed();
-    std::size_t whole_lines() const;
+    void fill();
+    bool reach_line_end();
     std::string take(std::size_t size);
 
     Read read_;
     std::size_t piece_bytes_;
-    std::string text_, raw_;  // read but not handed out: as UTF-8, and as it came
+    std::string raw_;        // as it came, not decoded yet: the first bytes, and UTF-16
+    std::string text_;       // decoded, not handed out yet
+    std::size_t whole_ = 0;  // bytes of text_ up to its last line end
     Encoding encoding_ = Encoding::unknown;
     bool ended_ = false;
-    bool paused_ = false;  // the last read gave less than there was space for
-    bool after_return_ =
-        false;  // a line ended with CR at the end of a piece: a LF that follows belongs to it
+    bool after_return_ = false;  // what was handed out ends with CR: a LF that follows belongs to it
     std::uint64_t line_ = 1;
     std::string fault_;
 };

@@ -305,9 +305,12 @@ SweepText sweep_text(const Session& session, const Point& point) {
                                  .units = session.document.units,
                                  .factors = session.factors(),
                                  .functions = true};
-    SweepLine line(session.fluid, settings, read_sweep_head(names, point.mode()));
+    const SweepHead head = read_sweep_head(names, point.mode(), session.fluid->M, settings.table);
+    SweepRows rows;
+    read_rows(values, 2, head, settings.table, rows);
+    SweepLine line(session.fluid, settings, head);
     RowWriter out;
-    line.run(values, 2, out);
+    line.run(rows, 0, {}, out);
     text.line = out.text();
     return text;
 }

@@ -71,8 +71,9 @@ Session propane() { return test::substance_session(test::propane, Eos::peng_robi
 TEST(Sweep, gives_the_results_of_single_calculations) {
     const Session s = propane();
     const SweepTable table = sweep(s, {.mode = Mode::T_p, .functions = true},
-                                   "p;note;T/K\n500;a;300\r\n\n2000;b;300\n6000;c;450\n");
-    ASSERT_EQ(table.lines.size(), 4u);
+                                   "p;note;T/K\n500;a;300\r\n2000;b;300\n6000;c;450\n\n");
+    ASSERT_EQ(table.lines.size(), 5u);
+    EXPECT_EQ(table.lines[4], "");
     EXPECT_EQ(table.totals.lines, 3u);
     struct Row {
         double T, p;
@@ -132,7 +133,7 @@ TEST(Sweep, names_the_lines_that_it_cannot_read) {
     };
     const Case cases[] = {{"abc;500", "line 3: T is no number: \"\"abc\"\"\""},
                           {"300;1,5", "line 3: p is no number"},
-                          {";500", "line 3: T is no number"},
+                          {";500", "line 3: T is missing"},
                           {"300", "line 3: only 1 of 2 columns"},
                           {"300;500;7", "line 3: more columns than the head"},
                           {"1e999;500", "line 3: T is no number"},
