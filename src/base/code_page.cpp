@@ -38,21 +38,6 @@ Character first_character(std::string_view text) {
     return {code, length};
 }
 
-// Appends a character of the code page, all of which lie below U+10000.
-void append_utf8(std::string& out, char32_t code) {
-    const auto put = [&](char32_t byte) { out += static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (code < 0x80) {
-        put(code);
-    } else if (code < 0x800) {
-        put(0xC0 | (code >> 6));
-        put(0x80 | (code & 0x3F));
-    } else {
-        put(0xE0 | (code >> 12));
-        put(0x80 | ((code >> 6) & 0x3F));
-        put(0x80 | (code & 0x3F));
-    }
-}
-
 // The byte of a character, -1 when the code page has none.
 int byte_of(char32_t code) {
     if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) return static_cast<int>(code);
@@ -73,7 +58,7 @@ std::string utf8_from_1252(std::string_view bytes) {
     out.reserve(bytes.size() + bytes.size() / 8);
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
-        append_utf8(out, byte >= 0x80 && byte < 0xA0 ? kHigh[byte - 0x80u] : byte);
+        append_character(out, byte >= 0x80 && byte < 0xA0 ? kHigh[byte - 0x80u] : byte);
     }
     return out;
 }
@@ -91,6 +76,46 @@ Encoded cp1252_from_utf8(std::string_view text) {
     return out;
 }
 
+bool is_utf8(std::string_view text) {
+    constexpr std::size_t block = 64;
+    while (!text.empty()) {
+        unsigned char any = 0;
+        if (text.size() >= block) {
+            for (std::size_t i = 0; i < block; ++i) any |= static_cast<unsigned char>(text[i]);
+            if (any < 0x80) {
+                text.remove_prefix(block);
+                continue;
+            }
+        }
+        const Character c = first_character(text);
+        if (c.code == kMalformed) return false;
+        text.remove_prefix(c.length);
+    }
+    return true;
+}
+
+void append_character(std::string& utf8, char32_t code) {
+    constexpr char32_t replacement = 0xFFFD;
+    if (code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) code = replacement;
+    const auto put = [&](char32_t byte) { utf8 += static_cast<char>(static_cast<unsigned char>(byte)); };
+    const auto put_rest = [&](int shift) { put(0x80 | ((code >> shift) & 0x3F)); };
+    if (code < 0x80) {
+        put(code);
+    } else if (code < 0x800) {
+        put(0xC0 | (code >> 6));
+        put_rest(0);
+    } else if (code < 0x10000) {
+        put(0xE0 | (code >> 12));
+        put_rest(6);
+        put_rest(0);
+    } else {
+        put(0xF0 | (code >> 18));
+        put_rest(12);
+        put_rest(6);
+        put_rest(0);
+    }
+}
+
 std::string upper_text(std::string_view utf8) {
     std::string out;
     out.reserve(utf8.size());
@@ -100,7 +125,7 @@ std::string upper_text(std::string_view utf8) {
         if (code == c.code) {
             out += utf8.substr(0, c.length);
         } else {
-            append_utf8(out, code);
+            append_character(out, code);
         }
         utf8.remove_prefix(c.length);
     }

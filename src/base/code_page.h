@@ -17,6 +17,11 @@ struct Encoded {
 // Windows-1252 bytes of UTF-8 text; a character outside the code page, or a malformed byte, becomes "?".
 Encoded cp1252_from_utf8(std::string_view text);
 
+// Is the text UTF-8 throughout: characters in their shortest form, no surrogates?
+bool is_utf8(std::string_view text);
+// Appends the UTF-8 of a character; one beyond U+10FFFF or of a surrogate becomes U+FFFD.
+void append_character(std::string& utf8, char32_t code);
+
 // Upper case by the letters of Windows-1252 (a to z, à to þ except ÷, š, œ, ž); ß and all others stay.
 std::string upper_text(std::string_view utf8);
 

@@ -12,65 +12,22 @@
 
 #include "base/code_page.h"
 #include "base/number_text.h"
+#include "base/output_file.h"
 
 namespace quom {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string fault_text(std::string_view what, const std::string& path, int code) {
-    return std::string(what) + " \"" + path + "\": " + std::generic_category().message(code);
-}
-
-// An open file descriptor, closed at the end of its life.
-class Descriptor {
- public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { close(); }
-    bool good() const { return fd_ >= 0; }
-    int get() const { return fd_; }
-    bool close() {
-        const int fd = fd_;
-        fd_ = -1;
-        return fd < 0 || ::close(fd) == 0;
-    }
-
- private:
-    int fd_;
-};
-
 bool is_regular(const std::string& path) {
     std::error_code fault;
     return fs::is_regular_file(path, fault);
 }
 
-bool write_all(int fd, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t n = ::write(fd, bytes.data(), bytes.size());
-        if (n < 0 && errno == EINTR) continue;
-        if (n < 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(n));
-    }
-    return true;
-}
-
-// A new file beside path under a name that nobody has; its name is left in temporary.
-int open_beside(const std::string& path, std::string& temporary) {
-    for (int attempt = 0; attempt < 1000; ++attempt) {
-        temporary = path + ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(attempt);
-        const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd >= 0 || errno != EEXIST) return fd;
-    }
-    return -1;
-}
-
-// Pipes and devices are written as they are: there is nothing that could be left half written.
-std::string write_through(const std::string& path, std::string_view bytes) {
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    if (!file.good() || !write_all(file.get(), bytes)) return fault_text("Cannot write", path, errno);
-    return {};
+// "64 MB", or in bytes what is no whole number of them.
+std::string size_text(std::size_t bytes) {
+    constexpr std::size_t mega = 1024 * 1024;
+    return bytes % mega == 0 ? std::to_string(bytes / mega) + " MB" : std::to_string(bytes) + " bytes";
 }
 
 }  // namespace
@@ -140,64 +97,45 @@ bool FileExists(std::string_view path, std::string_view program_path) {
     return is_regular(real) && ::access(real.c_str(), R_OK) == 0;
 }
 
-FileBytes read_file(const std::string& path) {
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.good()) return {std::nullopt, fault_text("Cannot open", path, errno)};
+FileBytes read_file(const std::string& path, std::size_t largest) {
+    const auto fault = [&path](int code) {
+        return FileBytes{std::nullopt, file_fault("Cannot read", in_quotes(path), code)};
+    };
+    const Descriptor file = open_descriptor(path, O_RDONLY);
+    if (!file.good()) return {std::nullopt, file_fault("Cannot open", in_quotes(path), errno)};
     struct stat about {};
-    if (::fstat(file.get(), &about) != 0) return {std::nullopt, fault_text("Cannot read", path, errno)};
-    if (!S_ISREG(about.st_mode) && !S_ISFIFO(about.st_mode)) {
-        return {std::nullopt, fault_text("Cannot read", path, S_ISDIR(about.st_mode) ? EISDIR : EINVAL)};
-    }
+    if (::fstat(file.get(), &about) != 0) return fault(errno);
+    if (!S_ISREG(about.st_mode) && !S_ISFIFO(about.st_mode))
+        return fault(S_ISDIR(about.st_mode) ? EISDIR : EINVAL);
+
     constexpr std::size_t kPiece = 65536;
+    const std::size_t known = about.st_size > 0 ? static_cast<std::size_t>(about.st_size) : 0;
     std::string bytes;
     std::size_t filled = 0;
-    for (;;) {
-        const std::size_t known = about.st_size > 0 ? static_cast<std::size_t>(about.st_size) : 0;
+    while (known <= largest && filled <= largest) {
         if (filled == bytes.size()) bytes.resize(filled < known ? known + 1 : filled + kPiece);
-        const ssize_t n = ::read(file.get(), bytes.data() + filled, bytes.size() - filled);
-        if (n < 0 && errno == EINTR) continue;
-        if (n < 0) return {std::nullopt, fault_text("Cannot read", path, errno)};
-        if (n == 0) break;
+        const ssize_t n = read_some(file.get(), bytes.data() + filled, bytes.size() - filled);
+        if (n < 0) return fault(errno);
         filled += static_cast<std::size_t>(n);
+        if (n > 0) continue;
+        bytes.resize(filled);
+        return {std::move(bytes), {}};
     }
-    bytes.resize(filled);
-    return {std::move(bytes), {}};
+    return {std::nullopt, "Cannot read " + in_quotes(path) + ": it is larger than " + size_text(largest)};
 }
 
 std::string write_file_atomic(const std::string& path, std::string_view bytes) {
-    std::error_code ignored;
-    const fs::path link = fs::canonical(path, ignored);  // a link stays a link: its target is replaced
-    const std::string target = ignored ? path : link.string();
-
-    struct stat old {};
-    const bool replaces = ::stat(target.c_str(), &old) == 0;
-    if (replaces && S_ISDIR(old.st_mode)) return fault_text("Cannot write", path, EISDIR);
-    if (replaces && ::access(target.c_str(), W_OK) != 0) return fault_text("Cannot write", path, errno);
-    if (replaces && !S_ISREG(old.st_mode)) return write_through(target, bytes);
-
-    std::string temporary;
-    Descriptor file(open_beside(target, temporary));
-    if (!file.good()) return fault_text("Cannot write", path, errno);
-    const bool written = (!replaces || ::fchmod(file.get(), old.st_mode & 0777) == 0) &&
-                         write_all(file.get(), bytes) && ::fsync(file.get()) == 0 && file.close() &&
-                         ::rename(temporary.c_str(), target.c_str()) == 0;
-    if (written) return {};
-    const int code = errno;
-    ::unlink(temporary.c_str());
-    return fault_text("Cannot write", path, code);
+    OutputFile file = OutputFile::open(path);
+    if (file.write(bytes)) file.finish();
+    return file.fault();
 }
 
 RandomFile RandomFile::open(const std::string& path) {
     RandomFile out;
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return out;
-    std::shared_ptr<int> shared(new int(fd), [](int* held) {
-        ::close(*held);
-        delete held;
-    });
+    const auto file = std::make_shared<const Descriptor>(open_descriptor(path, O_RDONLY));
     struct stat about {};
-    if (::fstat(fd, &about) != 0 || !S_ISREG(about.st_mode)) return out;
-    out.fd_ = std::move(shared);
+    if (!file->good() || ::fstat(file->get(), &about) != 0 || !S_ISREG(about.st_mode)) return out;
+    out.file_ = file;
     out.size_ = static_cast<std::uint64_t>(about.st_size);
     return out;
 }
@@ -205,7 +143,7 @@ RandomFile RandomFile::open(const std::string& path) {
 bool RandomFile::read_at(std::uint64_t offset, std::span<char> into) const {
     if (!is_open() || offset > size_ || into.size() > size_ - offset) return false;
     while (!into.empty()) {
-        const ssize_t n = ::pread(*fd_, into.data(), into.size(), static_cast<off_t>(offset));
+        const ssize_t n = ::pread(file_->get(), into.data(), into.size(), static_cast<off_t>(offset));
         if (n < 0 && errno == EINTR) continue;
         if (n <= 0) return false;
         into = into.subspan(static_cast<std::size_t>(n));

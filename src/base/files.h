@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/descriptor.h"
+
 namespace quom {
 
 // The folder part with its separator ("" when there is none) and the name behind the last "/" or "\".
@@ -35,23 +37,24 @@ struct FileBytes {
     std::optional<std::string> bytes;
     std::string fault;  // why it could not be read, with the file's name
 };
-FileBytes read_file(const std::string& path);
+// The whole file; one that has more than `largest` bytes is refused.
+FileBytes read_file(const std::string& path, std::size_t largest = std::size_t{1} << 40);
 
-// Writes to a temporary file beside path and renames it when complete; on failure the old file stays whole
-// and the temporary one is removed. Returns the fault, empty when good.
+// Writes all at once as OutputFile does: on failure the old file stays whole and nothing else is left.
+// Returns the fault, empty when good.
 std::string write_file_atomic(const std::string& path, std::string_view bytes);
 
 // A file open for reading records at any place, safe for several threads. Copies share the file.
 class RandomFile {
  public:
     static RandomFile open(const std::string& path);  // is_open() tells
-    bool is_open() const { return fd_ != nullptr; }
+    bool is_open() const { return file_ != nullptr; }
     std::uint64_t size() const { return size_; }
     // Fills the span from the byte offset; false when the file ends before.
     bool read_at(std::uint64_t offset, std::span<char> into) const;
 
  private:
-    std::shared_ptr<int> fd_;
+    std::shared_ptr<const Descriptor> file_;
     std::uint64_t size_ = 0;
 };
 

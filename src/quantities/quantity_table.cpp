@@ -15,7 +15,7 @@ using enum Quantity;
 using K = UnitKind;
 
 // In the order of the enumeration.
-constexpr std::array<QuantityInfo, 22> quantities = {{
+constexpr std::array<QuantityInfo, quantity_count> quantities = {{
     {T, K::temperature, "T", "K", "Temperature", "Temperature", "", {"T/ K"}, "temperature T", "###0.000"},
     {p, K::pressure, "p", "kPa", "Pressure", "Pressure", "", {"p/ kPa"}, "pressure p", "####0.000"},
     {rho,
@@ -164,6 +164,8 @@ constexpr std::array<QuantityInfo, 22> quantities = {{
      "Joule-Thomson coefficient delta",
      ""},
     {B, K::fixed, "B", "m^3/kmol", "", "", "", {"B/ (m^3/kmol) "}, "second virial coefficient B", ""},
+    {mass, K::fixed, "m", "kg", "", "", "", {"m/ kg"}, "mass m", ""},
+    {tank_volume, K::fixed, "V", "m^3", "", "", "", {"V/ m^3"}, "volume V", ""},
 }};
 
 std::size_t mode_index(int mode, std::size_t n) {

@@ -31,8 +31,11 @@ enum class Quantity {
     chi,
     beta,
     delta,
-    B
+    B,
+    mass,        // in a tank
+    tank_volume  // of a tank or of a phase in it
 };
+inline constexpr std::size_t quantity_count = 24;
 
 // What decides the factor and the unit.
 enum class UnitKind {

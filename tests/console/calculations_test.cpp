@@ -40,7 +40,7 @@ TEST(Commands, say_what_is_wrong) {
         {"iso propane --T 300 --p 5 --hold h --value 1", 2, "one of --T and --p"},
         {"iso propane --T 300 --hold x --value 1", 2, "no function"},
         {"iso propane --T 300 --hold v --value 50 --phase L", 1, "No solution found"},
-        {"sweep propane --mode 3 --in no_such_file --out -", 3, "cannot be read"},
+        {"sweep propane --mode 3 --in no_such_file --out -", 3, "Cannot read"},
         {"sweep propane --mode 3 --in - --out -", 3, "no column T, p"},
     };
     for (const Refusal& c : cases) {
