@@ -8,6 +8,7 @@ build_packages=(
   qt6-base-dev libqt6opengl6-dev qt6-svg-dev libqcustomplot-dev   # windows, icons, charts
   libcli11-dev nlohmann-json3-dev                                 # console
   libhwy-dev                                                      # batches of states on vector units
+  libfmt-dev                                                      # digits of tables
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-dejavu-core                                               # the windows' tests measure text
 )

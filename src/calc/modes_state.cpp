@@ -15,20 +15,12 @@ bool below_critical_T(const CalcRun& run) {
     return static_cast<float>(run.T()) < static_cast<float>(run.substance().Tcr);
 }
 
-// The word for one fluid that is told in both columns: the compressed liquid below T(cr), else a vapor.
-// Within the band about v(cr) below the critical point the volume decides.
-PhaseWord word_of_one_fluid(const CalcRun& run, double v) {
-    const std::int16_t region = phase_region(run.fluid, run.T(), run.p());
-    const bool liquid = region == 1 || (region == 0 && v < run.fluid.eos.vcrEOS);
-    return liquid ? PhaseWord::L : PhaseWord::V;
-}
-
 // Phases as VolumeTp has them at T, p of the run.
 void take_stable_phases(CalcRun& run, const VolumeResult& volume) {
     Outcome& out = run.out;
     const bool one_fluid = volume.LFlag && volume.VFlag && volume.nRoots == 1;
     if (one_fluid) {
-        set_phases(run, true, true, word_of_one_fluid(run, volume.vV));
+        set_phases(run, true, true, word_of_one_fluid(run.fluid, run.T(), run.p(), volume.vV));
         set_V(run, volume.vV);
         out.L = out.V;
     } else {
@@ -150,6 +142,12 @@ void vapor_only_state(CalcRun& run) {
 
 }  // namespace
 
+PhaseWord word_of_one_fluid(const Fluid& fluid, double T, double p, double v) {
+    const std::int16_t region = phase_region(fluid, T, p);
+    const bool liquid = region == 1 || (region == 0 && v < fluid.eos.vcrEOS);
+    return liquid ? PhaseWord::L : PhaseWord::V;
+}
+
 void state_T_p(CalcRun& run) {
     const VolumeResult volume = VolumeTp(run.fluid, run.T(), run.p());
     if (volume.reason != Reason::none) return run.fail(volume.reason, run.T(), run.p());
@@ -199,7 +197,7 @@ void state_p_v(CalcRun& run) {
     const VolumeResult volume = VolumeTp(run.fluid, found.T, p);
     if (volume.reason != Reason::none) return run.fail(volume.reason, found.T, p);
     const bool one_fluid = volume.nRoots == 1 && volume.LFlag && volume.VFlag;
-    const bool liquid = one_fluid ? word_of_one_fluid(run, v) == PhaseWord::L
+    const bool liquid = one_fluid ? word_of_one_fluid(run.fluid, run.T(), p, v) == PhaseWord::L
                                   : below_critical_T(run) && v < run.fluid.eos.vcrEOS;
     if (!one_phase_state(run, liquid)) return;
     set_eos(run, volume);

@@ -18,6 +18,9 @@ namespace quom {
 enum class PhaseWord : std::uint8_t { none, L, V, VL };
 // "L", "V", "V+L"; "" for none.
 std::string_view phase_text(PhaseWord phase);
+// The word for one fluid that is told in both columns, v [m^3/kmol] at T [K], p [kPa]: the compressed liquid
+// below T(cr), else a vapor. Within the band about v(cr) below the critical point the volume decides.
+PhaseWord word_of_one_fluid(const Fluid& fluid, double T, double p, double v);
 
 // One phase that exists.
 struct PhaseOutcome {

@@ -1,328 +1,274 @@
 #include "console/sweep.h"
 
 #include <algorithm>
-#include <array>
 #include <condition_variable>
 #include <exception>
 #include <mutex>
-#include <thread>
 
-#include "base/code_page.h"
 #include "base/threads.h"
-#include "calc/mode_table.h"
-#include "console/sweep_line.h"
+#include "console/sweep_binary.h"
+#include "console/sweep_text.h"
 
 namespace quom {
 namespace {
 
-// Bytes of the input in a piece. The output is some twenty times as long, and two pieces a job are on their
-// way: with many jobs the pieces get smaller, so that all of them stay below 100 MB.
-std::size_t piece_bytes(int jobs) {
-    constexpr std::size_t largest = 64 * 1024, smallest = 8 * 1024, together = 1280 * 1024;
-    return std::clamp(together / (2 * static_cast<std::size_t>(jobs) + 2), smallest, largest);
-}
-constexpr std::size_t FaultsNamed = 20;
+// Rows that a worker calculates at once: with all their columns they stay in the cache.
+constexpr std::size_t block_rows = 512;
 
-struct FieldName {
-    std::string_view name;
-    SweepField field;
-};
-constexpr FieldName names[] = {{"T", field_T},        {"p", field_p},        {"rho", field_rho},
-                               {"rho(V)", field_rho}, {"rho(L)", field_rho}, {"m", field_m},
-                               {"V", field_V}};
-
-// "T" of " \"T/K\" ".
-std::string_view bare_name(std::string_view cell) {
-    cell = trim(cell);
-    if (cell.size() >= 2 && cell.front() == '"' && cell.back() == '"')
-        cell = trim(cell.substr(1, cell.size() - 2));
-    return trim(cell.substr(0, cell.find_first_of("/[ ")));
+// Two parts a job are on their way: with many jobs the parts get smaller, so that all of them stay below 100
+// MB.
+std::size_t slots_of(int jobs) { return 2 * static_cast<std::size_t>(jobs) + 2; }
+std::size_t part_rows(int jobs) {
+    constexpr std::size_t largest = 8192, smallest = 64, together = 160 * 1024;
+    return std::clamp(together / slots_of(jobs), smallest, largest);
 }
 
-std::vector<SweepField> needed_fields(unsigned specified) {
-    std::vector<SweepField> fields;
-    if (specified & spec_tank) return {field_T, field_m, field_V};
-    if (specified & spec_T) fields.push_back(field_T);
-    if (specified & spec_p) fields.push_back(field_p);
-    if (specified & (spec_rhoV | spec_rhoL)) fields.push_back(field_rho);
-    return fields;
-}
-
-std::string_view name_of(SweepField field) {
-    for (const FieldName& known : names) {
-        if (known.field == field) return known.name;
-    }
-    return {};
-}
-
-// A piece of the input that ends with a line, and what became of it.
+// A part of the rows, and what became of it.
 struct Piece {
-    std::string in;
-    std::uint64_t first_line = 0;
-    RowWriter out;
+    SweepPart part;
+    TextBuffer text;
+    BinaryColumns columns;
     SweepTotals totals;
 };
 
-void note_warning(SweepTotals& totals, const Warning& warning) {
-    if (std::ranges::find(totals.warnings, warning.kind, &Warning::kind) == totals.warnings.end())
-        totals.warnings.push_back(warning);
-}
+// What all workers share and none of them changes.
+struct SweepTask {
+    const std::shared_ptr<const Fluid>& fluid;
+    const SweepSettings& settings;
+    const SweepGrid* grid = nullptr;
+    SweepHead head{};
+    SweepTextForm form{};
+};
 
-void add(SweepTotals& sum, const SweepTotals& part) {
-    sum.lines += part.lines;
-    sum.failed += part.failed;
-    sum.warned += part.warned;
-    sum.malformed += part.malformed;
-    for (const Warning& warning : part.warnings) note_warning(sum, warning);
-    for (const std::string& fault : part.faults) {
-        if (sum.faults.size() < FaultsNamed) sum.faults.push_back(fault);
-    }
-}
-
-void run_piece(SweepLine& worker, Piece& piece) {
-    piece.out.clear();
-    piece.totals = {};
-    SweepTotals& t = piece.totals;
-    std::uint64_t number = piece.first_line;
-    const std::string_view in = piece.in;
-    for (std::size_t begin = 0; begin < in.size(); ++number) {
-        std::size_t end = in.find('\n', begin);
-        if (end == std::string_view::npos) end = in.size();
-        const LineKind kind = worker.run(in.substr(begin, end - begin), number, piece.out);
-        begin = end + 1;
-        if (kind == LineKind::empty) continue;
-        ++t.lines;
-        t.failed += kind == LineKind::failed;
-        t.warned += kind == LineKind::warned;
-        t.malformed += kind == LineKind::malformed;
-        if (kind == LineKind::malformed && t.faults.size() < FaultsNamed) t.faults.push_back(worker.fault());
-        for (const Warning& warning : worker.warnings()) note_warning(t, warning);
-    }
-}
-
-// Cuts the input into pieces of whole lines.
-class Reader {
+// One worker: parts in, bytes out.
+class Worker {
  public:
-    Reader(const SweepStreams& streams, std::size_t bytes) : streams_(streams), bytes_(bytes) {}
+    explicit Worker(const SweepTask& task)
+        : task_(task), block_(task.fluid, task.settings.calculation, task.settings.plan) {}
 
-    // The next piece; false at the end, and when a line is longer than a piece (too_long tells).
-    bool next(std::string& into) {
-        into.swap(rest_);
-        rest_.clear();
-        while (!ended_) {
-            const std::size_t have = into.size();
-            into.resize(bytes_);
-            const std::ptrdiff_t got = have < bytes_ ? streams_.read(into.data() + have, bytes_ - have) : 0;
-            into.resize(have + static_cast<std::size_t>(std::max<std::ptrdiff_t>(got, 0)));
-            if (got < 0) failed_ = true;
-            if (got < 0 || (got == 0 && have < bytes_)) ended_ = true;
-            const std::size_t last = into.rfind('\n');
-            if (ended_ || (last != std::string::npos && into.size() == bytes_)) {
-                if (ended_) break;
-                rest_.assign(into, last + 1);
-                into.resize(last + 1);
-                break;
-            }
-            if (into.size() == bytes_) {
-                too_long_ = true;
-                return false;
+    void run(Piece& piece) {
+        const SweepSettings& settings = task_.settings;
+        rows_.clear();
+        if (task_.grid) {
+            grid_rows(*task_.grid, piece.part.first_row, piece.part.rows, rows_);
+        } else {
+            read_rows(piece.part.text, piece.part.first_line, task_.head, settings.table, rows_);
+        }
+        piece.text.clear();
+        for (std::vector<double>& column : piece.columns) column.clear();
+        std::size_t faults = 0;
+        for (std::size_t begin = 0; begin < rows_.size(); begin += block_rows) {
+            const std::size_t end = std::min(begin + block_rows, rows_.size());
+            block_.run(rows_, begin, end, faults);
+            const std::vector<RowKind>& kind = block_.results().kind;
+            faults += static_cast<std::size_t>(std::ranges::count(kind, RowKind::malformed));
+            if (settings.format == SweepFormat::csv) {
+                write_rows(settings.plan, task_.form, rows_, begin, block_.results(), piece.text);
+            } else {
+                append_binary(settings.plan, task_.form.line_numbers, rows_, begin, block_.results(),
+                              piece.columns);
             }
         }
-        return !into.empty();
+        piece.totals = block_.take_totals();
     }
-    // The first line of the input, for the head.
-    std::string first_line() {
-        std::string piece;
-        next(piece);
-        const std::size_t end = piece.find('\n');
-        std::string line = piece.substr(0, end);
-        piece.erase(0, end == std::string::npos ? piece.size() : end + 1);
-        rest_.insert(0, piece);
-        if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
-        if (line.ends_with('\r')) line.pop_back();
-        return line;
+
+ private:
+    const SweepTask& task_;
+    SweepBlock block_;
+    SweepRows rows_;
+};
+
+// Writes pieces in their order and adds up what became of them.
+class Delivery {
+ public:
+    Delivery(const SweepStreams& streams, SweepTotals& totals)
+        : streams_(streams), totals_(totals), chunks_(streams.write) {}
+
+    bool take(const Piece& piece) {
+        totals_.add(piece.totals);
+        good_ = good_ && streams_.write(piece.text.text()) && chunks_.take(piece.columns) &&
+                (!streams_.part_written || streams_.part_written(piece.part));
+        return good_;
     }
-    bool too_long() const { return too_long_; }
-    bool failed() const { return failed_; }
+    bool head(std::string_view bytes) { return good_ = good_ && streams_.write(bytes); }
+    bool finish() { return good_ = good_ && chunks_.finish(); }
+    bool good() const { return good_; }
 
  private:
     const SweepStreams& streams_;
-    std::size_t bytes_;
-    std::string rest_;
-    bool ended_ = false, too_long_ = false, failed_ = false;
+    SweepTotals& totals_;
+    BinaryChunks chunks_;
+    bool good_ = true;
 };
 
-// Pieces go round: read, calculated by any worker, written in the order in which they were read.
+// Pieces go round: filled by the thread that reads, calculated by any worker, and delivered, in the order in
+// which they were read, by the worker whose piece is the next one.
 class Conveyor {
  public:
-    Conveyor(const std::shared_ptr<const Fluid>& fluid, const SweepSettings& settings, const SweepHead& head,
-             std::size_t slots)
-        : pieces_(slots), state_(slots, State::free) {
-        threads_ = start_threads(settings.jobs, [this, &fluid, &settings, &head] {
-            try {
-                work(SweepLine(fluid, settings, head));
-            } catch (...) {
-                const std::lock_guard lock(mutex_);
-                failure_ = std::current_exception();
-            }
-            done_.notify_all();
-        });
-        if (threads_.empty()) alone_ = std::make_unique<SweepLine>(fluid, settings, head);
+    Conveyor(const SweepTask& task, Delivery& delivery, int jobs)
+        : task_(task), delivery_(delivery), slots_(slots_of(jobs)) {
+        threads_ = start_threads(jobs, [this] { work(); });
     }
-    ~Conveyor() {
+    ~Conveyor() { close(); }
+    Conveyor(const Conveyor&) = delete;
+    Conveyor& operator=(const Conveyor&) = delete;
+
+    bool has_workers() const { return !threads_.empty(); }
+    // The piece to be filled next; null when the delivery has failed.
+    Piece* next_free() {
+        std::unique_lock lock(mutex_);
+        freed_.wait(lock, [&] { return stopped_ || submitted_ - delivered_ < slots_.size(); });
+        return stopped_ ? nullptr : &slot(submitted_).piece;
+    }
+    void submit() {
+        {
+            const std::lock_guard lock(mutex_);
+            slot(submitted_++).calculated = false;
+        }
+        ready_.notify_one();
+    }
+    // Waits for all that was submitted; throws what a worker has thrown.
+    void finish() {
+        close();
+        if (thrown_) std::rethrow_exception(thrown_);
+    }
+
+ private:
+    struct Slot {
+        Piece piece;
+        bool calculated = false;
+    };
+    Slot& slot(std::uint64_t k) { return slots_[k % slots_.size()]; }
+
+    void close() {
         {
             const std::lock_guard lock(mutex_);
             closing_ = true;
         }
         ready_.notify_all();
         for (std::thread& thread : threads_) thread.join();
+        threads_.clear();
     }
-    Conveyor(const Conveyor&) = delete;
-    Conveyor& operator=(const Conveyor&) = delete;
-
-    std::size_t size() const { return pieces_.size(); }
-    Piece& piece(std::uint64_t k) { return pieces_[k % size()]; }
-    void submit(std::uint64_t k) {
-        {
+    void work() {
+        try {
+            Worker worker(task_);
+            for (std::uint64_t k = 0; take(k);) {
+                worker.run(slot(k).piece);
+                deliver(k);
+            }
+        } catch (...) {
             const std::lock_guard lock(mutex_);
-            state_[k % size()] = State::waiting;
-            submitted_ = k + 1;
+            if (!thrown_) thrown_ = std::current_exception();
+            stopped_ = true;
+            ready_.notify_all();
+            freed_.notify_all();
         }
-        ready_.notify_one();
     }
-    // Waits until piece k is calculated. Throws what ended a thread.
-    void await(std::uint64_t k) {
-        if (alone_) {
-            run_piece(*alone_, piece(k));
-            return;
-        }
+    bool take(std::uint64_t& k) {
         std::unique_lock lock(mutex_);
-        done_.wait(lock, [&] { return state_[k % size()] == State::done || failure_; });
-        if (failure_) std::rethrow_exception(failure_);
-        state_[k % size()] = State::free;
+        ready_.wait(lock, [&] { return stopped_ || taken_ < submitted_ || closing_; });
+        if (stopped_ || taken_ == submitted_) return false;
+        k = taken_++;
+        return true;
     }
-
- private:
-    enum class State { free, waiting, done };
-
-    void work(SweepLine line) {
-        for (;;) {
-            std::uint64_t k;
-            {
-                std::unique_lock lock(mutex_);
-                ready_.wait(lock, [&] { return taken_ < submitted_ || closing_; });
-                if (taken_ == submitted_) return;
-                k = taken_++;
-            }
-            run_piece(line, piece(k));
-            {
-                const std::lock_guard lock(mutex_);
-                state_[k % size()] = State::done;
-            }
-            done_.notify_one();
+    // One worker at a time delivers, for all whose pieces are next; the others go on calculating.
+    void deliver(std::uint64_t k) {
+        std::unique_lock lock(mutex_);
+        slot(k).calculated = true;
+        if (delivering_) return;
+        delivering_ = true;
+        while (!stopped_ && delivered_ < taken_ && slot(delivered_).calculated) {
+            const Piece& piece = slot(delivered_).piece;
+            lock.unlock();
+            const bool good = delivery_.take(piece);
+            lock.lock();
+            stopped_ = stopped_ || !good;
+            slot(delivered_).calculated = false;
+            ++delivered_;
+            freed_.notify_one();
         }
+        if (stopped_) ready_.notify_all();
+        delivering_ = false;
     }
 
-    std::vector<Piece> pieces_;
-    std::vector<State> state_;
-    std::uint64_t submitted_ = 0, taken_ = 0;
-    bool closing_ = false;
+    const SweepTask& task_;
+    Delivery& delivery_;
+    std::vector<Slot> slots_;
+    std::uint64_t submitted_ = 0, taken_ = 0, delivered_ = 0;
+    bool closing_ = false, stopped_ = false, delivering_ = false;
+    std::exception_ptr thrown_;
     std::mutex mutex_;
-    std::condition_variable ready_, done_;
-    std::exception_ptr failure_;
-    std::unique_ptr<SweepLine> alone_;  // of the calling thread, where no other could be started
+    std::condition_variable ready_, freed_;
     std::vector<std::thread> threads_;
 };
 
+// All in this thread: nothing waits for anything, and rows go out before the input is asked for more.
+void run_alone(const SweepTask& task, SweepSource& source, Delivery& delivery) {
+    Worker worker(task);
+    for (Piece piece; source.next(piece.part);) {
+        worker.run(piece);
+        if (!delivery.take(piece)) return;
+    }
+}
+
+// False when no worker could be started: then nothing was read.
+bool run_together(const SweepTask& task, SweepSource& source, Delivery& delivery) {
+    Conveyor conveyor(task, delivery, task.settings.jobs);
+    if (!conveyor.has_workers()) return false;
+    for (Piece* piece = conveyor.next_free(); piece && source.next(piece->part); piece = conveyor.next_free())
+        conveyor.submit();
+    conveyor.finish();
+    return true;
+}
+
+// The head of the output, before the first row.
+std::string head_of(const SweepTask& task) {
+    const SweepSettings& settings = task.settings;
+    if (settings.format == SweepFormat::bin)
+        return binary_head(settings.plan, task.form.line_numbers, settings.rows, settings.about);
+    const std::string kept = task.grid ? std::string() : kept_names(task.head, settings.plan.heads());
+    return sweep_head_line(settings.plan, task.form, kept);
+}
+
+void run_rows(const SweepTask& task, SweepSource& source, const SweepStreams& streams, SweepTotals& totals) {
+    const SweepSettings& settings = task.settings;
+    Delivery delivery(streams, totals);
+    if (settings.with_head && !delivery.head(head_of(task))) {
+        totals.broken = "the output could not be written";
+        return;
+    }
+    if (settings.jobs < 2 || !run_together(task, source, delivery)) run_alone(task, source, delivery);
+    if (!source.fault().empty()) {
+        totals.broken = source.fault();
+    } else if (!delivery.finish()) {
+        totals.broken = "the output could not be written";
+    }
+    totals.checksum = source.checksum();
+}
+
 }  // namespace
 
-SweepHead read_sweep_head(std::string_view line, Mode mode) {
-    SweepHead head;
-    const std::size_t at = line.find_first_of(";\t,");
-    if (at != std::string_view::npos) {
-        head.delimiter = line.find(';') != std::string_view::npos    ? ';'
-                         : line.find('\t') != std::string_view::npos ? '\t'
-                                                                     : ',';
-    }
-    const std::vector<SweepField> needed = needed_fields(mode_info(mode).specified);
-    std::array<int, field_count> seen{};
-    for (std::size_t begin = 0; begin <= line.size();) {
-        std::size_t end = line.find(head.delimiter, begin);
-        if (end == std::string_view::npos) end = line.size();
-        const std::string_view name = bare_name(line.substr(begin, end - begin));
-        int field = -1;
-        for (const FieldName& known : names) {
-            const bool wanted = std::find(needed.begin(), needed.end(), known.field) != needed.end();
-            if (known.name == name && wanted) field = known.field;
-        }
-        if (field >= 0 && ++seen[static_cast<std::size_t>(field)] > 1)
-            head.fault =
-                "the head line names " + std::string(name_of(static_cast<SweepField>(field))) + " twice";
-        head.field_of_column.push_back(field);
-        begin = end + 1;
-    }
-    std::string missing;
-    for (const SweepField field : needed) {
-        if (seen[static_cast<std::size_t>(field)] == 0)
-            missing += (missing.empty() ? "" : ", ") + std::string(name_of(field));
-    }
-    if (!missing.empty()) {
-        head.fault = "the head line has no column " + missing + "; it reads \"" +
-                     std::string(line.substr(0, 60)) + "\", right is for example \"";
-        for (const SweepField field : needed) {
-            if (field != needed.front()) head.fault += ';';
-            head.fault += name_of(field);
-        }
-        head.fault += '"';
-    }
-    return head;
-}
-
-std::string sweep_head_line(Mode mode, bool functions, char delimiter) {
-    std::string head;
-    for (const SweepColumn& column : sweep_columns(mode, functions)) {
-        if (!head.empty()) head += delimiter;
-        head += column.name;
-    }
-    return head + "\n";
-}
-
 SweepTotals run_sweep(const std::shared_ptr<const Fluid>& fluid, const SweepSettings& settings,
-                      const SweepStreams& streams) {
+                      const SweepGrid* grid, const SweepStreams& streams) {
     SweepTotals totals;
-    const std::size_t bytes = piece_bytes(settings.jobs);
-    Reader reader(streams, bytes);
-    const SweepHead head = read_sweep_head(reader.first_line(), settings.mode);
-    if (!head.fault.empty()) {
-        totals.broken = head.fault;
+    SweepTask task{.fluid = fluid, .settings = settings, .grid = grid};
+    task.form = {
+        .delimiter = ';', .decimal = settings.table.decimal, .line_numbers = settings.table.line_numbers};
+    if (grid) {
+        SweepSource source(*grid, settings.range, part_rows(settings.jobs));
+        run_rows(task, source, streams, totals);
         return totals;
     }
-    bool writable = streams.write(sweep_head_line(settings.mode, settings.functions, head.delimiter));
-    {
-        Conveyor conveyor(fluid, settings, head, 2 * static_cast<std::size_t>(settings.jobs) + 2);
-        std::uint64_t read = 0, written = 0, line = 2;
-        bool more = true;
-        while (writable && (more || written < read)) {
-            while (more && read - written < conveyor.size()) {
-                Piece& piece = conveyor.piece(read);
-                more = reader.next(piece.in);
-                if (!more) break;
-                piece.first_line = line;
-                line += static_cast<std::uint64_t>(std::count(piece.in.begin(), piece.in.end(), '\n'));
-                conveyor.submit(read++);
-            }
-            if (written == read) continue;
-            conveyor.await(written);
-            const Piece& piece = conveyor.piece(written++);
-            writable = streams.write(piece.out.text());
-            if (writable) add(totals, piece.totals);
-        }
-        if (reader.too_long())
-            totals.broken =
-                "line " + std::to_string(line) + " is longer than " + std::to_string(bytes) + " characters";
+    TableInput table(streams.read, table_piece_bytes);
+    task.head = read_sweep_head(table, settings.calculation.mode, fluid->M, settings.table);
+    if (!table.fault().empty() || !task.head.fault.empty()) {
+        totals.broken = table.fault().empty() ? task.head.fault : table.fault();
+        return totals;
     }
-    if (reader.failed()) totals.broken = "the input could not be read";
-    if (!writable) totals.broken = "the output could not be written";
+    task.form.delimiter = task.head.delimiter;
+    task.form.kept = std::ranges::any_of(task.head.columns, &SweepHead::Column::kept);
+    SweepSource source(table, task.head.from_first_line ? 1 : 0, settings.range, part_rows(settings.jobs));
+    run_rows(task, source, streams, totals);
     return totals;
 }
 

@@ -1,63 +1,50 @@
-// Many calculations of one mode, one a line of a table: read, calculated and written in pieces, so that the
-// memory does not grow with the length.
+// Many calculations of one mode, one a row of a table or of a grid: read, calculated and written in pieces,
+// so that the memory does not grow with the length. The bytes that are written depend on the rows and
+// settings alone, not on jobs, pieces or pauses.
 #pragma once
-#include <cstdint>
 #include <functional>
 #include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "calc/outcome.h"
-#include "engine/fluid.h"
-#include "quantities/units.h"
+#include "console/sweep_block.h"
+#include "console/sweep_source.h"
 
 namespace quom {
 
-// Columns of the input, by the names in its head. A unit behind the name ("T/K", "p [kPa]") is allowed.
-enum SweepField : int { field_T, field_p, field_rho, field_m, field_V, field_count };
+enum class SweepFormat : std::uint8_t { csv, bin };
 
-// What the head line says: which column holds which value (-1: not there), and the delimiter.
-struct SweepHead {
-    char delimiter = ';';
-    std::vector<int> field_of_column;  // SweepField, or -1 for a column that is not read
-    std::string fault;                 // why the head cannot be used; empty when good
-};
-// Reads the head line for a mode; the delimiter is the first of ";", tab and "," that it holds.
-SweepHead read_sweep_head(std::string_view line, Mode mode);
-
-// Head of the output of a mode: "T;p;phase;...;message".
-std::string sweep_head_line(Mode mode, bool functions, char delimiter);
-
-struct SweepTotals {
-    std::uint64_t lines = 0;          // calculations, without head and empty lines
-    std::uint64_t failed = 0;         // lines without a result
-    std::uint64_t warned = 0;         // lines with a result and a warning
-    std::uint64_t malformed = 0;      // lines that could not be read
-    std::vector<Warning> warnings;    // of each kind the first that was met
-    std::vector<std::string> faults;  // "line 17: ...", of the first malformed lines
-    std::string broken;               // why the sweep ended early; empty when it did not
-};
-
-// Where the bytes come from and go to. read fills up to the space and returns the number of bytes, 0 at the
-// end and -1 when it failed; write returns false when it failed. The sweep ends at a failure.
-struct SweepStreams {
-    std::function<std::ptrdiff_t(char* into, std::size_t space)> read;
-    std::function<bool(std::string_view bytes)> write;
-};
+inline constexpr int most_jobs = 1024;
 
 struct SweepSettings {
-    Mode mode = Mode::none;
-    CalcSetup setup{};
-    Units units{};
-    UnitFactors factors{};  // at a T that is not known; of the mode per (R T) those of the line are taken
-    bool functions = false;
-    int jobs = 1;  // threads at most; they share the fluid
+    SweepCalculation calculation{};
+    SweepPlan plan{};
+    TableOptions table{};
+    SweepFormat format = SweepFormat::csv;
+    int jobs = 1;  // threads; they share the fluid. Those that the system does not give are done without
+    RowRange range{};
+    bool with_head = true;
+    std::optional<std::uint64_t> rows{};  // of the whole, for the head of a binary table
+    nlohmann::ordered_json about{};       // substance and models, for the same
 };
 
-// Runs the mode on every line. The order is kept. A line without a result carries the reason in its last
-// columns, a line that cannot be read its number too.
+// Where the bytes come from and go to.
+struct SweepStreams {
+    TableInput::Read read{};  // not needed with a grid
+    std::function<bool(std::string_view bytes)> write{};
+    // After the bytes of a part; may be empty. The sweep ends when one of them returns false.
+    std::function<bool(const SweepPart& part)> part_written{};
+};
+
+// The longest line of a table, and what is read at once [bytes].
+inline constexpr std::size_t table_piece_bytes = 64 * 1024;
+
+// Runs the mode on every row of the table that `streams` reads, or of the grid where there is one. The order
+// is kept. A row without a result carries the reason, a row that cannot be read its line too. Throws what the
+// workers throw, std::bad_alloc among it.
 SweepTotals run_sweep(const std::shared_ptr<const Fluid>& fluid, const SweepSettings& settings,
-                      const SweepStreams& streams);
+                      const SweepGrid* grid, const SweepStreams& streams);
 
 }  // namespace quom

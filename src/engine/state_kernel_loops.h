@@ -156,23 +156,26 @@ inline void cubic_coefficients(const KernelConstants& k, StateBlock& x) {
         store(q0, x.q0 + i);
         store(select(liquid, one, zero), x.liquid_side + i);
         store(select(liquid, b * set(1.0 + 1e-7), A), x.root + i);
+        store(one, x.open + i);
     }
 }
 
 // Halley's steps dv = -f f'/(f'^2 - f f''/2), two of them; open: the last one was above 1e-6 of v, or no
-// number.
+// number. A root that has settled stays as it is, so that a state does not depend on its neighbours.
 inline void halley_steps(StateBlock& x) {
-    const V three = set(3.0), two = set(2.0), one = set(1.0), zero = set(0.0), small = set(1e-6);
+    const V three = set(3.0), two = set(2.0), one = set(1.0), zero = set(0.0), small = set(1e-6),
+            half = set(0.5);
     for (std::size_t i = 0; i < kernel_block; i += lanes) {
-        const V q2 = load(x.q2 + i), q1 = load(x.q1 + i), q0 = load(x.q0 + i);
-        V v = load(x.root + i), step = v;
+        const V q2 = load(x.q2 + i), q1 = load(x.q1 + i), q0 = load(x.q0 + i), start = load(x.root + i);
+        const Mask searched = load(x.open + i) > half;
+        V v = start, step = v;
         for (int round = 0; round < 2; ++round) {
             const V f = ((v + q2) * v + q1) * v + q0, slope = (three * v + two * q2) * v + q1;
             step = f * slope / (slope * slope - f * (three * v + q2));
             v = v - step;
         }
-        store(v, x.root + i);
-        store(select(absolute(step) < small * v, zero, one), x.open + i);
+        store(select(searched, v, start), x.root + i);
+        store(select(searched, select(absolute(step) < small * v, zero, one), zero), x.open + i);
     }
 }
 

@@ -275,17 +275,12 @@ StateFunctions phase_functions(const Fluid& fluid, double T, double p, double v)
     return f;
 }
 
-// eH = (h - hE) - (s - sE) TEnv, eU = (u - uE) - (s - sE) TEnv + (v - vE) pEnv
 void add_exergies(const Environment& environment, const EnvironmentPhase& at, StateFunctions& f) {
     f.exergy_reason = environment.reason;
     if (f.exergy_reason != Reason::none) return;
-    f.eH = (f.h - at.h) - (f.s - at.s) * environment.T;
-    f.eU = (f.u - at.u) - (f.s - at.s) * environment.T + (f.v - at.v) * environment.p;
+    f.eH = exergy_of_h(environment, at, f.h, f.s);
+    f.eU = exergy_of_u(environment, at, f.u, f.s, f.v);
     if (std::isnan(f.eH)) f.exergy_reason = f.reason;
-}
-
-const EnvironmentPhase& environment_phase(const Environment& environment) {
-    return environment.hasV ? environment.V : environment.L;
 }
 
 }  // namespace

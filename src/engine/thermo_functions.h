@@ -69,6 +69,19 @@ StateFunctions ThermoState(const Fluid& fluid, double T, double p, double v);
 // The same from arrays that are there already.
 StateFunctions state_functions(const Fluid& fluid, double T, double p, double v, const PhaseArrays& arrays);
 
+// The phase of the environment that single states are compared with.
+inline const EnvironmentPhase& environment_phase(const Environment& environment) {
+    return environment.hasV ? environment.V : environment.L;
+}
+// eH and eU [kJ/kmol] of h, u, s, v against a phase of the environment, as above.
+inline double exergy_of_h(const Environment& environment, const EnvironmentPhase& at, double h, double s) {
+    return (h - at.h) - (s - at.s) * environment.T;
+}
+inline double exergy_of_u(const Environment& environment, const EnvironmentPhase& at, double u, double s,
+                          double v) {
+    return (u - at.u) - (s - at.s) * environment.T + (v - at.v) * environment.p;
+}
+
 // Both saturated phases at T [K] under the GLOBAL concept: exergies of L by the L-phase of the environment,
 // of V by its V-phase. w is NaN.
 struct SaturatedFunctions {

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "base/code_page.h"
 #include "report/calc_record.h"
 
 namespace quom {
@@ -45,59 +46,53 @@ double region_cell(const SweepRow& row) {
     return told ? static_cast<double>(row.outcome.region) : Blank;
 }
 
-std::string_view phase_cell(const SweepRow& row) { return phase_text(row.outcome.phase); }
-std::string_view reason_cell(const SweepRow& row) {
-    return row.outcome.has_result() ? std::string_view() : reason_name(row.outcome.failure.reason);
+constexpr SweepColumn plain_column(std::string_view name, double (*number)(const SweepRow&),
+                                   std::string_view unit = {}) {
+    return {.name = name, .cell = SweepCell::number, .unit = unit, .number = number};
 }
-
-constexpr SweepColumn number_column(std::string_view name, double (*number)(const SweepRow&)) {
-    return {.name = name, .cell = SweepCell::number, .number = number};
+constexpr SweepColumn number_column(std::string_view name, Quantity q, double (*number)(const SweepRow&)) {
+    return {.name = name, .cell = SweepCell::number, .quantity = q, .number = number};
 }
-constexpr SweepColumn text_column(std::string_view name, std::string_view (*text)(const SweepRow&)) {
-    return {.name = name, .cell = SweepCell::text, .text = text};
+template <Quantity Q, Phase P>
+constexpr SweepColumn function_column(std::string_view name) {
+    return {
+        .name = name, .cell = SweepCell::number, .quantity = Q, .phase = P, .number = function_cell<Q, P>};
 }
-
 using enum Quantity;
 
-constexpr SweepColumn column_T = number_column("T", outcome_cell<&Outcome::T, Quantity::T>);
-constexpr SweepColumn column_p = number_column("p", outcome_cell<&Outcome::p, Quantity::p>);
-constexpr SweepColumn column_rho = number_column("rho", outcome_cell<&Outcome::rho, Quantity::rho>);
+constexpr SweepColumn column_T = number_column("T", T, outcome_cell<&Outcome::T, T>);
+constexpr SweepColumn column_p = number_column("p", p, outcome_cell<&Outcome::p, p>);
+constexpr SweepColumn column_rho = number_column("rho", rho, outcome_cell<&Outcome::rho, rho>);
 constexpr SweepColumn columns_heat[] = {
-    number_column("delta(LV)h", vaporization_cell<&VaporizationOutcome::hLV, hLV>),
-    number_column("delta(LV)s", vaporization_cell<&VaporizationOutcome::sLV, sLV>)};
-constexpr SweepColumn columns_phase[] = {text_column("phase", phase_cell),
-                                         number_column("region", region_cell)};
-constexpr SweepColumn columns_density[] = {number_column("rho(V)", function_cell<rho, phase_V>),
-                                           number_column("rho(L)", function_cell<rho, phase_L>),
-                                           number_column("v(V)", function_cell<v, phase_V>),
-                                           number_column("v(L)", function_cell<v, phase_L>)};
-constexpr SweepColumn column_eta = number_column("eta(V)", quality_cell);
+    number_column("delta(LV)h", hLV, vaporization_cell<&VaporizationOutcome::hLV, hLV>),
+    number_column("delta(LV)s", sLV, vaporization_cell<&VaporizationOutcome::sLV, sLV>)};
+constexpr SweepColumn columns_phase[] = {SweepColumn{.name = "phase", .cell = SweepCell::phase},
+                                         plain_column("region", region_cell)};
+constexpr SweepColumn columns_density[] = {
+    function_column<rho, phase_V>("rho(V)"), function_column<rho, phase_L>("rho(L)"),
+    function_column<v, phase_V>("v(V)"), function_column<v, phase_L>("v(L)")};
+constexpr SweepColumn column_eta = plain_column("eta(V)", quality_cell);
 constexpr SweepColumn columns_tank[] = {
-    number_column("L-phase vol%", fill_cell),
-    number_column("V(V)", tank_cell<&TankContents::VV>),
-    number_column("V(L)", tank_cell<&TankContents::VL>),
-    number_column("m(V)", tank_cell<&TankContents::mV>),
-    number_column("m(L)", tank_cell<&TankContents::mL>),
-    number_column("n(V)", tank_cell<&TankContents::nV>),
-    number_column("n(L)", tank_cell<&TankContents::nL>),
+    plain_column("L-phase vol%", fill_cell),
+    number_column("V(V)", tank_volume, tank_cell<&TankContents::VV>),
+    number_column("V(L)", tank_volume, tank_cell<&TankContents::VL>),
+    number_column("m(V)", mass, tank_cell<&TankContents::mV>),
+    number_column("m(L)", mass, tank_cell<&TankContents::mL>),
+    plain_column("n(V)", tank_cell<&TankContents::nV>, "kmol"),
+    plain_column("n(L)", tank_cell<&TankContents::nL>, "kmol"),
 };
 
 // h to w of both phases, V first.
 template <Phase P>
 struct FunctionColumns {
-    static constexpr double (*cells[])(const SweepRow&) = {
-        function_cell<h, P>,  function_cell<s, P>,  function_cell<g, P>,  function_cell<u, P>,
-        function_cell<a, P>,  function_cell<eH, P>, function_cell<eU, P>, function_cell<cp, P>,
-        function_cell<cV, P>, function_cell<w, P>};
+    template <Quantity... Q>
+    static void add_each(std::vector<SweepColumn>& columns) {
+        (columns.push_back(function_column<Q, P>(trim(slot_name(function_slot(Q, P))))), ...);
+    }
     static void add_to(std::vector<SweepColumn>& columns) {
-        for (std::size_t i = 0; i < std::size(cells); ++i) {
-            std::string_view name = slot_name(function_slot(function_rows[i + 1], P));
-            while (name.starts_with(' ')) name.remove_prefix(1);
-            columns.push_back(number_column(name, cells[i]));
-        }
+        add_each<h, Quantity::s, g, u, a, eH, eU, cp, cV, w>(columns);
     }
 };
-static_assert(std::size(FunctionColumns<phase_V>::cells) + 1 == function_rows.size());
 
 // The column of a database function.
 struct DatabaseColumn {
@@ -105,11 +100,11 @@ struct DatabaseColumn {
     SweepColumn column;
 };
 constexpr DatabaseColumn database_columns[] = {
-    {Mode::fn_rhoL, number_column("rho(L)", outcome_cell<&Outcome::rhoL_fn, rho>)},
-    {Mode::fn_cpIdG, number_column("cp(idG)", outcome_cell<&Outcome::cpId_fn, cpId>)},
-    {Mode::fn_cpL, number_column("cp(L)", outcome_cell<&Outcome::cpL_fn, cp>)},
-    {Mode::fn_cpS, number_column("cp(S)", outcome_cell<&Outcome::cpS_fn, cp>)},
-    {Mode::fn_rhoS, number_column("rho(S)", outcome_cell<&Outcome::rhoS_fn, rho>)},
+    {Mode::fn_rhoL, number_column("rho(L)", rho, outcome_cell<&Outcome::rhoL_fn, rho>)},
+    {Mode::fn_cpIdG, number_column("cp(idG)", cpId, outcome_cell<&Outcome::cpId_fn, cpId>)},
+    {Mode::fn_cpL, number_column("cp(L)", cp, outcome_cell<&Outcome::cpL_fn, cp>)},
+    {Mode::fn_cpS, number_column("cp(S)", cp, outcome_cell<&Outcome::cpS_fn, cp>)},
+    {Mode::fn_rhoS, number_column("rho(S)", rho, outcome_cell<&Outcome::rhoS_fn, rho>)},
 };
 
 bool has_state(ModeFamily family) {
@@ -149,13 +144,13 @@ std::vector<SweepColumn> sweep_columns(Mode mode, bool functions) {
     if (has_state(info.family) || is_vapor_pressure(mode)) columns.push_back(column_p);
     if (info.specified & (spec_rhoV | spec_rhoL)) columns.push_back(column_rho);
     if (has_state(info.family)) add_state_columns(columns, info, functions);
-    if (mode == Mode::virial) columns.push_back(number_column("B", outcome_cell<&Outcome::B, Quantity::B>));
+    if (mode == Mode::virial) columns.push_back(number_column("B", B, outcome_cell<&Outcome::B, B>));
     if (mode == Mode::fn_hLV) columns.insert(columns.end(), std::begin(columns_heat), std::end(columns_heat));
     for (const DatabaseColumn& d : database_columns) {
         if (d.mode == mode) columns.push_back(d.column);
     }
     columns.push_back({.name = "warnings", .cell = SweepCell::warnings});
-    columns.push_back(text_column("reason", reason_cell));
+    columns.push_back({.name = "reason", .cell = SweepCell::reason});
     columns.push_back({.name = "message", .cell = SweepCell::message});
     return columns;
 }

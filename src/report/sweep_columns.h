@@ -1,12 +1,13 @@
 // Columns of a sweep by mode: each reads one cell of a row from the outcome.
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "calc/outcome.h"
-#include "quantities/units.h"
+#include "quantities/quantity_table.h"
 
 namespace quom {
 
@@ -19,15 +20,18 @@ struct SweepRow {
 
 enum class SweepCell : std::uint8_t {
     number,    // column.number(row); NaN: the cell is blank
-    text,      // column.text(row)
+    phase,     // phase_text
     warnings,  // sweep_warnings
+    reason,    // reason_name of a row without a result
     message,   // sweep_message
 };
 struct SweepColumn {
-    std::string_view name;  // head of the column
+    std::string_view name;  // head of the column, without its unit
     SweepCell cell = SweepCell::number;
+    std::optional<Quantity> quantity{};  // whose unit a number has
+    std::optional<Phase> phase{};        // whose function it is
+    std::string_view unit{};             // of a number that is no quantity of the table: "kmol"
     double (*number)(const SweepRow&) = nullptr;
-    std::string_view (*text)(const SweepRow&) = nullptr;
 };
 
 // The columns of a mode; functions: with h, s, g, u, a, exergies, cp, cV, w of both phases. The last three
