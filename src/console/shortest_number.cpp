@@ -23,6 +23,9 @@ char* write_any(double x, char* to) { return std::to_chars(to, to + number_space
 
 #ifdef QUOM_HAVE_FMT
 
+// One digit: regions, counts.
+bool is_digit(double x) { return x >= 0.0 && x < 10.0 && x == static_cast<double>(static_cast<int>(x)); }
+
 constexpr int most_digits = 17;
 constexpr double first_inexact_integer = 9007199254740992.0;  // 2^53
 
@@ -159,6 +162,10 @@ char* write_plain(const Digits& digits, int n, int lead, char* to) {
 #ifdef QUOM_HAVE_FMT
 
 char* write_shortest(double x, char* to) {
+    if (is_digit(x)) {
+        *to = static_cast<char>('0' + static_cast<int>(x));
+        return to + 1;
+    }
     const double size = std::fabs(x);
     if (!(size >= 1e-5 && size < first_inexact_integer)) return write_any(x + 0.0, to);
     const auto decimal = fmt::detail::dragonbox::to_decimal(size);

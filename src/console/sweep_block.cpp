@@ -56,6 +56,8 @@ class Displayed {
         : unit_(column.unit ? &*column.unit : nullptr),
           factor_(column.source.quantity ? display_factor(factors, *column.source.quantity) : 1.0) {}
     double operator()(double own) const { return unit_ ? unit_->from_own(own) : own * factor_; }
+    // The factor, where that is all.
+    std::optional<double> factor() const { return unit_ ? std::nullopt : std::optional(factor_); }
 
  private:
     const UnitConversion* unit_;
@@ -65,7 +67,13 @@ class Displayed {
 void put_phase_column(const StateRows& states, const std::vector<double>& own, Phase phase,
                       const Displayed& displayed, std::vector<double>& to) {
     const PhaseWord word = phase == phase_L ? PhaseWord::L : PhaseWord::V;
-    for (std::size_t i = 0; i < to.size(); ++i) to[i] = states.word[i] == word ? displayed(own[i]) : blank;
+    const std::size_t n = to.size();
+    if (displayed.factor()) {
+        const double factor = *displayed.factor();
+        for (std::size_t i = 0; i < n; ++i) to[i] = states.word[i] == word ? own[i] * factor : blank;
+        return;
+    }
+    for (std::size_t i = 0; i < n; ++i) to[i] = states.word[i] == word ? displayed(own[i]) : blank;
 }
 
 }  // namespace

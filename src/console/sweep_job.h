@@ -23,7 +23,7 @@ struct SweepArguments {
 // A sweep that can begin.
 struct SweepJob {
     SweepSettings settings;
-    std::optional<SweepGrid> grid;         // in place of a table
+    std::optional<SweepGrid> grid;    // in place of a table
     nlohmann::ordered_json identity;  // all that decides the bytes, for the manifest
     Refused refused;
 };

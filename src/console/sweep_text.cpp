@@ -11,8 +11,42 @@ namespace {
 
 constexpr std::string_view malformed_name = "malformed";  // reason of a row that could not be read
 
+char* write_number(double x, char decimal, char* to) {
+    char* const end = write_shortest(x, to);
+    if (decimal != '.') std::replace(to, end, '.', decimal);
+    return end;
+}
+
+// A cell of a row without a remark: a number, a phase, or nothing.
+struct PlainCell {
+    SweepCell cell;
+    const double* numbers;  // of the block
+};
+std::vector<PlainCell> plain_cells(const SweepPlan& plan, const SweepResults& results) {
+    std::vector<PlainCell> cells;
+    for (std::size_t c = 0; c < plan.columns.size(); ++c)
+        cells.push_back({plan.columns[c].source.cell, results.numbers[c].data()});
+    return cells;
+}
+
+void put_plain_row(const std::vector<PlainCell>& cells, PhaseWord phase, std::size_t i,
+                   const SweepTextForm& form, TextBuffer& out) {
+    char* to = out.space(cells.size() * (number_space + 1));
+    for (const PlainCell& cell : cells) {
+        if (cell.cell == SweepCell::number) {
+            const double x = cell.numbers[i];
+            if (std::isfinite(x)) to = write_number(x, form.decimal, to);
+        } else if (cell.cell == SweepCell::phase) {
+            to = std::ranges::copy(phase_text(phase), to).out;
+        }
+        *to++ = form.delimiter;
+    }
+    out.used_to(to - 1);
+}
+
+// A cell of a row that has a remark.
 void put_cell(const SweepPlan::Column& column, const std::vector<double>& numbers,
-              const SweepResults& results, std::size_t i, const SweepResults::Remark* remark,
+              const SweepResults& results, std::size_t i, const SweepResults::Remark& remark,
               const SweepTextForm& form, TextBuffer& out) {
     switch (column.source.cell) {
         case SweepCell::number:
@@ -22,15 +56,14 @@ void put_cell(const SweepPlan::Column& column, const std::vector<double>& number
             out.put(phase_text(results.phase[i]));
             break;
         case SweepCell::reason:
-            if (!remark) break;
             if (results.reason[i] != Reason::none) out.put(reason_name(results.reason[i]));
             if (results.kind[i] == RowKind::malformed) out.put(malformed_name);
             break;
         case SweepCell::warnings:
-            if (remark) out.quoted(remark->warnings, form.delimiter);
+            out.quoted(remark.warnings, form.delimiter);
             break;
         case SweepCell::message:
-            if (remark) out.quoted(remark->message, form.delimiter);
+            out.quoted(remark.message, form.delimiter);
             break;
     }
 }
@@ -46,10 +79,7 @@ void TextBuffer::grow(std::size_t n) { bytes_.resize(std::max(2 * bytes_.size(),
 
 void TextBuffer::number(double x, char decimal) {
     if (!std::isfinite(x)) return;
-    char* const begin = space(number_space);
-    char* const end = write_shortest(x, begin);
-    if (decimal != '.') std::replace(begin, end, '.', decimal);
-    used_ += static_cast<std::size_t>(end - begin);
+    used_to(write_number(x, decimal, space(number_space)));
 }
 
 void TextBuffer::quoted(std::string_view text, char delimiter) {
@@ -84,6 +114,7 @@ std::string sweep_head_line(const SweepPlan& plan, const SweepTextForm& form, st
 
 void write_rows(const SweepPlan& plan, const SweepTextForm& form, const SweepRows& rows, std::size_t begin,
                 const SweepResults& results, TextBuffer& out) {
+    const std::vector<PlainCell> cells = plain_cells(plan, results);
     auto remark = results.remarks.begin();
     for (std::size_t i = 0; i < results.size(); ++i) {
         const bool remarked = remark != results.remarks.end() && remark->row == i;
@@ -96,12 +127,10 @@ void write_rows(const SweepPlan& plan, const SweepTextForm& form, const SweepRow
                 out.put(rows.kept[begin + i]);
                 out.put(form.delimiter);
             }
-            bool first = true;
-            for (std::size_t c = 0; c < plan.columns.size(); ++c) {
-                if (!first) out.put(form.delimiter);
-                first = false;
-                put_cell(plan.columns[c], results.numbers[c], results, i, remarked ? &*remark : nullptr, form,
-                         out);
+            if (!remarked) put_plain_row(cells, results.phase[i], i, form, out);
+            for (std::size_t c = 0; remarked && c < plan.columns.size(); ++c) {
+                if (c > 0) out.put(form.delimiter);
+                put_cell(plan.columns[c], results.numbers[c], results, i, *remark, form, out);
             }
         }
         out.put('\n');

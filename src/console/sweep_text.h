@@ -24,12 +24,14 @@ class TextBuffer {
     void number(double x, char decimal);
     void quoted(std::string_view text, char delimiter);
 
- private:
-    // Where the next n bytes go.
+    // Where the next n bytes go, and how far they were used.
     char* space(std::size_t n) {
         if (bytes_.size() - used_ < n) grow(n);
         return bytes_.data() + used_;
     }
+    void used_to(const char* end) { used_ = static_cast<std::size_t>(end - bytes_.data()); }
+
+ private:
     void grow(std::size_t n);
     std::vector<char> bytes_;
     std::size_t used_ = 0;
