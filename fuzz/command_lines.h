@@ -136,7 +136,9 @@ inline std::string impossible_value(const nlohmann::json& json) {
         if (value.is_structured()) {
             if (const std::string inner = impossible_value(value); !inner.empty()) return inner;
         }
-        const bool volume = key == "rho" || key.starts_with("rho_") || key == "v" || key.starts_with("v_");
+        const bool volume =
+            (key == "rho" || key.starts_with("rho_") || key == "v" || key.starts_with("v_")) &&
+            !key.ends_with("_difference");
         if (volume && value.is_number() && !(value.get<double>() > 0.0)) return key + " = " + value.dump();
     }
     return {};

@@ -26,7 +26,7 @@ constexpr Command table[] = {
     {"calc", "One calculation of a mode, as the result window shows it",
      "SUBSTANCE --mode N [--T K --p kPa --rho kg/m^3 --m kg --V m^3] [--ext 1..4] [--functions] [models]",
      "propane --mode 4 --T 300 --functions", declare_calc},
-    {"sweep", "One calculation for each line of a table, or for each point of a grid",
+    {"sweep", "One calculation for each line of a table or point of a grid",
      "SUBSTANCE --mode N (--in FILE|- | --grid GRID) --out FILE|- [--jobs N] [--functions] [models]",
      "propane --mode 3 --in states.csv --out results.csv", declare_sweep},
     {"tank", "Phases, pressure and shares in a closed tank",

@@ -18,8 +18,8 @@ void add_line(Block& block, const std::string& key, const char* label, const std
     if (compared) {
         eos.label = label;
         eos.value = factor * compared->eos;
-        eos.note = "equation of state, " +
-                   formatMask(compared->difference_percent(), "+0.00;-0.00;0.00") + " %";
+        eos.note =
+            "equation of state, " + formatMask(compared->difference_percent(), "+0.00;-0.00;0.00") + " %";
         record.label = label;
         record.value = factor * compared->record;
         difference.value = compared->difference_percent();

@@ -92,8 +92,8 @@ Block reference_block(const Fluid& fluid) {
             {{"RefKode", "reference", fluid.reference.RefKode, "", ""},
              {"TRef0", "T0", zero.T, "K", ""},
              {"pRef0", "p0", zero.p, "kPa", ""},
-             {"h0", "h0", zero.h, "kJ/kmol", ""},
-             {"s0", "s0", zero.s, "kJ/(kmol K)", ""},
+             {"h0", "h0", zero.h, "kJ/kmol", "", Quantity::h},
+             {"s0", "s0", zero.s, "kJ/(kmol K)", "", Quantity::s},
              {"TEnv", "T(surr)", fluid.reference.TEnv, "K", ""},
              {"pEnv", "p(surr)", fluid.reference.pEnv, "kPa", ""}},
             Layout::json};

@@ -81,7 +81,7 @@ TEST(Lists, a_newer_starter_database) {
     const std::string kept = before == nullptr ? "" : before;
     ::setenv("XDG_DATA_DIRS", (folder / "share").c_str(), 1);
     const std::string here = "--program-folder " + (folder / "own").string() + " ";
-    EXPECT_THAT(quomc(here + "list").out, HasSubstr("\"quomc starter\""));
+    EXPECT_THAT(quomc(here + "list --json").json()["notes"].dump(), HasSubstr("quomc starter"));
     EXPECT_EQ(quomc(here + "starter --json").json()["starter"]["newer"], true);
     EXPECT_FALSE(fs::exists(newer)) << "only told";
     EXPECT_EQ(quomc(here + "starter --copy").status, 0);

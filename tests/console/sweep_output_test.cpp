@@ -98,11 +98,11 @@ TEST(SweepOutput, has_the_units_and_columns_that_were_asked_for) {
         if (lines[1].find(';', at) == std::string_view::npos) break;
     }
     ASSERT_EQ(numbers.size(), 5u) << lines[1];
-    EXPECT_NEAR(numbers[0], at(single, "/functions/h/V") / 44.097, 1e-3 * std::fabs(numbers[0]));
+    EXPECT_NEAR(numbers[0], at(single, "/functions/h_V") / 44.097, 1e-3 * std::fabs(numbers[0]));
     EXPECT_NEAR(numbers[1], 26.85, 1e-12);
     EXPECT_NEAR(numbers[2], 5.0, 1e-14);
-    EXPECT_NEAR(numbers[3], at(single, "/functions/w/V"), 1e-9);
-    EXPECT_NEAR(numbers[4], at(single, "/functions/cp/V"), 1e-9);
+    EXPECT_NEAR(numbers[3], at(single, "/functions/w_V"), 1e-9);
+    EXPECT_NEAR(numbers[4], at(single, "/functions/cp_V"), 1e-9);
 
     EXPECT_EQ(sweep("--results h_X --in - --out -", "T;p\n").status, 2);
     EXPECT_THAT(sweep("--results h_X --in - --out -", "T;p\n").err, HasSubstr("h_V, s_V"));

@@ -296,15 +296,15 @@ TEST(SweepTable, the_command_reads_and_keeps) {
                       out = folder + "rows_out.csv";
     std::ofstream(in, std::ios::binary) << "id;T [\xB0"
                                            "C];p/bar\r\"a;b\";20,5;5\r\rc;x;1\r";
-    const CommandRun run =
-        quomc("sweep propane --mode 3 --decimal , --keep id --line-numbers --in " + in + " --out " + out);
+    const CommandRun run = quomc(
+        "sweep propane --mode 3 --strict --decimal , --keep id --line-numbers --in " + in + " --out " + out);
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.err, HasSubstr("line 4: T is no number"));
     std::ifstream file(out);
     Lines written;
     for (std::string line; std::getline(file, line);) written.push_back(line.substr(0, 17));
     EXPECT_EQ(written.at(0).substr(0, 8), "line;id;");
-    EXPECT_EQ(written.at(1), "2;\"a;b\";293.65;50");
+    EXPECT_EQ(written.at(1), "2;\"a;b\";293,65;50");
     EXPECT_EQ(written.at(2), "");
     EXPECT_EQ(written.at(3).substr(0, 5), "4;c;;");
 }

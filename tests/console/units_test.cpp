@@ -25,9 +25,11 @@ void collect_units(const nlohmann::json& units, std::map<std::string, std::strin
     }
 }
 
-// The first number of this key, in whatever section.
+// The first number of this key, of the state or in whatever section.
 double first(const nlohmann::json& json, const std::string& key) {
     if (json.is_object() && json.contains(key) && json[key].is_number()) return json[key].get<double>();
+    if (json.is_object() && json.contains("state") && json["state"].contains(key))
+        return first(json["state"], key);
     for (const auto& part : json) {
         if (!part.is_structured()) continue;
         if (const double x = first(part, key); !std::isnan(x)) return x;

@@ -50,9 +50,9 @@ TEST(OutcomeReport, absent_is_null_and_zero_is_0) {
     outcome.V->arrays->FuncA[fu_lnphi] = 0.0;
     outcome.V->arrays->FuncA[fu_dTdp_h] = std::numeric_limits<double>::quiet_NaN();
     const auto functions = json_of(functions_grid(outcome, {}, factors));
-    EXPECT_EQ(functions["h"]["V"], 0.0);
-    EXPECT_TRUE(functions["s"]["V"].is_null());
-    EXPECT_TRUE(functions["h"]["L"].is_null());
+    EXPECT_EQ(functions["h_V"], 0.0);
+    EXPECT_TRUE(functions["s_V"].is_null());
+    EXPECT_TRUE(functions["h_L"].is_null());
     EXPECT_TRUE(functions["h_mean"].is_null());
     const auto arrays = json_of(array_grids(outcome).front());
     EXPECT_EQ(arrays["lnphi_V"], 0.0);
@@ -109,10 +109,10 @@ TEST(OutcomeReport, tank_and_contents) {
     EXPECT_EQ(tank["y"], 0.25);
     EXPECT_EQ(tank["LPercent"], 42);
     const auto contents = json_of(contents_grid(*outcome.tank));
-    EXPECT_EQ(contents["V"]["L"], 61);
-    EXPECT_EQ(contents["m"]["V"], 64);
-    EXPECT_EQ(contents["n"]["L"], 65);
-    EXPECT_EQ(contents["n"]["V"], 0);
+    EXPECT_EQ(contents["V_L"], 61);
+    EXPECT_EQ(contents["m_V"], 64);
+    EXPECT_EQ(contents["n_L"], 65);
+    EXPECT_EQ(contents["n_V"], 0);
     outcome.p.reset();
     EXPECT_TRUE(json_of(tank_block(outcome))["p"].is_null());
 }
