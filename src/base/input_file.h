@@ -21,7 +21,7 @@ class DescriptorBuffer : public std::streambuf {
 
  private:
     int fd_;
-    std::array<char, 65536> bytes_;
+    std::array<char, 65536> bytes_{};
 };
 
 class InputFile {
