@@ -130,6 +130,16 @@ inline bool has_word(std::string_view text, std::string_view word) {
     return false;
 }
 
+// The text without the lines of rows that could not be read.
+inline std::string without_refused_rows(const std::string& text) {
+    std::istringstream lines(text);
+    std::string rest;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("malformed") == std::string::npos) rest += line + '\n';
+    }
+    return rest;
+}
+
 // A volume or density that is no positive number, anywhere in the object; empty when there is none.
 inline std::string impossible_value(const nlohmann::json& json) {
     for (const auto& [key, value] : json.items()) {
@@ -157,10 +167,12 @@ inline std::string fault_of(const CommandLine& line, const std::string& starter_
     if (status != 0 && err.empty()) return "no reason on standard error";
     if (status == 0 && out.empty()) return "no output";
     const bool own_words = out.find("Usage:") != std::string::npos;  // of the help
-    // A refusal repeats what was typed, and a list without a result has "(Error)" for its pressure.
+    // A refusal repeats what was typed, that of a row of a table too, and a list without a result has
+    // "(Error)" for its pressure.
     if (status == 0 && !own_words) {
+        const std::string told = without_refused_rows(out);
         for (const std::string_view word : {"nan", "inf", "NaN", "(Error)"}) {
-            if (has_word(out, word)) return "the output has " + std::string(word);
+            if (has_word(told, word)) return "the output has " + std::string(word);
         }
     }
     const bool wants_json = std::find(args.begin(), args.end(), "--json") != args.end();
