@@ -7,13 +7,13 @@
 
 #include "report/outcome_messages.h"
 #include "report/result_list.h"
-#include "ui/calculation_windows.h"
-#include "ui/frmCalcIn.h"
-#include "ui/frmParinput.h"
-#include "ui/mdi_area.h"
-#include "ui/number_box.h"
-#include "ui/result_list.h"
+#include "ui/main/calculation_windows.h"
+#include "ui/main/mdi_area.h"
+#include "ui/widgets/number_box.h"
+#include "ui/widgets/result_list.h"
 #include "ui/window_driver.h"
+#include "ui/windows/frmCalcIn.h"
+#include "ui/windows/frmParinput.h"
 
 namespace quom {
 namespace {

@@ -6,18 +6,18 @@
 #include <QRadioButton>
 
 #include "report/titles.h"
-#include "ui/frmCEOSDiagnose.h"
-#include "ui/frmIsoCalc.h"
-#include "ui/frmKessel.h"
-#include "ui/frmPictureSuperCrit.h"
-#include "ui/frmQCalcOut.h"
-#include "ui/isotherm_picture.h"
-#include "ui/number_box.h"
-#include "ui/result_list.h"
-#include "ui/tank_picture.h"
-#include "ui/value_box.h"
-#include "ui/view_label.h"
+#include "ui/charts/isotherm_picture.h"
+#include "ui/charts/tank_picture.h"
+#include "ui/widgets/number_box.h"
+#include "ui/widgets/result_list.h"
+#include "ui/widgets/value_box.h"
+#include "ui/widgets/view_label.h"
 #include "ui/window_driver.h"
+#include "ui/windows/frmCEOSDiagnose.h"
+#include "ui/windows/frmIsoCalc.h"
+#include "ui/windows/frmKessel.h"
+#include "ui/windows/frmPictureSuperCrit.h"
+#include "ui/windows/frmQCalcOut.h"
 
 namespace quom {
 namespace {

@@ -1,11 +1,11 @@
 // A whole session by hand: database, substance, models, each entry of the calculation menu, typed values, and
 // the texts that the result window shows.
-#include "ui/frmCalcIn.h"
-#include "ui/frmQCalcOut.h"
-#include "ui/number_box.h"
-#include "ui/result_list.h"
-#include "ui/value_box.h"
+#include "ui/widgets/number_box.h"
+#include "ui/widgets/result_list.h"
+#include "ui/widgets/value_box.h"
 #include "ui/window_driver.h"
+#include "ui/windows/frmCalcIn.h"
+#include "ui/windows/frmQCalcOut.h"
 
 namespace quom {
 namespace {

@@ -1,14 +1,14 @@
 #include <QMenuBar>
 #include <set>
 
-#include "ui/frmQModell.h"
-#include "ui/frmQStoffWahl.h"
-#include "ui/help_window.h"
-#include "ui/mdi_area.h"
-#include "ui/menu_table.h"
-#include "ui/status_panel.h"
-#include "ui/traffic_lights.h"
+#include "ui/main/mdi_area.h"
+#include "ui/main/menu_table.h"
+#include "ui/main/status_panel.h"
+#include "ui/main/traffic_lights.h"
 #include "ui/window_driver.h"
+#include "ui/windows/frmQModell.h"
+#include "ui/windows/frmQStoffWahl.h"
+#include "ui/windows/help_window.h"
 
 namespace quom {
 namespace {

@@ -3,14 +3,14 @@
 #include <QTimer>
 
 #include "base/number_text.h"
-#include "ui/frmBParInput.h"
-#include "ui/frmQModell.h"
-#include "ui/frmQTextEdit.h"
-#include "ui/number_box.h"
-#include "ui/result_list.h"
-#include "ui/status_panel.h"
-#include "ui/value_box.h"
+#include "ui/main/status_panel.h"
+#include "ui/widgets/number_box.h"
+#include "ui/widgets/result_list.h"
+#include "ui/widgets/value_box.h"
 #include "ui/window_driver.h"
+#include "ui/windows/frmBParInput.h"
+#include "ui/windows/frmQModell.h"
+#include "ui/windows/frmQTextEdit.h"
 
 namespace quom {
 namespace {

@@ -7,12 +7,12 @@
 #include <cmath>
 #include <functional>
 
-#include "ui/frmBParInput.h"
-#include "ui/frmQOptions.h"
-#include "ui/frmReferenz.h"
-#include "ui/number_box.h"
-#include "ui/value_box.h"
+#include "ui/widgets/number_box.h"
+#include "ui/widgets/value_box.h"
 #include "ui/window_driver.h"
+#include "ui/windows/frmBParInput.h"
+#include "ui/windows/frmQOptions.h"
+#include "ui/windows/frmReferenz.h"
 
 namespace quom {
 namespace {

@@ -2,14 +2,14 @@
 #include <QLineEdit>
 #include <QListView>
 
-#include "ui/frmQModell.h"
-#include "ui/frmQStoffWahl.h"
-#include "ui/frmQTextEdit.h"
-#include "ui/number_box.h"
-#include "ui/result_list.h"
-#include "ui/status_panel.h"
-#include "ui/value_box.h"
+#include "ui/main/status_panel.h"
+#include "ui/widgets/number_box.h"
+#include "ui/widgets/result_list.h"
+#include "ui/widgets/value_box.h"
 #include "ui/window_driver.h"
+#include "ui/windows/frmQModell.h"
+#include "ui/windows/frmQStoffWahl.h"
+#include "ui/windows/frmQTextEdit.h"
 
 namespace quom {
 namespace {

@@ -4,12 +4,12 @@
 #include <QStandardItemModel>
 #include <QTimer>
 
-#include "ui/labels.h"
-#include "ui/look.h"
-#include "ui/number_box.h"
-#include "ui/result_list.h"
-#include "ui/table_view.h"
-#include "ui/traffic_lights.h"
+#include "ui/look/look.h"
+#include "ui/main/traffic_lights.h"
+#include "ui/widgets/labels.h"
+#include "ui/widgets/number_box.h"
+#include "ui/widgets/result_list.h"
+#include "ui/widgets/table_view.h"
 #include "ui/window_driver.h"
 
 namespace quom {

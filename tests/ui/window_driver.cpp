@@ -1,9 +1,9 @@
 #include "ui/window_driver.h"
 
 #include "support/early_exit.h"
-#include "ui/frmQModell.h"
-#include "ui/frmQStoffWahl.h"
-#include "ui/look.h"
+#include "ui/look/look.h"
+#include "ui/windows/frmQModell.h"
+#include "ui/windows/frmQStoffWahl.h"
 
 namespace quom {
 

@@ -19,8 +19,8 @@
 
 #include "forms/shell.h"
 #include "support/queued_messages.h"
-#include "ui/dialogs.h"
-#include "ui/mdiQUOM.h"
+#include "ui/main/mdiQUOM.h"
+#include "ui/widgets/dialogs.h"
 
 namespace quom {
 

@@ -1,0 +1,260 @@
+#include "ui/main/mdiQUOM.h"
+
+#include <QCloseEvent>
+#include <QLocale>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <algorithm>
+
+#include "session/data_diagnosis.h"
+#include "session/start_up.h"
+#include "ui/look/look.h"
+#include "ui/main/mdi_area.h"
+#include "ui/main/mdi_menus.h"
+#include "ui/main/menu_actions.h"
+#include "ui/main/status_panel.h"
+#include "ui/main/traffic_lights.h"
+#include "ui/widgets/dialogs.h"
+#include "ui/widgets/labels.h"
+#include "ui/widgets/window_keys.h"
+#include "ui/windows/help_window.h"
+
+namespace quom {
+
+namespace {
+
+constexpr QSize FirstSize(1280, 820), LeastSize(960, 640);
+
+// Input and output windows of calculations.
+constexpr const char* CalculationWindows[] = {
+    "frmParinput",           "frmCalcIn",       "frmBParInput",        "frmIsoCalc", "frmKessel",
+    "frmInputProzessLinien", "frmCEOSDiagnose", "frmPictureSuperCrit", "frmQCalcOut"};
+// Windows that belong to a substance, in the order in which they go.
+constexpr const char* SubstanceWindows[] = {"frmQBankEdit",    "frmQModell",  "frmQFitting",
+                                            "frmTpVSInputBox", "frmQGraph2D", "frmGraph3D",
+                                            "frmTpRhoEdit",    "frmQXYEdit",  "frmQTextEdit"};
+
+}  // namespace
+
+mdiQUOM::mdiQUOM(std::string ProgramPath)
+    : boxes_(std::make_unique<MessageBoxes>(this)),
+      bench_(std::make_unique<Workbench>(*boxes_)),
+      dialogs_(std::make_unique<Dialogs>()),
+      menus_(std::make_unique<mdiMenus>(*this)) {
+    setObjectName(QStringLiteral("mdiQUOM"));
+    setWindowTitle(
+        QStringLiteral("QUOM-6   Thermodynamic Calculations of States and Processes for Pure Substances"));
+    session().ProgramPath = std::move(ProgramPath);
+    connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
+    area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
+    setCentralWidget(area);
+    menus_->build_menu_bar();
+    connect(menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToShow, this,
+            &mdiQUOM::opening_calculation_menu);
+    connect(menus_->menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this,
+            &mdiQUOM::opening_windows_menu);
+    menus_->action(QStringLiteral("mnuHilfe_Index"))->setShortcut(QKeySequence::HelpContents);
+    build_toolbar();
+    build_status_bar();
+    const QSize available = screen()->availableSize();
+    setMinimumSize(LeastSize.boundedTo(available));
+    resize(FirstSize.boundedTo(available));
+}
+
+mdiQUOM::~mdiQUOM() = default;
+
+void mdiQUOM::set_dialogs(std::unique_ptr<Dialogs> dialogs) { dialogs_ = std::move(dialogs); }
+
+void mdiQUOM::build_toolbar() {
+    QToolBar* toolbar = addToolBar(QStringLiteral("Toolbar"));
+    toolbar->setObjectName(QStringLiteral("Toolbar1"));
+    toolbar->setMovable(false);
+    toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    menus_->build_toolbar(toolbar);
+
+    txtAmpel = named(new TrafficLights(toolbar), "txtAmpel");
+    toolbar->addWidget(txtAmpel);
+    const auto add_button = [&](const char* name, const char* caption, void (*run)(mdiQUOM&, int),
+                                int value) {
+        auto* button =
+            named(new TrimmedButton(QLatin1String(caption), toolbar), name, QLatin1String(caption));
+        connect(button, &QPushButton::clicked, this, [this, run, value] { run(*this, value); });
+        return button;
+    };
+    const auto add_space = [&](int width) {
+        auto* space = new QWidget(toolbar);
+        if (width > 0)
+            space->setFixedWidth(width);
+        else
+            space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+        toolbar->addWidget(space);
+    };
+    add_space(6);
+    cmdDatenDiagnose = add_button(
+        "cmdDatenDiagnose", "     Data Diagnosis",
+        [](mdiQUOM& f, int) {
+            const Session& s = f.session();
+            DataDiagnosis(s.substance(), substance_marks(s.ProgramPath, s.substance()), f.bench().messages());
+        },
+        0);
+    diagnose_shown_ = toolbar->addWidget(cmdDatenDiagnose);
+    add_space(0);
+    cmdErstnutzer = add_button("cmdErstnutzer", "First steps", show_help_topic, help_first_steps);
+    toolbar->addWidget(cmdErstnutzer);
+    add_space(8);
+    cmdRechenUebung = add_button("cmdRechenUebung", "Exercise", show_help_topic, help_exercise);
+    toolbar->addWidget(cmdRechenUebung);
+}
+
+void mdiQUOM::build_status_bar() {
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(QStringLiteral("StatusBar1"));
+    constexpr int Stretch[] = {2, 2, 4, 4};
+    const char* const Spoken[] = {"Database", "Substance", "Equations", "Concept of calculation"};
+    for (int i = 0; i < 4; ++i) {
+        panels[i] = new StatusPanel(i > 0, bar);
+        named(panels[i], qPrintable(QStringLiteral("StatusBar1_%1").arg(i + 1)), QLatin1String(Spoken[i]));
+        bar->addWidget(panels[i], Stretch[i]);
+    }
+}
+
+void mdiQUOM::start(const std::string& project) {
+    const std::string ProgramPath = session().ProgramPath;
+    start_session(session(), ProgramPath, QLocale::system().decimalPoint() == QStringLiteral(","));
+    refresh();
+    area->setFocus();
+    if (!project.empty()) load_project(*this, project);
+    refresh();
+}
+
+void mdiQUOM::refresh() {
+    const Session& s = session();
+    menus_->refresh();
+    const bool substance = fulfilled(s, Needs::substance);
+    txtAmpel->SetzeAmpel(substance ? DatenSituation(s.substance()).AmpelStufe : 0);
+    diagnose_shown_->setVisible(substance);
+    panels[0]->show_text(database_panel(s));
+    panels[1]->show_text(substance ? s.substance().StoffName : std::string());
+    panels[2]->show_text(models_panel(s));
+    panels[3]->show_text(fulfilled(s, Needs::models) ? s.shell.ModelStatus : std::string());
+    area->set_hint(QString::fromStdString(next_step_hint(s)));
+}
+
+void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside) {
+    for (QMdiSubWindow* other : area->subWindowList())
+        if (other->isMaximized()) other->showNormal();
+    new WindowKeys(window);
+    auto* sub = new QMdiSubWindow;
+    sub->setWidget(window);
+    sub->setWindowIcon(windowIcon());
+    Qt::WindowFlags flags = Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                            Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                            Qt::WindowCloseButtonHint;
+    if (sizing == Sizing::free) flags |= Qt::WindowMaximizeButtonHint;
+    area->addSubWindow(sub, flags);
+    connect(window, &QWidget::windowTitleChanged, sub, &QWidget::setWindowTitle);
+
+    const QSize frame = sub->sizeHint() - window->sizeHint();
+    const QSize border = frame.expandedTo(QSize(0, 0));
+    QSize size = natural_size(*window, first) + border;
+    // A list gives way before the area has to be scrolled.
+    if (sizing == Sizing::free)
+        size = size.boundedTo(area->viewport()->size()).expandedTo(window->minimumSizeHint() + border);
+    if (sizing == Sizing::fixed) sub->setFixedSize(size);
+    if (sizing == Sizing::width_only) sub->setFixedHeight(size.height());
+
+    int shown = 0;
+    for (const QMdiSubWindow* other : area->subWindowList())
+        if (other != sub && other->isVisible()) ++shown;
+    QPoint at(10 + 26 * shown, 10 + 26 * shown);
+    if (const auto* left = beside ? qobject_cast<QMdiSubWindow*>(beside->parentWidget()) : nullptr) {
+        const QPoint right = left->geometry().topRight() + QPoint(11, 0);
+        at = right.x() + size.width() <= area->viewport()->width()
+                 ? right
+                 : left->geometry().topLeft() + QPoint(26, 26);
+    }
+    // Whole in the area where it has room there.
+    const QSize room = area->viewport()->size() - size;
+    at = QPoint(std::max(0, std::min(at.x(), room.width())), std::max(0, std::min(at.y(), room.height())));
+    sub->setGeometry(QRect(at, size));
+    show_child(window);
+}
+
+void mdiQUOM::show_child(QWidget* window) {
+    auto* sub = qobject_cast<QMdiSubWindow*>(window->parentWidget());
+    if (!sub) return;
+    window->show();
+    if (sub->isMinimized())
+        sub->showNormal();
+    else
+        sub->show();
+    area->setActiveSubWindow(sub);
+}
+
+void mdiQUOM::hide_child(QWidget* window) {
+    if (QWidget* sub = window->parentWidget()) sub->hide();
+}
+
+QWidget* mdiQUOM::child(const char* name) const {
+    for (const QMdiSubWindow* sub : area->subWindowList())
+        if (sub->widget() && sub->widget()->objectName() == QLatin1String(name)) return sub->widget();
+    return nullptr;
+}
+
+void mdiQUOM::unload(const char* name) {
+    QWidget* window = child(name);
+    if (!window) return;
+    auto* sub = qobject_cast<QMdiSubWindow*>(window->parentWidget());
+    area->removeSubWindow(sub);
+    sub->hide();
+    window->close();     // a window may still store what its closing stores
+    sub->deleteLater();  // the window goes with it; it may be the one whose button was pressed
+}
+
+void mdiQUOM::unload_calculation_windows() {
+    for (const char* name : CalculationWindows) unload(name);
+}
+
+void mdiQUOM::unload_session_windows() {
+    for (const char* name : SubstanceWindows) unload(name);
+    unload_calculation_windows();
+}
+
+void mdiQUOM::show_help(int topic) {
+    if (!help_) help_ = new HelpWindow(this);
+    help_->show_topic(topic);
+}
+
+void mdiQUOM::opening_calculation_menu() {
+    quom::opening_calculation_menu(session(), bench_->messages());
+    menus_->action(QStringLiteral("mnuCalc_18"))
+        ->setText(QString::fromStdString(std::string(virial_menu_caption(session()))));
+    unload_calculation_windows();
+}
+
+void mdiQUOM::opening_windows_menu() {
+    QMenu* menu = menus_->menu(QStringLiteral("mnuWindow"));
+    menu->clear();
+    menu->addAction(QStringLiteral("Cascade"), area, &QMdiArea::cascadeSubWindows);
+    menu->addAction(QStringLiteral("Tile"), area, &QMdiArea::tileSubWindows);
+    menu->addSeparator();
+    for (QMdiSubWindow* sub : area->subWindowList()) {
+        if (sub->isHidden()) continue;
+        QAction* action = menu->addAction(sub->windowTitle().simplified(), this,
+                                          [this, sub] { show_child(sub->widget()); });
+        action->setCheckable(true);
+        action->setChecked(sub == area->activeSubWindow());
+    }
+}
+
+void mdiQUOM::closeEvent(QCloseEvent* event) {
+    leave_session(*this);
+    if (help_) help_->close();
+    event->accept();
+}
+
+}  // namespace quom

@@ -1,0 +1,89 @@
+// The main window: menus, toolbar, traffic lights, status bar, and the area of all other windows.
+#pragma once
+#include <QMainWindow>
+#include <memory>
+#include <string>
+
+#include "forms/shell.h"
+#include "ui/main/workbench.h"
+
+class QMdiSubWindow;
+class QPushButton;
+
+namespace quom {
+
+class Dialogs;
+class HelpWindow;
+class MdiArea;
+class TrafficLights;
+class mdiMenus;
+class StatusPanel;
+
+// How the user may change the size of a window.
+enum class Sizing { free, width_only, fixed };
+
+class mdiQUOM : public QMainWindow {
+    Q_OBJECT
+ public:
+    explicit mdiQUOM(std::string ProgramPath);
+    ~mdiQUOM() override;
+
+    // Start-up in its order; project: what the command line names, empty for none.
+    void start(const std::string& project);
+
+    Workbench& bench() { return *bench_; }
+    Session& session() { return bench_->session; }
+    Dialogs& dialogs() { return *dialogs_; }
+    void set_dialogs(std::unique_ptr<Dialogs> dialogs);
+
+    // Shows menus, toolbar, status bar and lights as the session is now. To be called after every change of
+    // database, substance, models or data points.
+    void refresh();
+
+    // Puts a window, known by its object name, into the area, in its first size (never below its size hint),
+    // right of `beside` when that is there and has room, and activates it.
+    void open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside = nullptr);
+    // Brings a window that is there back to the front.
+    void show_child(QWidget* window);
+    void hide_child(QWidget* window);
+    // The window of this class that is there (it may be hidden); null when there is none.
+    QWidget* child(const char* name) const;
+    template <class Window>
+    Window* child() const {
+        return qobject_cast<Window*>(child(Window::Name));
+    }
+    // Closes and forgets a window.
+    void unload(const char* name);
+    // Unloads all windows that belong to a substance. The session itself is reset by ResetSession.
+    void unload_session_windows();
+    // Unloads the input and output windows of calculations.
+    void unload_calculation_windows();
+
+    void show_help(int topic);
+
+    MdiArea* area = nullptr;
+    TrafficLights* txtAmpel = nullptr;
+    QPushButton* cmdDatenDiagnose = nullptr;
+    QPushButton* cmdErstnutzer = nullptr;
+    QPushButton* cmdRechenUebung = nullptr;
+    StatusPanel* panels[4] = {};  // of StatusBar1
+    QPoint result_place{-1, -1};  // where the user last moved frmQCalcOut; negative before
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+
+ private:
+    void build_toolbar();
+    void build_status_bar();
+    void opening_calculation_menu();
+    void opening_windows_menu();
+
+    std::unique_ptr<Messages> boxes_;
+    std::unique_ptr<Workbench> bench_;
+    std::unique_ptr<Dialogs> dialogs_;
+    std::unique_ptr<mdiMenus> menus_;
+    HelpWindow* help_ = nullptr;
+    QAction* diagnose_shown_ = nullptr;
+};
+
+}  // namespace quom

@@ -1,0 +1,92 @@
+#include "ui/main/menu_actions.h"
+
+#include <QFile>
+#include <QProcess>
+
+#include "forms/shell.h"
+#include "report/eos_report.h"
+#include "ui/main/mdiQUOM.h"
+#include "ui/widgets/dialogs.h"
+#include "ui/windows/frmQModell.h"
+#include "ui/windows/frmQStoffWahl.h"
+#include "ui/windows/frmQTextEdit.h"
+
+namespace quom {
+
+namespace {
+
+void refuse(mdiQUOM& frame, std::string text) {
+    frame.bench().tell(
+        {.title = "Execution not possible", .text = std::move(text), .kind = MessageKind::warning});
+}
+
+}  // namespace
+
+void open_database(mdiQUOM& frame, int kind) {
+    Session& s = frame.session();
+    const std::string present = database_path(s, kind);
+    const QString extension = QStringLiteral("*.Q0%1").arg(kind);
+    const auto picked = frame.dialogs().open_file(
+        &frame, {.title = QString::fromStdString(database_dialog_title(s, kind)),
+                 .start = QString::fromStdString(present.empty() ? s.ProgramPath : present),
+                 .filter = QStringLiteral("Database (%1)").arg(extension),
+                 .suffix = {}});
+    if (!picked || !open_picked_database(s, kind, picked->toStdString(), frame.bench().messages())) return;
+    frame.unload_session_windows();
+    frame.unload(frmQStoffWahl::Name);
+    frame.refresh();
+    select_substance(frame, 0);
+}
+
+void show_working_directory(mdiQUOM& frame, int) {
+    frame.bench().tell({.title = "present working directory of QUOM", .text = frame.session().ProgramPath});
+}
+
+void leave_program(mdiQUOM& frame, int) { frame.close(); }
+
+void select_substance(mdiQUOM& frame, int) { frmQStoffWahl::open(frame); }
+
+void open_models(mdiQUOM& frame, int) { frmQModell::open(frame); }
+
+void show_eos_parameters(mdiQUOM& frame, int) {
+    const EosReport report = eos_report(frame.bench().fluid());
+    frmQTextEdit::open(frame, QStringLiteral(" Parameters of EOS"), report.head, report.text);
+}
+
+void start_unit_converter(mdiQUOM& frame, int) {
+    const Session& s = frame.session();
+    const char* name = s.document.options.Englisch ? "Konv3X_E.EXE" : "Konv3X.EXE";
+    const std::string path = find_external_program(s.ProgramPath, name);
+    if (!path.empty() &&
+        QProcess::startDetached(QString::fromStdString(path), {}, QString::fromStdString(s.ProgramPath)))
+        return;
+    refuse(frame, s.document.options.Englisch ? "File Konv3X_E.EXE not found in the QUOM directory"
+                                              : "file Konv3X.EXE not found in the directory QUOM");
+}
+
+void show_help_topic(mdiQUOM& frame, int topic) { frame.show_help(topic); }
+
+void show_help_note(mdiQUOM& frame, int) {
+    frame.bench().tell({.title = "Note on german HTML Help",
+                        .text = "The help pages are part of the program and open in a window of their own.\n"
+                                "\n"
+                                "If no page comes up: the window may lie behind this one, or the program\n"
+                                "was built without its pages. Press F1 to open the index of all pages."});
+}
+
+void show_version(mdiQUOM& frame, int) {
+    frame.bench().tell(
+        {.title = "QUOM-6",
+         .text = "QUOM-6   Thermodynamic Calculations of States and Processes for Pure Substances\n"
+                 "Version " QUOM_VERSION "\n\n"
+                 "Program folder: " +
+                 frame.session().ProgramPath});
+}
+
+void load_project(mdiQUOM& frame, const std::string& path) {
+    refuse(frame, "Projects can not be loaded yet: " + path);
+}
+
+void leave_session(mdiQUOM&) {}
+
+}  // namespace quom

@@ -1,0 +1,221 @@
+#include "ui/main/screenshots.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QEventLoop>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QPixmap>
+#include <QProcess>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include "base/files.h"
+#include "session/data_diagnosis.h"
+#include "session/program_path.h"
+#include "ui/main/calculation_windows.h"
+#include "ui/main/mdiQUOM.h"
+#include "ui/main/mdi_area.h"
+#include "ui/main/menu_actions.h"
+#include "ui/widgets/dialogs.h"
+#include "ui/widgets/number_box.h"
+#include "ui/windows/frmBParInput.h"
+#include "ui/windows/frmCalcIn.h"
+#include "ui/windows/frmParinput.h"
+#include "ui/windows/frmQCalcOut.h"
+#include "ui/windows/frmQModell.h"
+#include "ui/windows/frmQOptions.h"
+#include "ui/windows/frmQStoffWahl.h"
+
+namespace quom {
+
+namespace {
+
+// Boxes are not shown: they would wait for an answer.
+class DefaultAnswers : public Messages {
+ public:
+    Answer ask(const Message& message) override { return message.default_button; }
+};
+
+struct Step {
+    const char* name;
+    void (*go)(mdiQUOM&);
+};
+
+void press(mdiQUOM& frame, const char* window, const char* button) {
+    if (QWidget* w = frame.child(window))
+        if (auto* b = w->findChild<QAbstractButton*>(QLatin1String(button))) b->click();
+}
+
+void calculate(mdiQUOM& frame, std::initializer_list<const char*> values) {
+    auto* input = frame.child<frmParinput>();
+    if (!input) return;
+    std::size_t box = 0;
+    for (const char* value : values) input->par[box++]->setText(QLatin1String(value));
+    input->cmdParameter_OK->click();
+}
+
+void pop_up(mdiQUOM& frame, const char* name) {
+    if (auto* menu = frame.findChild<QMenu*>(QLatin1String(name))) menu->popup(frame.pos() + QPoint(20, 30));
+}
+
+constexpr Step Steps[] = {
+    {"start", [](mdiQUOM&) {}},
+    {"substances",
+     [](mdiQUOM& f) {
+         Session& s = f.session();
+         if (open_picked_database(s, 7, StarterDatabase, f.bench().messages())) {
+             f.refresh();
+             select_substance(f, 0);
+             if (auto* w = f.child<frmQStoffWahl>()) {
+                 w->NameCombo->setEditText(
+                     QStringLiteral("prop"));  // the list is filtered while a name is typed
+                 Q_EMIT w->NameCombo->lineEdit()->textEdited(w->NameCombo->currentText());
+             }
+         }
+     }},
+    {"synonyms", [](mdiQUOM& f) { press(f, frmQStoffWahl::Name, "cmdSynonyme"); }},
+    {"models",
+     [](mdiQUOM& f) {
+         if (auto* w = f.child<frmQStoffWahl>()) w->NameCombo->setEditText(QStringLiteral("Propane"));
+         press(f, frmQStoffWahl::Name, "StoffOK");
+     }},
+    {"models-confirmed", [](mdiQUOM& f) { press(f, frmQModell::Name, "cmdOKModell"); }},
+    {"eos-parameters", [](mdiQUOM& f) { show_eos_parameters(f, 0); }},
+    {"diagnosis",
+     [](mdiQUOM& f) {
+         const Session& s = f.session();
+         MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(s.substance()),
+                                                  substance_marks(s.ProgramPath, s.substance())));
+     }},
+    {"question",
+     [](mdiQUOM& f) {
+         MessageBoxes(&f).ask({.title = "exper. data",
+                               .text = "New substance was chosen.\nDelete loaded exper. data now?",
+                               .buttons = Buttons::yes_no,
+                               .default_button = Answer::yes,
+                               .kind = MessageKind::question});
+     }},
+    {"virial",
+     [](mdiQUOM& f) { frmBParInput(f.session().document.eos_input, f.bench().messages(), &f).exec(); }},
+    {"reference-state", [](mdiQUOM& f) { open_reference_state(f, 0); }},
+    {"options", [](mdiQUOM& f) { open_options(f, 0); }},
+    {"selection", [](mdiQUOM& f) { start_calculation(f, 4); }},
+    {"selection-partial", [](mdiQUOM& f) { press(f, frmCalcIn::Name, "opt_glob_1"); }},
+    {"reference-point", [](mdiQUOM& f) { press(f, frmCalcIn::Name, "Ref_opt_2"); }},
+    {"input", [](mdiQUOM& f) { start_calculation(f, 1); }},
+    {"result",
+     [](mdiQUOM& f) {
+         calculate(f, {"300", "100"});
+     }},
+    {"functions-table", [](mdiQUOM& f) { press(f, frmQCalcOut::Name, "chkUHS"); }},
+    {"eos-diagnosis", [](mdiQUOM& f) { press(f, frmQCalcOut::Name, "cmdCEOSDiagnose"); }},
+    {"supercritical-input",
+     [](mdiQUOM& f) {
+         f.unload_calculation_windows();
+         start_calculation(f, 1);
+         calculate(f, {"400", "200"});
+     }},
+    {"supercritical", [](mdiQUOM& f) { press(f, frmQCalcOut::Name, "cmdInfoSuperCrit"); }},
+    {"iso",
+     [](mdiQUOM& f) {
+         f.unload_calculation_windows();
+         start_calculation(f, 8);
+         calculate(f, {"320", "500"});
+         press(f, frmQCalcOut::Name, "cmdIsoCalc");
+     }},
+    {"iso-found", [](mdiQUOM& f) { press(f, "frmIsoCalc", "cmdCalc"); }},
+    {"tank",
+     [](mdiQUOM& f) {
+         f.unload_calculation_windows();
+         start_tank(f, 0);
+     }},
+    {"tank-result",
+     [](mdiQUOM& f) {
+         calculate(f, {"1", "100", "300"});
+     }},
+    {"data", [](mdiQUOM& f) { pop_up(f, "mnuData"); }},
+    {"calculations", [](mdiQUOM& f) { pop_up(f, "mnuCalcMain"); }},
+    {"functions", [](mdiQUOM& f) { pop_up(f, "mnuGraf_FuT"); }},
+    {"help", [](mdiQUOM& f) { f.show_help(62); }},
+};
+
+// One run: a folder of pictures at a scale and in a theme.
+struct PictureRun {
+    const char *folder, *scale, *theme;
+};
+constexpr PictureRun Runs[] = {{"100", "1", "light"}, {"200", "2", "light"}, {"dark", "1", "dark"}};
+
+constexpr QSize PictureSize(1360, 900);
+
+// A screen without a display that holds the main window at any of the scales.
+constexpr const char* Screen =
+    R"({"screens":[{"name":"pictures","x":0,"y":0,"width":3840,"height":2400,"logicalDpi":96,)"
+    R"("logicalBaseDpi":96,"dpr":1}]})";
+
+}  // namespace
+
+int take_screenshots(mdiQUOM& frame, const QString& folder) {
+    if (!QDir().mkpath(folder)) return 0;
+    DefaultAnswers answers;
+    Messages& before = frame.bench().messages();
+    frame.bench().listen(answers);
+    frame.resize(PictureSize);
+    int written = 0;
+    QSet<QString> seen;  // windows with a picture of their own
+    for (const Step& step : Steps) {
+        const auto take = [&](QWidget* window) {
+            if (!window->isVisible() || window->objectName().isEmpty()) return;
+            const QString file =
+                QStringLiteral("%1/%2-%3.png").arg(folder, QLatin1String(step.name), window->objectName());
+            if (window->grab().save(file)) ++written;
+            seen.insert(window->objectName());
+        };
+        // A modal window holds the step until it is closed.
+        QTimer::singleShot(50, &frame, [&] {
+            if (QWidget* modal = QApplication::activeModalWidget()) {
+                take(modal);
+                modal->close();
+            }
+        });
+        step.go(frame);
+        QEventLoop pause;
+        QTimer::singleShot(60, &pause, &QEventLoop::quit);
+        pause.exec();
+        for (QWidget* window : QApplication::topLevelWidgets()) take(window);
+        for (const QMdiSubWindow* sub : frame.area->subWindowList()) {
+            const bool first = !seen.contains(sub->widget()->objectName());
+            if (first || sub == frame.area->activeSubWindow()) take(sub->widget());
+        }
+        while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+    }
+    frame.bench().listen(before);
+    return written;
+}
+
+int screenshot_runs(const QString& program, const QStringList& others, const QString& folder) {
+    const QTemporaryDir temporary;
+    const QString screen = temporary.filePath(QStringLiteral("screen.json"));
+    if (!write_file_atomic(screen.toStdString(), Screen).empty()) return 3;
+    for (const PictureRun& run : Runs) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"),
+                           QStringLiteral("offscreen:configfile=") + screen);
+        environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QLatin1String(run.scale));
+        environment.insert(QStringLiteral("QUOM_THEME"), QLatin1String(run.theme));
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(program, QStringList{QStringLiteral("--pictures"),
+                                           QDir(folder).filePath(QLatin1String(run.folder))} +
+                                   others);
+        if (!process.waitForFinished(300000) || process.exitCode() != 0) return 3;
+    }
+    return 0;
+}
+
+}  // namespace quom

@@ -1,0 +1,91 @@
+#include "ui/widgets/dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace quom {
+
+namespace {
+
+constexpr struct {
+    Answer answer;
+    QMessageBox::StandardButton button;
+} AnswerButtons[] = {{Answer::ok, QMessageBox::Ok},
+                     {Answer::cancel, QMessageBox::Cancel},
+                     {Answer::yes, QMessageBox::Yes},
+                     {Answer::no, QMessageBox::No}};
+
+QMessageBox::StandardButtons shown_buttons(Buttons buttons) {
+    switch (buttons) {
+        case Buttons::ok_cancel:
+            return QMessageBox::Ok | QMessageBox::Cancel;
+        case Buttons::yes_no:
+            return QMessageBox::Yes | QMessageBox::No;
+        case Buttons::yes_no_cancel:
+            return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+        case Buttons::ok:
+            break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::Icon shown_icon(MessageKind kind) {
+    switch (kind) {
+        case MessageKind::warning:
+            return QMessageBox::Warning;
+        case MessageKind::question:
+            return QMessageBox::Question;
+        case MessageKind::stop:
+            return QMessageBox::Critical;
+        case MessageKind::info:
+            break;
+    }
+    return QMessageBox::Information;
+}
+
+}  // namespace
+
+Answer MessageBoxes::ask(const Message& message) {
+    QWidget* parent = QApplication::activeModalWidget();
+    QMessageBox box(parent ? parent : parent_.data());
+    box.setObjectName(QStringLiteral("message_box"));
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowTitle(QString::fromStdString(message.title));
+    box.setText(QString::fromStdString(message.text));
+    box.setIcon(shown_icon(message.kind));
+    box.setStandardButtons(shown_buttons(message.buttons));
+    for (const auto& row : AnswerButtons)
+        if (row.answer == message.default_button) box.setDefaultButton(row.button);
+    if (message.buttons == Buttons::yes_no) box.setEscapeButton(QMessageBox::No);
+    const int pressed = box.exec();
+    for (const auto& row : AnswerButtons)
+        if (row.button == pressed) return row.answer;
+    return message.default_button;
+}
+
+std::optional<QString> Dialogs::open_file(QWidget* parent, const FileQuestion& question) {
+    const QString path =
+        QFileDialog::getOpenFileName(parent, question.title, question.start, question.filter);
+    if (path.isEmpty()) return std::nullopt;
+    return path;
+}
+
+std::optional<QString> Dialogs::save_file(QWidget* parent, const FileQuestion& question) {
+    QFileDialog dialog(parent, question.title, question.start, question.filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(question.suffix);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return dialog.selectedFiles().front();
+}
+
+std::optional<QString> Dialogs::ask_text(QWidget* parent, const QString& title, const QString& prompt,
+                                         const QString& proposed) {
+    bool accepted = false;
+    const QString text = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, proposed, &accepted);
+    if (!accepted) return std::nullopt;
+    return text;
+}
+
+}  // namespace quom

@@ -1,0 +1,239 @@
+#include "ui/windows/frmQModell.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+#include <iterator>
+
+#include "base/number_text.h"
+#include "forms/model_form.h"
+#include "ui/look/look.h"
+#include "ui/main/mdiQUOM.h"
+#include "ui/main/workbench.h"
+#include "ui/widgets/labels.h"
+#include "ui/widgets/value_box.h"
+#include "ui/windows/frmBParInput.h"
+
+namespace quom {
+
+namespace {
+
+void show_list(QComboBox* box, const ModelList& list) {
+    const QSignalBlocker quiet(box);
+    box->clear();
+    for (const ModelList::Entry& entry : list.entries)
+        box->addItem(QString::fromStdString(entry.text).trimmed(), entry.code);
+    box->setCurrentIndex(list.selected);
+}
+
+int code_of(const QComboBox* box) { return box->currentData().toInt(); }
+
+constexpr int TopicConcept = 50, TopicRhoL = 60;
+
+QComboBox* combo(const char* name, QWidget* parent) {
+    auto* box = named(new QComboBox(parent), name);
+    box->setMinimumContentsLength(40);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    return box;
+}
+
+}  // namespace
+
+frmQModell::frmQModell(mdiQUOM& frame)
+    : EOSKombi(combo("EOSKombi", this)),
+      pkombi(combo("pkombi", this)),
+      HLVKombi(combo("HLVKombi", this)),
+      cpKombi(combo("cpKombi", this)),
+      WatsonKombi(named(new QComboBox(this), "WatsonKombi")),
+      lblWatson(new QLabel(QStringLiteral("WATSON-exponent:"), this)),
+      PriorOpt{
+          named(new QRadioButton(QStringLiteral("GLOBAL concept:  cubic equation of state (CEOS)"), this),
+                "PriorOpt_0", QStringLiteral("GLOBAL concept: cubic equation of state (CEOS)")),
+          named(new QRadioButton(QStringLiteral("PARTIAL concept:  equation for vapor pressure (EVP)"), this),
+                "PriorOpt_1", QStringLiteral("PARTIAL concept: equation for vapor pressure (EVP)"))},
+      rhoL_available(named(new ValueBox(this), "rhoL_available", QStringLiteral("L Density"))),
+      rhoL_validity(named(new ValueBox(this), "rhoL_validity", QStringLiteral("L Density, validity"))),
+      EOSHilfe(help_button("EOSHilfe", QStringLiteral("equation of state"), this)),
+      PriorHilfe(help_button("PriorHilfe", QStringLiteral("GLOBAL and PARTIAL concept"), this)),
+      pHilfe(help_button("pHilfe", QStringLiteral("vapor pressure equation"), this)),
+      HLVHilfe(help_button("HLVHilfe", QStringLiteral("enthalpy of vaporization"), this)),
+      cpHilfe(help_button("cpHilfe", QStringLiteral("ideal gas heat capacity"), this)),
+      rhoLHilfe(help_button("rhoLHilfe", QStringLiteral("L density"), this)),
+      cmdOKModell(named(new QPushButton(QStringLiteral("&OK"), this), "cmdOKModell", QStringLiteral("OK"))),
+      frame_(frame),
+      form_(std::make_unique<ModelForm>()) {
+    setObjectName(QLatin1String(Name));
+    setWindowTitle(QStringLiteral("  Selection of Models "));
+    HLVKombi->setMinimumContentsLength(24);
+    WatsonKombi->setEditable(true);
+    WatsonKombi->setMinimumContentsLength(5);
+    WatsonKombi->setInsertPolicy(QComboBox::NoInsert);
+    cmdOKModell->setDefault(true);
+    cmdOKModell->setMinimumWidth(96);
+    build_layout();
+    connect_controls();
+}
+
+frmQModell::~frmQModell() = default;
+
+void frmQModell::build_layout() {
+    auto* layout = new QVBoxLayout(this);
+    layout->setSpacing(4);
+    const auto add_section = [&](const char* caption, QWidget* control, auto... more) {
+        if (layout->count() > 0) layout->addSpacing(6);
+        QLabel* head = head_label(QLatin1String(caption), this);
+        caption_for(head, control);
+        layout->addWidget(head);
+        auto* row = new QHBoxLayout;
+        row->addWidget(control, 1);
+        (row->addWidget(more), ...);
+        layout->addLayout(row);
+    };
+    add_section("Equation of State (EOS)        Fu(T, p, V) = 0", EOSKombi, EOSHilfe);
+
+    auto* group = new QGroupBox(QStringLiteral("Vapor pressure p(LV) or boiling temperature T(LV)"), this);
+    auto* options = new QVBoxLayout;
+    options->setSpacing(4);
+    options->addWidget(new QLabel(QStringLiteral("calculated using ..."), group));
+    for (QRadioButton* option : PriorOpt) options->addWidget(option);
+    auto* inside = new QHBoxLayout(group);
+    inside->addLayout(options, 1);
+    inside->addWidget(PriorHilfe);
+    layout->addSpacing(6);
+    layout->addWidget(group);
+
+    caption_for(lblWatson, WatsonKombi);
+    add_section("Vapor pressure equation (EVP)  p(LV) = Fu(T)", pkombi, pHilfe);
+    add_section("Enthalpy of vaporization  delta(LV)h = Fu(T)", HLVKombi, lblWatson, WatsonKombi, HLVHilfe);
+    add_section("Ideal gas heat capacity  cp(IdGas) = Fu(T)", cpKombi, cpHilfe);
+    add_section("L Density    rho(L) = Fu(T)", rhoL_available, rhoL_validity, rhoLHilfe);
+    layout->addStretch();
+    layout->addSpacing(6);
+    layout->addWidget(rule(this));
+    layout->addSpacing(6);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(
+        hint_label(QStringLiteral("this window - as the switching center of QUOM - should always "
+                                  "remain open"),
+                   this),
+        1);
+    bottom->addWidget(cmdOKModell);
+    layout->addLayout(bottom);
+
+    QWidget* const order[] = {EOSKombi, PriorOpt[0],    PriorOpt[1],   pkombi,     HLVKombi,   WatsonKombi,
+                              cpKombi,  rhoL_available, rhoL_validity, EOSHilfe,   PriorHilfe, pHilfe,
+                              HLVHilfe, cpHilfe,        rhoLHilfe,     cmdOKModell};
+    for (std::size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+void frmQModell::connect_controls() {
+    connect(EOSKombi, &QComboBox::currentIndexChanged, this, [this] { choose_eos(); });
+    connect(pkombi, &QComboBox::currentIndexChanged, this, [this] {
+        pkombi_click(*form_, evp_of(code_of(pkombi)));
+        changed();
+    });
+    connect(HLVKombi, &QComboBox::currentIndexChanged, this, [this] {
+        HLVKombi_Click(*form_, hlv_of(code_of(HLVKombi)));
+        changed();
+    });
+    connect(cpKombi, &QComboBox::currentIndexChanged, this, [this] {
+        cpKombi_Click(*form_, cp_form_of(code_of(cpKombi)));
+        changed();
+    });
+    connect(WatsonKombi, &QComboBox::currentTextChanged, this, [this](const QString& text) {
+        const QString with_point = QString(text).replace(QLatin1Char(','), QLatin1Char('.'));
+        if (with_point != text) return WatsonKombi->setEditText(with_point);
+        WatsonKombi_Change(*form_, text.toStdString());
+        changed();
+    });
+    for (int option = 0; option < 2; ++option)
+        connect(PriorOpt[option], &QRadioButton::clicked, this, [this, option] {
+            PriorOpt_Click(*form_, option);
+            changed();
+        });
+    connect(cmdOKModell, &QPushButton::clicked, this, [this] { confirm(); });
+
+    const auto help = [this](QAbstractButton* button, auto topic) {
+        connect(button, &QAbstractButton::clicked, this, [this, topic] { frame_.show_help(topic()); });
+    };
+    help(EOSHilfe, [this] { return eos_info(form_->models.EOSKode).help_topic; });
+    help(PriorHilfe, [] { return TopicConcept; });
+    help(pHilfe, [this] { return evp_info(form_->models.EVPKode).help_topic; });
+    help(HLVHilfe, [this] { return hlv_info(form_->models.HLVKode).help_topic; });
+    help(cpHilfe, [this] { return cp_info(form_->models.cpKode).help_topic; });
+    help(rhoLHilfe, [] { return TopicRhoL; });
+}
+
+void frmQModell::open(mdiQUOM& frame) {
+    auto* window = frame.child<frmQModell>();
+    const bool is_new = window == nullptr;
+    if (is_new) window = new frmQModell(frame);
+    if (!window->isVisible()) window->fill();
+    if (is_new)
+        frame.open_child(window, {530, 0}, Sizing::width_only);
+    else
+        frame.show_child(window);
+    window->EOSKombi->setFocus();
+}
+
+void frmQModell::fill() {
+    *form_ = open_model_form(frame_.bench().document());
+    setWindowTitle(QString::fromStdString(form_->substance.StoffName + " Calculation Models for "));
+    {
+        const QSignalBlocker quiet(WatsonKombi);
+        WatsonKombi->clear();
+        for (const std::string& text : form_->WatsonKombi) WatsonKombi->addItem(QString::fromStdString(text));
+        if (form_->watson_selected >= 0)
+            WatsonKombi->setCurrentIndex(form_->watson_selected);
+        else
+            WatsonKombi->setEditText(QString::fromStdString(genNum(form_->models.nWat)));
+    }
+    rhoL_available->show_text(QString::fromStdString(form_->rhoL.availability));
+    rhoL_validity->show_text(QString::fromStdString(form_->rhoL.validity));
+    show_form();
+    if (differs(*form_, frame_.bench().document())) changed();
+}
+
+void frmQModell::show_form() {
+    show_list(EOSKombi, form_->EOSKombi);
+    show_list(pkombi, form_->pkombi);
+    show_list(HLVKombi, form_->HLVKombi);
+    show_list(cpKombi, form_->cpKombi);
+    PriorOpt[form_->models.Konzept ? 0 : 1]->setChecked(true);
+    PriorOpt[0]->setEnabled(form_->global_enabled());
+    lblWatson->setVisible(form_->watson_shown());
+    WatsonKombi->setVisible(form_->watson_shown());
+}
+
+void frmQModell::changed() {
+    lblWatson->setVisible(form_->watson_shown());
+    WatsonKombi->setVisible(form_->watson_shown());
+    unconfirm_models(frame_.bench().session);  // constants in force are those of the former selection
+    frame_.unload_calculation_windows();
+    frame_.refresh();
+}
+
+void frmQModell::choose_eos() {
+    EOSKombi_Click(*form_, eos_of(code_of(EOSKombi)));
+    show_form();
+    changed();
+    if (form_->needs_virial_input()) type_virial_constants();
+}
+
+void frmQModell::type_virial_constants() {
+    frmBParInput input(form_->eos_input, frame_.bench().messages(), this);
+    if (input.exec() == QDialog::Accepted) form_->eos_input = input.constants();
+}
+
+void frmQModell::confirm() {
+    Workbench& bench = frame_.bench();
+    const ModelOk ok = confirm_models(bench.session, *form_, bench.messages());
+    bench.announce(ok.changes);
+    frame_.refresh();
+}
+
+}  // namespace quom

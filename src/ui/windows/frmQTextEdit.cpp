@@ -1,0 +1,56 @@
+#include "ui/windows/frmQTextEdit.h"
+
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "base/files.h"
+#include "ui/main/mdiQUOM.h"
+#include "ui/widgets/labels.h"
+#include "ui/widgets/result_list.h"
+
+namespace quom {
+
+namespace {
+
+constexpr int MostHeight = 633;  // of the text box [px]
+
+int line_count(const std::string& text) { return static_cast<int>(split_lines(text).size()); }
+
+}  // namespace
+
+frmQTextEdit::frmQTextEdit(mdiQUOM& frame)
+    : head(new ResultList(this)),
+      text(new ResultList(this)),
+      cmdClose(new QPushButton(QStringLiteral("Close <Esc>"), this)) {
+    setObjectName(QLatin1String(Name));
+    named(head, "head", QStringLiteral("Heading"));
+    named(text, "text", QStringLiteral("Text"));
+    named(cmdClose, "cmdClose", QStringLiteral("Close"));
+    connect(cmdClose, &QPushButton::clicked, this, [&frame] { frame.unload(Name); });
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdClose);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(head);
+    layout->addWidget(text, 1);
+    layout->addLayout(buttons);
+}
+
+void frmQTextEdit::open(mdiQUOM& frame, const QString& caption, const std::string& head,
+                        const std::string& text) {
+    frame.unload(Name);
+    auto* window = new frmQTextEdit(frame);
+    window->setWindowTitle(caption);
+    window->head->show_text(head);
+    window->head->set_lines(line_count(head));
+    window->head->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    window->head->setVisible(!head.empty());
+    window->text->show_text(text);
+    const int most_lines = MostHeight / window->text->fontMetrics().lineSpacing();
+    window->text->set_lines(std::clamp(line_count(text) + 1, 4, most_lines));
+    frame.open_child(window, {0, 0}, Sizing::free);
+    window->text->setFocus();
+}
+
+}  // namespace quom
