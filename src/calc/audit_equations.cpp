@@ -111,8 +111,10 @@ void audit_slope(AuditRun& run, Evp code) {
     if (is_quantum_fluid(k) || !inside(end, evp_limits(k, code))) return;
     const auto slope = [&](double T) { return -static_cast<double>(dpLVdT_EVP(k, T, code).value); };
     double flattest = std::numeric_limits<double>::infinity();
-    for (double Tr = 0.6; Tr < 0.985; Tr += 0.01)
-        if (inside(Tr * k.Tcr, evp_limits(k, code))) flattest = std::min(flattest, slope(Tr * k.Tcr));
+    for (int i = 60; i <= 98; ++i) {
+        const double T = 0.01 * i * k.Tcr;
+        if (inside(T, evp_limits(k, code))) flattest = std::min(flattest, slope(T));
+    }
     run.compare(evp_slope, "slope of ln p by " + evp_words(code) + " near T(cr) against its least",
                 slope(end), flattest);
 }
@@ -134,7 +136,8 @@ std::array<double, 3> ambrose_walton(double Tr) {
 // the square of omega. None where the set covers less than half of the range.
 std::optional<double> extrapolated_pcr(const SubstanceConstants& k, Evp code) {
     std::vector<std::array<double, 4>> points;  // f0, f1, f2, ln p
-    for (double Tr = 0.55; Tr < 0.825; Tr += 0.015) {
+    for (int i = 0; i <= 18; ++i) {
+        const double Tr = 0.55 + 0.015 * i;
         const double p = inside(Tr * k.Tcr, evp_limits(k, code)) ? p_at(k, Tr * k.Tcr, code) : Nothing;
         const auto f = ambrose_walton(Tr);
         if (p > 0.0) points.push_back({f[0], f[1], f[2], std::log(p)});

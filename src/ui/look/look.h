@@ -29,6 +29,10 @@ enum class LookColour {
     TitleInactiveText,
     WarningIcon,
     ErrorIcon,
+    WarningText,
+    WarningGround,
+    ErrorText,
+    ErrorGround,
     Count,
 };
 

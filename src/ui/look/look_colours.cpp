@@ -78,6 +78,10 @@ constexpr Pair Colours[] = {
     {0xFF59626C, 0xFFA9B1BA},  // TitleInactiveText
     {0xFFB87400, 0xFFE0A030},  // WarningIcon
     {0xFFB3261E, 0xFFFF8F85},  // ErrorIcon
+    {0xFF8A5600, 0xFFE0A030},  // WarningText
+    {0xFFFFF4DC, 0xFF3A3320},  // WarningGround
+    {0xFFB3261E, 0xFFFF8F85},  // ErrorText
+    {0xFFFCEBEA, 0xFF3D2625},  // ErrorGround
 };
 static_assert(std::size(Colours) == static_cast<std::size_t>(LookColour::Count));
 
