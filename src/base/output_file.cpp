@@ -30,7 +30,7 @@ struct Place {
     std::atomic<Use> use{Use::free};
     char name[PATH_MAX] = {};
 };
-constinit std::array<Place, 32> places;
+constinit std::array<Place, 32> places;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 static_assert(std::atomic<Use>::is_always_lock_free);
 
 int take_place(const std::string& name) {

@@ -19,30 +19,32 @@ void CalcRun::warn(const Warning& warning) {
     if (std::none_of(out.warnings.begin(), out.warnings.end(), same)) out.warnings.push_back(warning);
 }
 
-bool take_T(CalcRun& run) {
-    if (!is_given(run.input.T) || *run.input.T < TinyT) {
-        run.fail(Reason::no_T_given);
+namespace {
+
+// Takes a specified value over: absent and 0 are one of missing, what cannot be is not_positive.
+bool take(CalcRun& run, const std::optional<double>& given, double least, std::optional<double>& out,
+          Reason missing, Reason not_positive) {
+    if (!is_given(given) || *given < least) {
+        run.fail(!given || std::fabs(*given) < TinyT ? missing : not_positive);
         return false;
     }
-    run.out.T = run.input.T;
+    out = given;
     return true;
+}
+
+}  // namespace
+
+bool take_T(CalcRun& run) {
+    return take(run, run.input.T, TinyT, run.out.T, Reason::no_T_given, Reason::T_not_positive);
 }
 
 bool take_p(CalcRun& run) {
-    if (!is_given(run.input.p)) {
-        run.fail(Reason::no_p_given);
-        return false;
-    }
-    run.out.p = run.input.p;
-    return true;
+    return take(run, run.input.p, 0.0, run.out.p, Reason::no_p_given, Reason::p_not_positive);
 }
 
 bool take_rho(CalcRun& run) {
-    if (!is_given(run.input.rho)) {
-        run.fail(Reason::no_rho_given);
+    if (!take(run, run.input.rho, 0.0, run.out.rho, Reason::no_rho_given, Reason::rho_not_positive))
         return false;
-    }
-    run.out.rho = run.input.rho;
     if (!run.has_M()) {
         run.fail(Reason::no_molar_mass);
         return false;

@@ -37,7 +37,8 @@ inline std::optional<double> present(double x) {
 }
 inline bool is_given(const std::optional<double>& x) { return x && *x > 0.0 && std::isfinite(*x); }
 
-// Specified values into the outcome; false after the failure that tells of a missing one.
+// Specified values into the outcome; false after the failure that tells of one that is missing or not above
+// 0.
 bool take_T(CalcRun& run);    // from 1e-6 K
 bool take_p(CalcRun& run);    // above 0
 bool take_rho(CalcRun& run);  // above 0, with its volume; the record needs a molar mass

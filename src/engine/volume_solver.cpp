@@ -207,11 +207,12 @@ VolumeResult VolumeTp(const Fluid& fluid, double T, double p) {
     if (!(T >= TinyT) || !std::isfinite(T)) return {.T = T, .p = p, .reason = Reason::T_not_positive};
     if (!(p > 0.0) || !std::isfinite(p)) return {.T = T, .p = p, .reason = Reason::p_not_positive};
     if (!fluid.has_eos()) return {.T = T, .p = p, .reason = fluid.eos_reason};
+    const EosAtT eos = EOSParT(fluid, T);
     VolumeResult r{.T = T,
                    .p = p,
                    .PhaseRegion = phase_region(fluid, T, p),
-                   .eos = EOSParT(fluid, T),
-                   .roots = fluid.VPhaseOnly ? CubicRoots{} : CubicV(r.eos, p)};
+                   .eos = eos,
+                   .roots = fluid.VPhaseOnly ? CubicRoots{} : CubicV(eos, p)};
     r.nRoots = r.roots.nRoots;
     r.reason = r.roots.reason;
     if (fluid.VPhaseOnly) {

@@ -91,6 +91,7 @@ std::vector<Message> outcome_messages(const Fluid& fluid, const Outcome& outcome
             break;
         case Reason::none:
         case Reason::no_T_given:
+        case Reason::T_not_positive:
         case Reason::no_function:
             break;
         default:

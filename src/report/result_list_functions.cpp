@@ -212,7 +212,8 @@ void write_virial(ListWriter& w) {
 }
 
 void write_database(ListWriter& w) {
-    if (w.outcome.failure.reason == Reason::no_T_given) {
+    const Reason reason = w.outcome.failure.reason;
+    if (reason == Reason::no_T_given || reason == Reason::T_not_positive) {
         show_specified(w);
         return;
     }

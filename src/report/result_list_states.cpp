@@ -174,12 +174,18 @@ bool show_specified(ListWriter& w) {
     const bool by_density = specified & (spec_rhoV | spec_rhoL);
     switch (w.outcome.failure.reason) {
         case Reason::no_T_given:
+        case Reason::T_not_positive:
+            if (!by_T) break;
             refuse(view.par1, "no T in this data set");
             return false;
         case Reason::no_p_given:
+        case Reason::p_not_positive:
+            if (!by_p) break;
             refuse(view.par1, "no p in this data set");
             return false;
         case Reason::no_rho_given:
+        case Reason::rho_not_positive:
+            if (!by_density) break;
             if (specified & spec_rhoL) show_T(w, view.par1);
             refuse(specified & spec_rhoL ? view.par2 : view.par1, "no rho in this data set");
             return false;

@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 
 #include <cstdio>
+#include <set>
 
+#include "base/csv_rows.h"
 #include "base/files.h"
 #include "quomc_run.h"
 #include "substance/record.h"
@@ -54,6 +56,21 @@ TEST(Audit, a_wrong_digit_in_a_database_file) {
     EXPECT_GT(at(all, "/audit/records"), 400);
     EXPECT_EQ(row(all["doubts"], "StoffCAS", "7732-18-5"), answer["doubts"][0]);
     std::remove(path.c_str());
+}
+
+// What contradicts itself in the starter database is known, with its reason, and nothing else does.
+TEST(Audit, the_starter_database_has_the_known_doubts_only) {
+    const FileBytes file = read_file(QUOM_TEST_DATA "/../data/known_doubts.csv");
+    ASSERT_TRUE(file.bytes);
+    std::set<std::string> known, seen;
+    for (const CsvRow& row : csv_rows(*file.bytes)) {
+        ASSERT_EQ(row.fields.size(), 3u) << row.line;
+        EXPECT_FALSE(row.fields[2].empty()) << row.line;
+        if (row.line > 1) EXPECT_TRUE(known.insert(row.fields[0] + " " + row.fields[1]).second) << row.line;
+    }
+    for (const Json& doubt : found("audit")["doubts"])
+        seen.insert(doubt["StoffCAS"].get<std::string>() + " " + doubt["check"].get<std::string>());
+    EXPECT_EQ(seen, known);
 }
 
 TEST(Audit, no_doubt_and_refusals) {
