@@ -66,7 +66,8 @@ TEST(Audit, the_starter_database_has_the_known_doubts_only) {
     for (const CsvRow& row : csv_rows(*file.bytes)) {
         ASSERT_EQ(row.fields.size(), 3u) << row.line;
         EXPECT_FALSE(row.fields[2].empty()) << row.line;
-        if (row.line > 1) EXPECT_TRUE(known.insert(row.fields[0] + " " + row.fields[1]).second) << row.line;
+        if (row.line == 1) continue;  // the head
+        EXPECT_TRUE(known.insert(row.fields[0] + " " + row.fields[1]).second) << row.line;
     }
     for (const Json& doubt : found("audit")["doubts"])
         seen.insert(doubt["StoffCAS"].get<std::string>() + " " + doubt["check"].get<std::string>());
