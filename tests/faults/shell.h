@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -22,6 +23,7 @@ struct ShellRun {
 class Shell {
  public:
     Shell() {
+        std::signal(SIGHUP, SIG_DFL);  // ignored where the tests were started by nohup, and so by all below
         const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
         folder_ = std::filesystem::temp_directory_path() /
                   ("quom_faults_" + std::to_string(::getpid()) + "_" + test->name());
