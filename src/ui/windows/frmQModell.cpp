@@ -118,8 +118,7 @@ void frmQModell::build_layout() {
     layout->addSpacing(6);
     layout->addWidget(rule(this));
     layout->addSpacing(6);
-    lblNext->setMinimumHeight(2 * lblNext->fontMetrics().lineSpacing());  // the window keeps its height
-    lblNext->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblNext->setWordWrap(false);
     layout->addWidget(lblNext);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(
@@ -223,8 +222,7 @@ void frmQModell::show_next() {
     const ChoiceBox* const boxes[] = {EOSKombi, pkombi, HLVKombi, cpKombi};
     const bool passing = std::ranges::any_of(boxes, &ChoiceBox::passing);
     const std::string text =
-        passing ? "next: <Enter> takes the equation that is shown, <Esc> goes back to the former one"
-                : next_step(frame_.session());
+        passing ? "next: <Enter> takes the equation shown, <Esc> goes back" : next_step(frame_.session());
     lblNext->setText(QString::fromStdString(text));
 }
 
