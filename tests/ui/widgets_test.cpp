@@ -76,6 +76,7 @@ TEST(WheelFocusTest, turns_only_what_has_the_focus) {
     box->addItems({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
     auto* number = new QSpinBox;
     auto* slider = new QSlider(Qt::Horizontal);
+    slider->setValue(50);
     auto* heads = new QTabBar;
     for (const char* head : {"x", "y"}) heads->addTab(QLatin1String(head));
     for (QWidget* widget : {static_cast<QWidget*>(box), static_cast<QWidget*>(number),
