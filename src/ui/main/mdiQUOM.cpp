@@ -20,6 +20,7 @@
 #include "ui/main/traffic_lights.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/widgets/labels.h"
+#include "ui/widgets/wheel_focus.h"
 #include "ui/widgets/window_keys.h"
 #include "ui/windows/help_window.h"
 
@@ -49,6 +50,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     setWindowTitle(
         QStringLiteral("QUOM-6   Thermodynamic Calculations of States and Processes for Pure Substances"));
     session().ProgramPath = std::move(ProgramPath);
+    new WheelFocus(this);
     connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
     area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
     setCentralWidget(area);
