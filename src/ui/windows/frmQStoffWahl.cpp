@@ -324,7 +324,6 @@ void frmQStoffWahl::confirm() {
     const int index = frame_.session().StoffIndex;
     if (index < 1) return;
     frame_.unload_session_windows();
-    frame_.unload(frmQTextEdit::Name);
     Workbench& bench = frame_.bench();
     confirm_substance(bench.session, index, bench.messages());
     bench.announce({.substance = true});
