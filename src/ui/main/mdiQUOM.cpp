@@ -8,16 +8,17 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
-#include <algorithm>
 
 #include "session/data_diagnosis.h"
 #include "session/start_up.h"
 #include "ui/look/look.h"
+#include "ui/main/focus_return.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
 #include "ui/main/status_panel.h"
 #include "ui/main/traffic_lights.h"
+#include "ui/main/window_table.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/wheel_focus.h"
@@ -29,15 +30,6 @@ namespace quom {
 namespace {
 
 constexpr QSize FirstSize(1280, 820), LeastSize(960, 640);
-
-// Input and output windows of calculations.
-constexpr const char* CalculationWindows[] = {
-    "frmParinput",           "frmCalcIn",       "frmBParInput",        "frmIsoCalc", "frmKessel",
-    "frmInputProzessLinien", "frmCEOSDiagnose", "frmPictureSuperCrit", "frmQCalcOut"};
-// Windows that belong to a substance, in the order in which they go.
-constexpr const char* SubstanceWindows[] = {"frmQBankEdit",    "frmQModell",  "frmQFitting",
-                                            "frmTpVSInputBox", "frmQGraph2D", "frmGraph3D",
-                                            "frmTpRhoEdit",    "frmQXYEdit",  "frmQTextEdit"};
 
 }  // namespace
 
@@ -54,6 +46,8 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
     area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
     setCentralWidget(area);
+    places_ = new WindowPlaces(*area, bench_->memory);
+    focus_ = new FocusReturn(*area);
     menus_->build_menu_bar();
     connect(menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_calculation_menu);
@@ -160,29 +154,8 @@ void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWi
     area->addSubWindow(sub, flags);
     connect(window, &QWidget::windowTitleChanged, sub, &QWidget::setWindowTitle);
 
-    const QSize frame = sub->sizeHint() - window->sizeHint();
-    const QSize border = frame.expandedTo(QSize(0, 0));
-    QSize size = natural_size(*window, first) + border;
-    // A list gives way before the area has to be scrolled.
-    if (sizing == Sizing::free)
-        size = size.boundedTo(area->viewport()->size()).expandedTo(window->minimumSizeHint() + border);
-    if (sizing == Sizing::fixed) sub->setFixedSize(size);
-    if (sizing == Sizing::width_only) sub->setFixedHeight(size.height());
-
-    int shown = 0;
-    for (const QMdiSubWindow* other : area->subWindowList())
-        if (other != sub && other->isVisible()) ++shown;
-    QPoint at(10 + 26 * shown, 10 + 26 * shown);
-    if (const auto* left = beside ? qobject_cast<QMdiSubWindow*>(beside->parentWidget()) : nullptr) {
-        const QPoint right = left->geometry().topRight() + QPoint(11, 0);
-        at = right.x() + size.width() <= area->viewport()->width()
-                 ? right
-                 : left->geometry().topLeft() + QPoint(26, 26);
-    }
-    // Whole in the area where it has room there.
-    const QSize room = area->viewport()->size() - size;
-    at = QPoint(std::max(0, std::min(at.x(), room.width())), std::max(0, std::min(at.y(), room.height())));
-    sub->setGeometry(QRect(at, size));
+    focus_->opened(sub, beside ? beside->parentWidget() : area->activeSubWindow());
+    places_->open(sub, first, sizing, beside);
     show_child(window);
 }
 
@@ -198,7 +171,10 @@ void mdiQUOM::show_child(QWidget* window) {
 }
 
 void mdiQUOM::hide_child(QWidget* window) {
-    if (QWidget* sub = window->parentWidget()) sub->hide();
+    QWidget* sub = window->parentWidget();
+    if (!sub) return;
+    sub->hide();
+    focus_->gone(sub);
 }
 
 QWidget* mdiQUOM::child(const char* name) const {
@@ -215,15 +191,14 @@ void mdiQUOM::unload(const char* name) {
     sub->hide();
     window->close();     // a window may still store what its closing stores
     sub->deleteLater();  // the window goes with it; it may be the one whose button was pressed
+    places_->closed();
+    focus_->gone(sub);
 }
 
-void mdiQUOM::unload_calculation_windows() {
-    for (const char* name : CalculationWindows) unload(name);
-}
-
-void mdiQUOM::unload_session_windows() {
-    for (const char* name : SubstanceWindows) unload(name);
-    unload_calculation_windows();
+void mdiQUOM::unload_windows(Lifetime longest) {
+    for (const Lifetime lifetime : {Lifetime::database, Lifetime::substance, Lifetime::calculation})
+        for (const WindowRow& row : window_rows())
+            if (row.lifetime == lifetime && lifetime <= longest) unload(row.name);
 }
 
 void mdiQUOM::show_help(int topic) {
@@ -235,14 +210,14 @@ void mdiQUOM::opening_calculation_menu() {
     quom::opening_calculation_menu(session(), bench_->messages());
     menus_->action(QStringLiteral("mnuCalc_18"))
         ->setText(QString::fromStdString(std::string(virial_menu_caption(session()))));
-    unload_calculation_windows();
+    unload_windows(Lifetime::calculation);
 }
 
 void mdiQUOM::opening_windows_menu() {
     QMenu* menu = menus_->menu(QStringLiteral("mnuWindow"));
     menu->clear();
-    menu->addAction(QStringLiteral("Cascade"), area, &QMdiArea::cascadeSubWindows);
-    menu->addAction(QStringLiteral("Tile"), area, &QMdiArea::tileSubWindows);
+    menu->addAction(QStringLiteral("Cascade"), places_, &WindowPlaces::cascade);
+    menu->addAction(QStringLiteral("Tile"), places_, &WindowPlaces::tile);
     menu->addSeparator();
     for (QMdiSubWindow* sub : area->subWindowList()) {
         if (sub->isHidden()) continue;

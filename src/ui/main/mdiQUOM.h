@@ -5,6 +5,8 @@
 #include <string>
 
 #include "forms/shell.h"
+#include "ui/main/window_places.h"
+#include "ui/main/window_table.h"
 #include "ui/main/workbench.h"
 
 class QMdiSubWindow;
@@ -13,14 +15,12 @@ class QPushButton;
 namespace quom {
 
 class Dialogs;
+class FocusReturn;
 class HelpWindow;
 class MdiArea;
 class TrafficLights;
 class mdiMenus;
 class StatusPanel;
-
-// How the user may change the size of a window.
-enum class Sizing { free, width_only, fixed };
 
 class mdiQUOM : public QMainWindow {
     Q_OBJECT
@@ -41,7 +41,8 @@ class mdiQUOM : public QMainWindow {
     void refresh();
 
     // Puts a window, known by its object name, into the area, in its first size (never below its size hint),
-    // right of `beside` when that is there and has room, and activates it.
+    // at its place, right of `beside` when that is there and has room, and activates it. When it closes, the
+    // focus goes back to `beside`, else to the window that was active.
     void open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside = nullptr);
     // Brings a window that is there back to the front.
     void show_child(QWidget* window);
@@ -54,10 +55,11 @@ class mdiQUOM : public QMainWindow {
     }
     // Closes and forgets a window.
     void unload(const char* name);
-    // Unloads all windows that belong to a substance. The session itself is reset by ResetSession.
-    void unload_session_windows();
-    // Unloads the input and output windows of calculations.
-    void unload_calculation_windows();
+    // Unloads the windows that live no longer than that: those of a calculation, of the substance, of the
+    // database. The session itself is reset by ResetSession.
+    void unload_windows(Lifetime longest);
+    void unload_session_windows() { unload_windows(Lifetime::substance); }
+    void unload_calculation_windows() { unload_windows(Lifetime::calculation); }
 
     void show_help(int topic);
 
@@ -67,7 +69,6 @@ class mdiQUOM : public QMainWindow {
     QPushButton* cmdErstnutzer = nullptr;
     QPushButton* cmdRechenUebung = nullptr;
     StatusPanel* panels[4] = {};  // of StatusBar1
-    QPoint result_place{-1, -1};  // where the user last moved frmQCalcOut; negative before
 
  protected:
     void closeEvent(QCloseEvent* event) override;
@@ -82,6 +83,8 @@ class mdiQUOM : public QMainWindow {
     std::unique_ptr<Workbench> bench_;
     std::unique_ptr<Dialogs> dialogs_;
     std::unique_ptr<mdiMenus> menus_;
+    WindowPlaces* places_;
+    FocusReturn* focus_;
     HelpWindow* help_ = nullptr;
     QAction* diagnose_shown_ = nullptr;
 };

@@ -32,8 +32,7 @@ void open_database(mdiQUOM& frame, int kind) {
                  .filter = QStringLiteral("Database (%1)").arg(extension),
                  .suffix = {}});
     if (!picked || !open_picked_database(s, kind, picked->toStdString(), frame.bench().messages())) return;
-    frame.unload_session_windows();
-    frame.unload(frmQStoffWahl::Name);
+    frame.unload_windows(Lifetime::database);
     frame.refresh();
     select_substance(frame, 0);
 }

@@ -284,7 +284,6 @@ void frmQStoffWahl::confirm() {
     if (index < 1) return;
     if (rows_->search().filtered) remember(index);
     frame_.unload_session_windows();
-    frame_.unload(frmQTextEdit::Name);
     Workbench& bench = frame_.bench();
     confirm_substance(bench.session, index, bench.messages());
     bench.announce({.substance = true});
