@@ -16,6 +16,8 @@
 #include "ui/main/mdi_area.h"
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
+#include "ui/main/quick_start.h"
+#include "ui/main/start_page.h"
 #include "ui/main/status_panel.h"
 #include "ui/main/traffic_lights.h"
 #include "ui/widgets/dialogs.h"
@@ -50,8 +52,12 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
         QStringLiteral("QUOM-6   Thermodynamic Calculations of States and Processes for Pure Substances"));
     session().ProgramPath = std::move(ProgramPath);
     connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
+    connect(bench_.get(), &Workbench::changed, this, [this](const Changes& changes) {
+        if (changes.substance) remember_substance(*bench_);
+    });
     area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
     setCentralWidget(area);
+    start_page = new StartPage(*this, area);
     menus_->build_menu_bar();
     connect(menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_calculation_menu);
@@ -126,7 +132,7 @@ void mdiQUOM::start(const std::string& project) {
     const std::string ProgramPath = session().ProgramPath;
     start_session(session(), ProgramPath, QLocale::system().decimalPoint() == QStringLiteral(","));
     refresh();
-    area->setFocus();
+    start_page->focus_first();
     if (!project.empty()) load_project(*this, project);
     refresh();
 }
@@ -142,6 +148,7 @@ void mdiQUOM::refresh() {
     panels[2]->show_text(models_panel(s));
     panels[3]->show_text(fulfilled(s, Needs::models) ? s.shell.ModelStatus : std::string());
     area->set_hint(QString::fromStdString(next_step_hint(s)));
+    start_page->refresh();
 }
 
 void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside) {

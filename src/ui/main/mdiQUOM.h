@@ -15,6 +15,7 @@ namespace quom {
 class Dialogs;
 class HelpWindow;
 class MdiArea;
+class StartPage;
 class TrafficLights;
 class mdiMenus;
 class StatusPanel;
@@ -62,6 +63,7 @@ class mdiQUOM : public QMainWindow {
     void show_help(int topic);
 
     MdiArea* area = nullptr;
+    StartPage* start_page = nullptr;
     TrafficLights* txtAmpel = nullptr;
     QPushButton* cmdDatenDiagnose = nullptr;
     QPushButton* cmdErstnutzer = nullptr;

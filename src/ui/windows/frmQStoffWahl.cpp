@@ -15,7 +15,6 @@
 #include "base/files.h"
 #include "forms/shell.h"
 #include "forms/substance_form.h"
-#include "session/start_up.h"
 #include "substance/database.h"
 #include "substance/search.h"
 #include "substance/synonyms.h"
@@ -321,20 +320,7 @@ void frmQStoffWahl::type_system_no() {
 
 void frmQStoffWahl::confirm() {
     if (!NameCombo->currentText().trimmed().isEmpty() && !look_up()) return;
-    const int index = frame_.session().StoffIndex;
-    if (index < 1) return;
-    frame_.unload_session_windows();
-    frame_.unload(frmQTextEdit::Name);
-    Workbench& bench = frame_.bench();
-    confirm_substance(bench.session, index, bench.messages());
-    bench.announce({.substance = true});
-    frame_.refresh();
-    if (!fulfilled(bench.session, Needs::substance)) {
-        bench.tell(substance_not_readable());
-        return;
-    }
-    frame_.hide_child(this);
-    open_models(frame_, 0);
+    take_substance(frame_, frame_.session().StoffIndex);
 }
 
 void frmQStoffWahl::leave() {

@@ -1,0 +1,47 @@
+// The search over all that the program can do: which entries hold what is typed, best first.
+#pragma once
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quom {
+
+// In the order in which entries stand that are equally good.
+enum class PaletteKind { calculation, substance, models, window, graph_2d, graph_3d, help };
+std::string_view palette_kind_text(PaletteKind kind);
+
+struct PaletteEntry {
+    PaletteKind kind{};
+    std::string id{};      // what it is remembered by
+    std::string text{};    // what is searched and shown
+    std::string detail{};  // shown behind it: where the entry stands, the name that was found
+    std::string reason{};  // why it cannot run now; empty: it can
+    // Found by another search, which has told how well: 0 at the beginning of a word, 1 inside. -1: by its
+    // text.
+    int found = -1;
+};
+
+// A stretch of bytes of a text that was typed.
+struct PaletteMark {
+    std::size_t begin = 0, length = 0;
+    bool operator==(const PaletteMark&) const = default;
+};
+struct PaletteHit {
+    PaletteEntry entry;
+    std::vector<PaletteMark> marks;         // in its text, in order, without overlap
+    std::vector<PaletteMark> detail_marks;  // in its detail
+};
+
+inline constexpr std::size_t PaletteRows = 10, PaletteRemembered = 8, PaletteSubstances = 4;
+
+// Entries that hold every word that is typed, in any order and any case of letters. Words at the beginning of
+// a word come before those inside of one; then what can run before what cannot, what was used last (used:
+// identities, last first), the kind, the order given. Nothing typed: the entries used last.
+std::vector<PaletteHit> palette_hits(const std::vector<PaletteEntry>& entries, std::string_view typed,
+                                     const std::vector<std::string>& used);
+
+// The identities with one put first, and no more than are remembered.
+std::vector<std::string> with_used(std::vector<std::string> used, const std::string& id);
+
+}  // namespace quom
