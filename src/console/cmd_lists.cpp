@@ -54,7 +54,7 @@ Report list(Program& program) {
 Report find(Program& program, const std::string& text) {
     if (const Refused refused = load_database(program)) return refusal("find", *refused);
     const DatabaseFile& file = program.session.database;
-    const NameIndex names = name_index(program);
+    const NameIndex& names = name_index(program);
     const std::vector<NameHit> hits = names.find(text);
     if (hits.empty()) return refusal("find", nothing_contains(file, names, text));
     Report report;

@@ -1,6 +1,7 @@
 #include "console/name_matches.h"
 
 #include "base/files.h"
+#include "session/substance_names.h"
 #include "substance/search.h"
 #include "substance/synonyms.h"
 
@@ -39,10 +40,10 @@ Table proposal_table(const DatabaseFile& file, const std::vector<NameHit>& hits)
 
 }  // namespace
 
-NameIndex name_index(Program& program) {
-    const SynonymFileBytes synonyms = read_synonym_file(program.session.ProgramPath);
-    if (!synonyms.fault.empty()) program.messages.ask(synonym_file_message(synonyms.fault));
-    return {program.session.database, synonyms.bytes};
+const NameIndex& name_index(Program& program) {
+    const SubstanceNames& names = substance_names(program.session);
+    if (!names.fault.empty()) program.messages.ask(synonym_file_message(names.fault));
+    return names.index;
 }
 
 Fault unknown_substance(const DatabaseFile& file, const NameIndex& names, std::string_view text) {

@@ -10,7 +10,7 @@ namespace quom {
 
 // The names of the open database with the file of synonyms of the program folder; a fault of that file is
 // told.
-NameIndex name_index(Program& program);
+const NameIndex& name_index(Program& program);
 
 // Why a text names no substance or several: with the names that were meant, in the sentence and as the table
 // "proposals" for JSON.

@@ -209,7 +209,7 @@ Refused choose_substance(Program& program, std::string_view text) {
         chosen = find_in_tables(session.database, text);
     }
     if (chosen == 0) {
-        const NameIndex names = name_index(program);
+        const NameIndex& names = name_index(program);
         const std::vector<NameHit> hits = names.named(text);
         if (hits.empty()) return unknown_substance(session.database, names, text);
         if (hits.size() > 1) return ambiguous_substance(session.database, hits, text);

@@ -23,11 +23,15 @@ struct ShellState {
     std::string ModelStatus;         // EOS or EVP name with the concept, as they were confirmed
 };
 
+struct SubstanceNames;
+
 struct Session {
     Document document;
     std::shared_ptr<const Fluid> fluid =
-        make_fluid({});       // of the document's substance and models; never null
-    DatabaseFile database;    // the open database
+        make_fluid({});     // of the document's substance and models; never null
+    DatabaseFile database;  // the open database
+    std::shared_ptr<const SubstanceNames>
+        names;                // of the database, null until asked for: see substance_names
     std::string ProgramPath;  // folder of every file named without a folder
     int StoffIndex = 0;       // row marked in the list of substances (1-based, 0 none)
     std::vector<std::optional<Outcome>>

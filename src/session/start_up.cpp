@@ -77,6 +77,7 @@ LoadResult LoadDatabase(Session& session, int kind, std::string_view path) {
     DatabaseFile& file = session.database;
     (kind == 7 ? opened.file.PathQ06 : opened.file.PathQ07) = kind == 7 ? file.PathQ06 : file.PathQ07;
     file = std::move(opened.file);
+    session.names.reset();
     session.StoffIndex = 0;
     Document document = session.document;
     forget_substance(document);

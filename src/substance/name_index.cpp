@@ -59,6 +59,23 @@ std::uint32_t letters_of(std::string_view key) {
 
 }  // namespace
 
+std::string_view kind_word(NameKind kind, bool Englisch) {
+    switch (kind) {
+        case NameKind::formula:
+            return "formula";
+        case NameKind::casrn:
+            return "CAS";
+        case NameKind::other_language:
+            return Englisch ? "german" : "english";
+        case NameKind::synonym:
+            return "synonym";
+        case NameKind::main:
+        case NameKind::further:
+            break;
+    }
+    return "name";
+}
+
 NameIndex::NameIndex(const DatabaseFile& file, std::string_view synonym_bytes)
     : substances_(file.rows.size()) {
     int index = 0;
@@ -141,17 +158,17 @@ const NameIndex::Entry* NameIndex::first_of(const ExactNames& names, std::string
     return nullptr;
 }
 
-int NameIndex::exact(std::string_view text) const {
+const NameIndex::Entry* NameIndex::looked_up(std::string_view text) const {
     const std::string wanted = upper_text(trim_right(text));
-    if (wanted.empty()) return 0;
+    if (wanted.empty()) return nullptr;
     const auto in_tables = [&](std::string_view name) {
         return name == wanted || upper_text(name) == wanted;
     };
-    if (const Entry* entry = first_of(main_names_, wanted, in_tables)) return entry->index;
+    if (const Entry* entry = first_of(main_names_, wanted, in_tables)) return entry;
 
     std::string name(text);
     NormalizeName(name);
-    if (name.empty()) return 0;
+    if (name.empty()) return nullptr;
     const std::string key = without_marks(normal_spelling(name));
     const Entry* by_casrn =
         first_of(synonym_casrn_, name, [&](std::string_view casrn) { return casrn == name; });
@@ -159,9 +176,19 @@ int NameIndex::exact(std::string_view text) const {
         return without_marks(line) == key;
     });
     // The block that comes first in the file.
-    const Entry* found =
-        by_name == nullptr || (by_casrn != nullptr && by_casrn < by_name) ? by_casrn : by_name;
+    return by_name == nullptr || (by_casrn != nullptr && by_casrn < by_name) ? by_casrn : by_name;
+}
+
+int NameIndex::exact(std::string_view text) const {
+    const Entry* found = looked_up(text);
     return found == nullptr ? 0 : found->index;
+}
+
+std::string_view NameIndex::missing_casrn(std::string_view text) const {
+    const Entry* found = looked_up(text);
+    if (found == nullptr || found->index != 0) return {};
+    while (found->kind != NameKind::casrn) --found;  // the number heads its block
+    return text_of(*found);
 }
 
 // Writes the best match of every substance; penalty is added to its score.
@@ -197,8 +224,8 @@ std::vector<NameHit> NameIndex::find(std::string_view text) const {
     if (key.empty() || substances_ == 0) return hits;
     std::vector<std::uint64_t> best(substances_, NoMatch);
     const bool casrn_too = looks_like_casrn(text) && key.size() > 2;
-    for (const std::string& other : unfinished_spellings(key))
-        collect(other, UnfinishedPenalty, casrn_too, best);
+    const std::vector<std::string> unfinished = unfinished_spellings(key);
+    for (const std::string& other : unfinished) collect(other, UnfinishedPenalty, casrn_too, best);
     collect(key, 0, casrn_too, best);
 
     struct Ranked {
@@ -211,8 +238,13 @@ std::vector<NameHit> NameIndex::find(std::string_view text) const {
     std::sort(ranked.begin(), ranked.end(),
               [](const Ranked& a, const Ranked& b) { return a.order < b.order; });
     hits.reserve(ranked.size());
-    for (const Ranked& one : ranked)
-        hits.push_back(hit_of(entries_[one.entry], static_cast<NameMatch>(score_of(one.order) / 10)));
+    for (const Ranked& one : ranked) {
+        NameHit& hit =
+            hits.emplace_back(hit_of(entries_[one.entry], static_cast<NameMatch>(score_of(one.order) / 10)));
+        hit.part = part_of_name(hit.name, key);
+        for (const std::string& other : unfinished)
+            if (hit.part.length == 0) hit.part = part_of_name(hit.name, other);
+    }
     if (hits.empty()) hits = of_same_atoms(text);
     put_first(exact(text), hits);
     return hits;
@@ -236,8 +268,10 @@ std::vector<NameHit> NameIndex::of_same_atoms(std::string_view text) const {
     const std::optional<std::string> atoms = hill_formula(trim(text));
     if (!atoms) return hits;
     for (const Entry& entry : entries_)
-        if (entry.kind == NameKind::formula && hill_formula(text_of(entry)) == atoms)
+        if (entry.kind == NameKind::formula && hill_formula(text_of(entry)) == atoms) {
             hits.push_back(hit_of(entry, NameMatch::whole));
+            hits.back().part = {0, entry.text_length};
+        }
     return hits;
 }
 
@@ -266,7 +300,7 @@ std::vector<NameHit> NameIndex::near(std::string_view text, std::size_t count) c
     const bool digits = looks_like_casrn(text);
     std::vector<NameHit> hits;
     if (text_length(key) < 3) return hits;
-    const int limit = digits ? 1 : std::clamp(static_cast<int>(text_length(key)) / 3, 1, 3);
+    const int limit = digits ? 1 : std::max(static_cast<int>(text_length(key)) / 3, 1);
     const std::uint32_t letters = letters_of(key);
 
     std::vector<std::uint64_t> best(substances_, NoMatch);

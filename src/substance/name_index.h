@@ -1,4 +1,6 @@
-// The one search for substances: names in both languages, synonyms, formula, CAS number, best hit first.
+// The one search for substances: names in both languages, synonyms, formula, CAS number, best hit first. What
+// typing into any box shows is find(text) of the index; near(text, 5) where that is empty. The index of the
+// open database is substance_names(session).
 #pragma once
 #include <cstddef>
 #include <cstdint>
@@ -7,6 +9,7 @@
 #include <vector>
 
 #include "substance/database_file.h"
+#include "substance/name_spelling.h"
 
 namespace quom {
 
@@ -19,6 +22,10 @@ enum class NameKind : std::uint8_t {
     other_language,  // name of the database in the other language
     synonym,         // of the file of synonyms
 };
+// The kind in a word: "name", "formula", "CAS", "german" or "english", "synonym". Englisch: language of the
+// main names.
+std::string_view kind_word(NameKind kind, bool Englisch);
+
 // How much of it the text is.
 enum class NameMatch : std::uint8_t { whole, beginning, word, inside, near };
 
@@ -27,6 +34,7 @@ struct NameHit {
     NameKind kind = NameKind::main;
     NameMatch match = NameMatch::whole;
     std::string_view name;  // what matched, as it is written; lives as long as the index
+    TextPart part{};        // of name, that the text stands for; none of a near name
     int apart = 0;          // differing letters of a near name
 };
 
@@ -49,9 +57,9 @@ class NameIndex {
     // formulas in any case; formulas of the same atoms ("CH3OH").
     std::vector<NameHit> named(std::string_view text) const;
 
-    // At most count substances with a name that differs from the text in one letter of three, three letters
-    // at most, nearest first; a text of digits is compared with CAS numbers. Nothing for less than three
-    // letters.
+    // At most count substances with a name that differs from the text in one letter of three, nearest first;
+    // a text of digits is compared with CAS numbers, of which one digit may differ. Nothing for less than
+    // three letters.
     std::vector<NameHit> near(std::string_view text, std::size_t count) const;
 
     // What a user may have meant by a text that names no substance: the nearest names, else those that hold
@@ -60,6 +68,9 @@ class NameIndex {
 
     // Index that FindSubstance finds for the text, 0 when it finds none.
     int exact(std::string_view text) const;
+    // CAS number of a substance that the file of synonyms has under this name or number and the database
+    // lacks; empty when there is none.
+    std::string_view missing_casrn(std::string_view text) const;
 
  private:
     struct Entry {
@@ -90,8 +101,9 @@ class NameIndex {
     }
     std::string_view text_of(const Entry& e) const { return {texts_.data() + e.text, e.text_length}; }
     NameHit hit_of(const Entry& e, NameMatch match, int apart = 0) const {
-        return {e.index, e.kind, match, text_of(e), apart};
+        return {.index = e.index, .kind = e.kind, .match = match, .name = text_of(e), .apart = apart};
     }
+    const Entry* looked_up(std::string_view text) const;  // what FindSubstance ends with
     template <class Same>
     const Entry* first_of(const ExactNames& names, std::string_view text, Same same) const;
 

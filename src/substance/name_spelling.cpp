@@ -34,18 +34,21 @@ bool begins_word(std::string_view name, std::size_t at) {
                                : is_digit(name[at]) && !is_letter(before) && !is_digit(before);
 }
 
-void append(ComparedName& to, std::string_view letters, bool begins) {
+using Origin = ComparedName::Origin;
+
+void append(ComparedName& to, std::string_view letters, bool begins, Origin origin) {
     to.key += letters;
+    to.origins.insert(to.origins.end(), letters.size(), origin);
     to.begins.append(letters.size(), '\0');
     if (begins) to.begins[to.begins.size() - letters.size()] = '\1';
 }
 
 // "Me-" and "Et-" as words of their own are METHYL and ETHYL.
-void write_out_prefix(ComparedName& name) {
+void write_out_prefix(ComparedName& name, Origin hyphen) {
     const std::size_t n = name.key.size();
     if (n < 2 || name.begins[n - 2] == '\0') return;
-    if (name.key.ends_with("ME")) append(name, "THYL", false);
-    if (name.key.ends_with("ET")) append(name, "HYL", false);
+    if (name.key.ends_with("ME")) append(name, "THYL", false, hyphen);
+    if (name.key.ends_with("ET")) append(name, "HYL", false, hyphen);
 }
 
 // Capital letters and digits of a name, accents resolved.
@@ -53,18 +56,22 @@ ComparedName plain_letters(std::string_view name) {
     ComparedName plain;
     plain.key.reserve(name.size() + 2);
     plain.begins.reserve(name.size() + 2);
+    plain.origins.reserve(name.size() + 2);
     for (std::size_t at = 0; at < name.size(); ++at) {
         const char c = name[at];
-        if (c == '-') write_out_prefix(plain);
+        const auto origin = [at](std::size_t bytes) {
+            return Origin{static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(at + bytes)};
+        };
+        if (c == '-') write_out_prefix(plain, origin(1));
         if (is_mark(c)) continue;
         const bool begins = begins_word(name, at);
         const auto code = static_cast<unsigned char>(at + 1 < name.size() ? name[at + 1] : '\0');
         if (c == '\xC3' && code >= 0x80 && code <= 0xBF) {
-            append(plain, code == 0xBF ? "Y" : latin_letters[code & 0x1Fu], begins);
+            append(plain, code == 0xBF ? "Y" : latin_letters[code & 0x1Fu], begins, origin(2));
             ++at;
         } else {
             const char capital = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-            append(plain, {&capital, 1}, begins);
+            append(plain, {&capital, 1}, begins, origin(1));
         }
     }
     return plain;
@@ -93,15 +100,36 @@ ComparedName compared_name(std::string_view name) {
     while (at < plain.key.size() && stem_at(plain.key, at) == nullptr) ++at;
     if (at == plain.key.size()) return plain;
 
-    ComparedName spelled{plain.key.substr(0, at), plain.begins.substr(0, at)};
+    ComparedName spelled{plain.key.substr(0, at), plain.begins.substr(0, at), plain.origins};
+    spelled.origins.resize(at);
     while (at < plain.key.size()) {
         const Stem* stem = stem_at(plain.key, at);
         const std::string_view letters =
             stem == nullptr ? std::string_view(plain.key).substr(at, 1) : stem->to;
-        append(spelled, letters, plain.begins[at] != '\0');
-        at += stem == nullptr ? 1 : stem->from.size();
+        const std::size_t written = stem == nullptr ? 1 : stem->from.size();
+        // A stem that gets shorter loses its first letters: they belong to the first one that is left.
+        const std::size_t dropped = written - letters.size();
+        const std::size_t first = spelled.key.size();
+        append(spelled, letters, plain.begins[at] != '\0', {});
+        for (std::size_t i = 0; i < letters.size(); ++i)
+            spelled.origins[first + i] = plain.origins[at + dropped + i];
+        spelled.origins[first].begin = plain.origins[at].begin;
+        at += written;
     }
     return spelled;
+}
+
+TextPart part_of_name(std::string_view name, std::string_view key) {
+    const ComparedName compared = compared_name(name);
+    std::size_t found = key.empty() ? std::string::npos : compared.key.find(key);
+    for (std::size_t at = found; at != std::string::npos; at = compared.key.find(key, at + 1)) {
+        if (at != 0 && compared.begins[at] == '\0') continue;
+        found = at;
+        break;
+    }
+    if (found == std::string::npos) return {};
+    const std::size_t begin = compared.origins[found].begin;
+    return {begin, compared.origins[found + key.size() - 1].end - begin};
 }
 
 std::vector<std::string> unfinished_spellings(std::string_view key) {
