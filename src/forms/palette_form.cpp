@@ -5,12 +5,14 @@
 #include <tuple>
 
 #include "base/code_page.h"
+#include "substance/search.h"
 
 namespace quom {
 
 namespace {
 
 constexpr int NotFound = 3;
+const std::string SubstancePrefix = "substance:";
 
 bool is_word_letter(char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
@@ -46,8 +48,8 @@ Found find_word(std::string_view text, std::string_view word) {
     return best;
 }
 
-void add_mark(std::vector<PaletteMark>& marks, std::size_t at, std::size_t length) {
-    for (const PaletteMark& m : marks)
+void add_mark(std::vector<TextPart>& marks, std::size_t at, std::size_t length) {
+    for (const TextPart& m : marks)
         if (at < m.begin + m.length && m.begin < at + length) return;
     marks.push_back({at, length});
 }
@@ -66,13 +68,16 @@ struct Ranked {
 
 std::optional<Ranked> rank(const PaletteEntry& entry, const std::vector<std::string>& words) {
     Ranked ranked{.hit = {.entry = entry, .marks = {}, .detail_marks = {}}};
+    if (entry.found >= 0) {
+        ranked.place = entry.found;
+        if (entry.part.length > 0)
+            (entry.in_detail ? ranked.hit.detail_marks : ranked.hit.marks) = {entry.part};
+        return ranked;
+    }
     const std::string text = compared(entry.text), detail = compared(entry.detail);
     for (const std::string& word : words) {
         const Found in_text = find_word(text, word), in_detail = find_word(detail, word);
-        if (in_text.place == NotFound && in_detail.place == NotFound) {
-            if (entry.found >= 0) continue;
-            return std::nullopt;
-        }
+        if (in_text.place == NotFound && in_detail.place == NotFound) return std::nullopt;
         // The detail serves where the text does not hold the word.
         if (in_text.place != NotFound) {
             add_mark(ranked.hit.marks, in_text.at, word.size());
@@ -82,9 +87,8 @@ std::optional<Ranked> rank(const PaletteEntry& entry, const std::vector<std::str
             ranked.place += 1;
         }
     }
-    if (entry.found >= 0) ranked.place = entry.found;
-    for (std::vector<PaletteMark>* marks : {&ranked.hit.marks, &ranked.hit.detail_marks})
-        std::ranges::sort(*marks, {}, &PaletteMark::begin);
+    for (std::vector<TextPart>* marks : {&ranked.hit.marks, &ranked.hit.detail_marks})
+        std::ranges::sort(*marks, {}, &TextPart::begin);
     return ranked;
 }
 
@@ -115,6 +119,42 @@ std::vector<PaletteHit> palette_hits(const std::vector<PaletteEntry>& entries, s
     std::vector<PaletteHit> hits;
     for (Ranked& r : found) hits.push_back(std::move(r.hit));
     return hits;
+}
+
+std::vector<PaletteEntry> palette_substances(const DatabaseFile& file, const NameIndex& names,
+                                             std::string_view typed) {
+    std::vector<PaletteEntry> entries;
+    for (const NameHit& hit : names.find(typed)) {
+        if (entries.size() == PaletteSubstances) break;
+        const SubstanceRow& row = file.rows[static_cast<std::size_t>(hit.index) - 1];
+        const std::string name = main_name(row.SubstanceName);
+        const bool other = hit.kind != NameKind::main;
+        entries.push_back({.kind = PaletteKind::substance,
+                           .id = substance_id({name, row.SubstanceFormula, row.SubstanceCAS, file.path}),
+                           .text = name,
+                           .detail = other ? std::string(hit.name) : row.SubstanceFormula,
+                           .found = hit.match == NameMatch::inside ? 1 : 0,
+                           .part = hit.part,
+                           .in_detail = other});
+    }
+    return entries;
+}
+
+std::string substance_id(const RecentSubstance& s) {
+    return SubstancePrefix + s.name + '\t' + s.formula + '\t' + s.casrn + '\t' + s.database;
+}
+
+RecentSubstance substance_of_id(std::string_view id) {
+    if (!id.starts_with(SubstancePrefix)) return {};
+    id.remove_prefix(SubstancePrefix.size());
+    RecentSubstance s;
+    std::string* const fields[] = {&s.name, &s.formula, &s.casrn, &s.database};
+    for (std::string* field : fields) {
+        const std::size_t end = std::min(id.find('\t'), id.size());
+        *field = id.substr(0, end);
+        id.remove_prefix(std::min(end + 1, id.size()));
+    }
+    return s;
 }
 
 std::vector<std::string> with_used(std::vector<std::string> used, const std::string& id) {

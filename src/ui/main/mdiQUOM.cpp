@@ -13,9 +13,12 @@
 #include "session/data_diagnosis.h"
 #include "session/start_up.h"
 #include "ui/look/look.h"
+#include "ui/look/svg_icons.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
+#include "ui/main/palette.h"
+#include "ui/main/quick_keys.h"
 #include "ui/main/quick_start.h"
 #include "ui/main/start_page.h"
 #include "ui/main/status_panel.h"
@@ -63,9 +66,10 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
             &mdiQUOM::opening_calculation_menu);
     connect(menus_->menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_windows_menu);
-    menus_->action(QStringLiteral("mnuHilfe_Index"))->setShortcut(QKeySequence::HelpContents);
     build_toolbar();
     build_status_bar();
+    add_quick_keys(*this, *menus_);
+    palette_ = new Palette(*this, *menus_);
     const QSize available = screen()->availableSize();
     setMinimumSize(LeastSize.boundedTo(available));
     resize(FirstSize.boundedTo(available));
@@ -109,6 +113,10 @@ void mdiQUOM::build_toolbar() {
         0);
     diagnose_shown_ = toolbar->addWidget(cmdDatenDiagnose);
     add_space(0);
+    cmdFind = add_button(
+        "cmdFind", "Find  Ctrl+K", [](mdiQUOM& f, int) { f.toggle_palette(); }, 0);
+    cmdFind->setIcon(svg_icon(QStringLiteral("search")));
+    add_space(8);
     cmdErstnutzer = add_button("cmdErstnutzer", "First steps", show_help_topic, help_first_steps);
     toolbar->addWidget(cmdErstnutzer);
     add_space(8);
@@ -234,6 +242,13 @@ void mdiQUOM::unload_session_windows() {
 void mdiQUOM::show_help(int topic) {
     if (!help_) help_ = new HelpWindow(this);
     help_->show_topic(topic);
+}
+
+void mdiQUOM::toggle_palette() {
+    if (palette_->isVisible())
+        palette_->leave();
+    else
+        palette_->open();
 }
 
 void mdiQUOM::opening_calculation_menu() {

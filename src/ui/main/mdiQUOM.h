@@ -15,6 +15,7 @@ namespace quom {
 class Dialogs;
 class HelpWindow;
 class MdiArea;
+class Palette;
 class StartPage;
 class TrafficLights;
 class mdiMenus;
@@ -61,11 +62,14 @@ class mdiQUOM : public QMainWindow {
     void unload_calculation_windows();
 
     void show_help(int topic);
+    // Opens the search over everything, or closes it.
+    void toggle_palette();
 
     MdiArea* area = nullptr;
     StartPage* start_page = nullptr;
     TrafficLights* txtAmpel = nullptr;
     QPushButton* cmdDatenDiagnose = nullptr;
+    QPushButton* cmdFind = nullptr;
     QPushButton* cmdErstnutzer = nullptr;
     QPushButton* cmdRechenUebung = nullptr;
     StatusPanel* panels[4] = {};  // of StatusBar1
@@ -85,6 +89,7 @@ class mdiQUOM : public QMainWindow {
     std::unique_ptr<Dialogs> dialogs_;
     std::unique_ptr<mdiMenus> menus_;
     HelpWindow* help_ = nullptr;
+    Palette* palette_ = nullptr;
     QAction* diagnose_shown_ = nullptr;
 };
 

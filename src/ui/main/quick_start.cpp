@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "base/files.h"
+#include "forms/palette_form.h"
 #include "forms/refusal.h"
 #include "forms/shell.h"
 #include "session/program_path.h"
@@ -50,20 +51,17 @@ std::string starter_path(mdiQUOM& frame) {
 
 std::vector<RecentSubstance> recent_substances(const UiMemory& memory) {
     std::vector<RecentSubstance> list;
-    for (const QString& line : memory.value(RecentKey).toStringList()) {
-        const QStringList parts = line.split(QLatin1Char('\t'));
-        if (parts.size() == 4)
-            list.push_back({parts[0].toStdString(), parts[1].toStdString(), parts[2].toStdString(),
-                            parts[3].toStdString()});
-    }
+    for (const QString& line : memory.value(RecentKey).toStringList())
+        if (RecentSubstance recent = substance_of_id(line.toStdString()); !recent.name.empty())
+            list.push_back(std::move(recent));
     return list;
 }
 
 void remember_substance(Workbench& bench) {
     QStringList lines;
-    for (const RecentSubstance& r :
+    for (const RecentSubstance& recent :
          with_recent(recent_substances(bench.memory), substance_in_force(bench.session)))
-        lines << QString::fromStdString(r.name + '\t' + r.formula + '\t' + r.casrn + '\t' + r.database);
+        lines << QString::fromStdString(substance_id(recent));
     bench.memory.set(RecentKey, lines);
 }
 

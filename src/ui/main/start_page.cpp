@@ -84,10 +84,9 @@ QSize StartRowButton::sizeHint() const {
     const QFontMetrics head(head_font());
     const int height = second_.isEmpty() ? std::max(26, fontMetrics().height() + 10)
                                          : head.height() + fontMetrics().height() + 12;
-    const int text =
-        second_.isEmpty() ? fontMetrics().horizontalAdvance(text()) : head.horizontalAdvance(text());
+    const QFontMetrics metrics = second_.isEmpty() ? fontMetrics() : head;
     const int right = right_.isEmpty() ? 0 : fontMetrics().horizontalAdvance(right_) + Gap;
-    return {RowInset + 24 + IconGap + text + right + RowInset, height};
+    return {RowInset + 24 + IconGap + metrics.horizontalAdvance(text()) + right + RowInset, height};
 }
 
 void StartRowButton::paintEvent(QPaintEvent*) {
