@@ -38,8 +38,8 @@ void not_yet_available(QWidget* control) {
     control->setToolTip(QStringLiteral("not yet available"));
 }
 
-void show_help_of(QWidget* window, int topic) {
-    if (mdiQUOM* frame = frame_of(window)) frame->show_help(topic);
+void show_help_of(QWidget* window) {
+    if (mdiQUOM* frame = frame_of(window)) frame->show_help(window_row(window->objectName()).help);
 }
 
 }  // namespace quom

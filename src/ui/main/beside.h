@@ -22,7 +22,7 @@ void drop_window(QWidget* window);
 // What stands in for a control whose time has not come.
 void not_yet_available(QWidget* control);
 
-// Shows a help topic of the main window around it.
-void show_help_of(QWidget* window, int topic);
+// Shows the page of a window in the main window around it.
+void show_help_of(QWidget* window);
 
 }  // namespace quom

@@ -23,6 +23,7 @@
 #include "ui/main/start_page.h"
 #include "ui/main/status_panel.h"
 #include "ui/main/traffic_lights.h"
+#include "ui/main/window_table.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/window_keys.h"
@@ -33,15 +34,6 @@ namespace quom {
 namespace {
 
 constexpr QSize FirstSize(1280, 820), LeastSize(960, 640);
-
-// Input and output windows of calculations.
-constexpr const char* CalculationWindows[] = {
-    "frmParinput",           "frmCalcIn",       "frmBParInput",        "frmIsoCalc", "frmKessel",
-    "frmInputProzessLinien", "frmCEOSDiagnose", "frmPictureSuperCrit", "frmQCalcOut"};
-// Windows that belong to a substance, in the order in which they go.
-constexpr const char* SubstanceWindows[] = {"frmQBankEdit",    "frmQModell",  "frmQFitting",
-                                            "frmTpVSInputBox", "frmQGraph2D", "frmGraph3D",
-                                            "frmTpRhoEdit",    "frmQXYEdit",  "frmQTextEdit"};
 
 }  // namespace
 
@@ -230,13 +222,10 @@ void mdiQUOM::unload(const char* name) {
     sub->deleteLater();  // the window goes with it; it may be the one whose button was pressed
 }
 
-void mdiQUOM::unload_calculation_windows() {
-    for (const char* name : CalculationWindows) unload(name);
-}
-
-void mdiQUOM::unload_session_windows() {
-    for (const char* name : SubstanceWindows) unload(name);
-    unload_calculation_windows();
+void mdiQUOM::unload_windows(Lifetime longest) {
+    for (const Lifetime lifetime : {Lifetime::database, Lifetime::substance, Lifetime::calculation})
+        for (const WindowRow& row : window_rows())
+            if (row.lifetime == lifetime && lifetime <= longest) unload(row.name);
 }
 
 void mdiQUOM::show_help(int topic) {
@@ -255,7 +244,7 @@ void mdiQUOM::opening_calculation_menu() {
     quom::opening_calculation_menu(session(), bench_->messages());
     menus_->action(QStringLiteral("mnuCalc_18"))
         ->setText(QString::fromStdString(std::string(virial_menu_caption(session()))));
-    unload_calculation_windows();
+    unload_windows(Lifetime::calculation);
 }
 
 void mdiQUOM::opening_windows_menu() {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "forms/shell.h"
+#include "ui/main/window_table.h"
 #include "ui/main/workbench.h"
 
 class QMdiSubWindow;
@@ -56,10 +57,11 @@ class mdiQUOM : public QMainWindow {
     }
     // Closes and forgets a window.
     void unload(const char* name);
-    // Unloads all windows that belong to a substance. The session itself is reset by ResetSession.
-    void unload_session_windows();
-    // Unloads the input and output windows of calculations.
-    void unload_calculation_windows();
+    // Unloads the windows that live no longer than that: those of a calculation, of the substance, of the
+    // database. The session itself is reset by ResetSession.
+    void unload_windows(Lifetime longest);
+    void unload_session_windows() { unload_windows(Lifetime::substance); }
+    void unload_calculation_windows() { unload_windows(Lifetime::calculation); }
 
     void show_help(int topic);
     // Opens the search over everything, or closes it.

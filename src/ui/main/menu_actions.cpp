@@ -48,7 +48,6 @@ void select_substance(mdiQUOM& frame, int) { frmQStoffWahl::open(frame); }
 void take_substance(mdiQUOM& frame, int index) {
     if (index < 1) return;
     frame.unload_session_windows();
-    frame.unload(frmQTextEdit::Name);
     Workbench& bench = frame.bench();
     confirm_substance(bench.session, index, bench.messages());
     bench.announce({.substance = true});

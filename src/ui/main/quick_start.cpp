@@ -16,7 +16,6 @@
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQCalcOut.h"
 #include "ui/windows/frmQModell.h"
-#include "ui/windows/frmQStoffWahl.h"
 
 namespace quom {
 
@@ -67,8 +66,7 @@ void remember_substance(Workbench& bench) {
 
 bool use_database(mdiQUOM& frame, int kind, const std::string& path) {
     if (!open_picked_database(frame.session(), kind, path, frame.bench().messages())) return false;
-    frame.unload_session_windows();
-    frame.unload(frmQStoffWahl::Name);
+    frame.unload_windows(Lifetime::database);
     frame.refresh();
     return true;
 }

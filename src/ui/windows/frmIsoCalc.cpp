@@ -20,8 +20,6 @@ namespace quom {
 
 namespace {
 
-constexpr int HelpTopic = 80;
-
 QString text_of(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -148,7 +146,7 @@ void frmIsoCalc::connect_controls() {
     connect(cmdCalc, &QPushButton::clicked, this, [this] { calculate(); });
     connect(cmdReset, &QPushButton::clicked, this, [this] { reset(); });
     connect(cmdEsc, &QPushButton::clicked, this, [this] { drop_window(this); });
-    connect(cmdIsoHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this, HelpTopic); });
+    connect(cmdIsoHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this); });
     txtFuConst->press_on_enter(cmdCalc);
     connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
         // The value of the function would be one of the former unit or reference state.

@@ -16,12 +16,6 @@
 
 namespace quom {
 
-namespace {
-
-constexpr int HelpTopic = 81;
-
-}  // namespace
-
 frmKessel::frmKessel(Workbench& bench, QWidget* parent)
     : QWidget(parent),
       picTank(named(new TankPicture(this), "picTank", QStringLiteral("Tank"))),
@@ -52,7 +46,7 @@ frmKessel::frmKessel(Workbench& bench, QWidget* parent)
         policy.setRetainSizeWhenHidden(true);
         row->setSizePolicy(policy);
     }
-    connect(cmdTankHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this, HelpTopic); });
+    connect(cmdTankHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this); });
     refresh();
 }
 

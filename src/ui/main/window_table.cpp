@@ -1,0 +1,45 @@
+#include "ui/main/window_table.h"
+
+namespace quom {
+
+namespace {
+
+constexpr WindowRow Rows[] = {
+    // name, lifetime, part, topic of help
+    {"frmParinput", Lifetime::calculation, Part::input, 82},
+    {"frmCalcIn", Lifetime::calculation, Part::none, 50},
+    {"frmBParInput", Lifetime::calculation, Part::none, 24},
+    {"frmIsoCalc", Lifetime::calculation, Part::beside_result, 80},
+    {"frmKessel", Lifetime::calculation, Part::beside_result, 81},
+    {"frmInputProzessLinien", Lifetime::calculation, Part::none, 0},
+    {"frmCEOSDiagnose", Lifetime::calculation, Part::beside_result, 83},
+    {"frmPictureSuperCrit", Lifetime::calculation, Part::beside_result, 83},
+    {"frmQCalcOut", Lifetime::calculation, Part::result, 83},
+    {"frmQBankEdit", Lifetime::substance, Part::none, 0},
+    {"frmQModell", Lifetime::substance, Part::models, 50},
+    {"frmQFitting", Lifetime::substance, Part::none, 0},
+    {"frmTpVSInputBox", Lifetime::substance, Part::none, 0},
+    {"frmQGraph2D", Lifetime::substance, Part::none, 0},
+    {"frmGraph3D", Lifetime::substance, Part::none, 0},
+    {"frmTpRhoEdit", Lifetime::substance, Part::none, 0},
+    {"frmQXYEdit", Lifetime::substance, Part::none, 0},
+    {"frmQTextEdit", Lifetime::substance, Part::none, 20},
+    {"frmQStoffWahl", Lifetime::database, Part::none, 10},
+    {"frmReferenz", Lifetime::program, Part::none, 84},
+    {"frmQOptions", Lifetime::program, Part::none, 85},
+    {"help_window", Lifetime::program, Part::none, 0},
+    {"mdiQUOM", Lifetime::program, Part::none, 2},
+};
+constexpr WindowRow Unknown = {"", Lifetime::program, Part::none, 0};
+
+}  // namespace
+
+std::span<const WindowRow> window_rows() { return Rows; }
+
+const WindowRow& window_row(QStringView name) {
+    for (const WindowRow& row : Rows)
+        if (name == QLatin1String(row.name)) return row;
+    return Unknown;
+}
+
+}  // namespace quom

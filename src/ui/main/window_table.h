@@ -1,0 +1,28 @@
+// The windows of the program in one table: how long each stays, where it opens, and its page of the help.
+#pragma once
+#include <QStringView>
+#include <span>
+
+namespace quom {
+
+// What a window belongs to. One of a calculation goes with its substance too, one of a substance with its
+// database.
+enum class Lifetime { calculation, substance, database, program };
+
+// Its part among the windows of a calculation.
+enum class Part { none, models, input, result, beside_result };
+
+struct WindowRow {
+    const char* name;  // object name
+    Lifetime lifetime;
+    Part part;
+    int help;  // topic; 0 is the index
+};
+
+// In the order in which windows of one lifetime close.
+std::span<const WindowRow> window_rows();
+
+// The row of an object name; of a name that is not there that of a window of the program with no part.
+const WindowRow& window_row(QStringView name);
+
+}  // namespace quom
