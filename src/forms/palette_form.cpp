@@ -63,6 +63,7 @@ std::string compared(std::string_view text) {
 struct Ranked {
     PaletteHit hit;
     int place = 0;
+    bool in_order = true;  // the words stand as they were typed
     std::size_t used = 0, order = 0;
 };
 
@@ -75,6 +76,7 @@ std::optional<Ranked> rank(const PaletteEntry& entry, const std::vector<std::str
         return ranked;
     }
     const std::string text = compared(entry.text), detail = compared(entry.detail);
+    std::size_t behind = 0;
     for (const std::string& word : words) {
         const Found in_text = find_word(text, word), in_detail = find_word(detail, word);
         if (in_text.place == NotFound && in_detail.place == NotFound) return std::nullopt;
@@ -82,6 +84,8 @@ std::optional<Ranked> rank(const PaletteEntry& entry, const std::vector<std::str
         if (in_text.place != NotFound) {
             add_mark(ranked.hit.marks, in_text.at, word.size());
             ranked.place += in_text.place;
+            ranked.in_order = ranked.in_order && in_text.at >= behind;
+            behind = in_text.at + word.size();
         } else {
             add_mark(ranked.hit.detail_marks, in_detail.at, word.size());
             ranked.place += 1;
@@ -114,7 +118,8 @@ std::vector<PaletteHit> palette_hits(const std::vector<PaletteEntry>& entries, s
         found.push_back(std::move(*ranked));
     }
     std::ranges::sort(found, {}, [](const Ranked& r) {
-        return std::tuple(r.place, !r.hit.entry.reason.empty(), r.used, r.hit.entry.kind, r.order);
+        return std::tuple(r.place, !r.hit.entry.reason.empty(), !r.in_order, r.used, r.hit.entry.kind,
+                          r.order);
     });
     std::vector<PaletteHit> hits;
     for (Ranked& r : found) hits.push_back(std::move(r.hit));

@@ -36,8 +36,9 @@ struct PaletteHit {
 inline constexpr std::size_t PaletteRows = 10, PaletteRemembered = 8, PaletteSubstances = 4;
 
 // Entries that hold every word that is typed, in any order and any case of letters. Words at the beginning of
-// a word come before those inside of one; then what can run before what cannot, what was used last (used:
-// identities, last first), the kind, the order given. Nothing typed: the entries used last.
+// a word come before those inside of one; then what can run before what cannot, words in the order typed,
+// what was used last (used: identities, last first), the kind, the order given. Nothing typed: the entries
+// used last.
 std::vector<PaletteHit> palette_hits(const std::vector<PaletteEntry>& entries, std::string_view typed,
                                      const std::vector<std::string>& used);
 

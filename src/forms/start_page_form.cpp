@@ -29,7 +29,7 @@ constexpr ExampleValue TankValues[] = {
     {BoxValue::tank_V, "1"}, {BoxValue::tank_m, "20"}, {BoxValue::T, "300"}};
 constexpr Example Examples[] = {
     {"A state: propane at 350 K and 1000 kPa", "density, h, s and all other functions", "calculate",
-     "74-98-6", Mode::T_p, StateValues},
+     "74-98-6", Mode::functions, StateValues},
     {"Boiling: water at 101.325 kPa", "T(LV), both densities, delta(LV)h", "calculate", "7732-18-5",
      Mode::equilibrium_p, BoilingValues},
     {"A tank: 20 kg of ammonia in 1 m^3 at 300 K", "pressure and shares of L and V", "tank", "7664-41-7",

@@ -30,8 +30,9 @@ class PaletteTest : public WindowDriver {
         EXPECT_TRUE(QTest::qWaitForWindowActive(&frame));
     }
     static void key(Qt::Key key, Qt::KeyboardModifiers with = {}) {
-        ASSERT_TRUE(QApplication::focusWidget());
-        QTest::keyClick(QApplication::focusWidget(), key, with);
+        QWidget* focus = QApplication::focusWidget();
+        ASSERT_TRUE(focus || QApplication::activeWindow());
+        QTest::keyClick(focus ? focus : QApplication::activeWindow(), key, with);
     }
     void find(const char* text) {
         key(Qt::Key_K, Qt::ControlModifier);
@@ -66,11 +67,6 @@ TEST_F(PaletteTest, a_german_name_at_the_start_opens_database_substance_and_mode
 }
 
 TEST_F(PaletteTest, what_cannot_run_says_why_and_is_passed) {
-    find("vapor heat");
-    bool any = false;
-    for (int row = 0; row < rows(); ++row) any |= at(row).flags() & Qt::ItemIsEnabled;
-    EXPECT_TRUE(any);  // a page of the help
-    key(Qt::Key_Escape);
     find("Heat of vaporization: T");
     ASSERT_GE(rows(), 1);
     EXPECT_THAT(description(0), HasSubstr("first open a database"));

@@ -192,7 +192,7 @@ TEST_F(StartPageTest, nothing_is_squeezed_at_any_size_of_font_and_frame) {
                 EXPECT_LT(right.x(), frame.start_page->viewport()->width());
                 if (row->width() >= row->sizeHint().width()) ++within;
             }
-            EXPECT_GE(within, points < 10 ? 7 : 5) << points << " " << size.width();
+            EXPECT_EQ(within, 7) << points << " " << size.width();
         }
     }
     QApplication::setFont(usual);

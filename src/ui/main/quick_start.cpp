@@ -14,7 +14,6 @@
 #include "ui/widgets/number_box.h"
 #include "ui/windows/frmCalcIn.h"
 #include "ui/windows/frmParinput.h"
-#include "ui/windows/frmQCalcOut.h"
 #include "ui/windows/frmQModell.h"
 
 namespace quom {
@@ -31,15 +30,15 @@ bool press(const QWidget* window, const char* name) {
     return true;
 }
 
-bool type_values(mdiQUOM& frame, const Example& example) {
+void type_values(mdiQUOM& frame, const Example& example) {
     auto* input = frame.child<frmParinput>();
-    if (!input) return false;
+    if (!input) return;
     const InputForm form = input_form(frame.bench().document(), input_kind(example.mode), {});
     for (std::size_t i = 0; i < form.par.size(); ++i)
         for (const ExampleValue& value : example.values)
             if (value.box == form.par[i].value)
                 input->par[i]->setText(QString::fromUtf8(value.text.data(), qsizetype(value.text.size())));
-    return press(input, "cmdParameter_OK");
+    press(input, "cmdParameter_OK");
 }
 
 std::string starter_path(mdiQUOM& frame) {
@@ -94,11 +93,7 @@ void run_example(mdiQUOM& frame, const Example& example) {
     if (!press(frame.child<frmQModell>(), "cmdOKModell")) return;
     start_calculation(frame, static_cast<int>(example.mode));
     if (auto* selection = frame.child<frmCalcIn>()) press(selection, "OK");
-    if (!type_values(frame, example)) return;
-    if (auto* result = frame.child<frmQCalcOut>())
-        if (auto* functions = result->findChild<QAbstractButton*>(QStringLiteral("chkUHS"));
-            functions && functions->isEnabled() && !functions->isChecked())
-            functions->click();
+    type_values(frame, example);
 }
 
 }  // namespace quom

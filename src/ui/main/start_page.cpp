@@ -219,9 +219,9 @@ void StartPage::build(const StartPageForm& form) {
 
 QWidget* StartPage::make_cards(const StartPageForm& form) {
     auto* pair = new QWidget;
-    auto* row = new QHBoxLayout(pair);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(Gap);
+    cards_ = new QBoxLayout(QBoxLayout::LeftToRight, pair);
+    cards_->setContentsMargins(0, 0, 0, 0);
+    cards_->setSpacing(Gap);
     int number = 0;
     const auto fill = [&](StartCardFrame* frame, const StartCard& card) {
         frame->add_head(QString::fromStdString(card.head));
@@ -239,7 +239,7 @@ QWidget* StartPage::make_cards(const StartPageForm& form) {
     for (StartCardFrame* frame : {left, right}) {
         frame->column->addStretch();
         frame->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        row->addWidget(frame, 1);
+        cards_->addWidget(frame, 1);
     }
     return pair;
 }
@@ -265,7 +265,16 @@ void StartPage::run(const StartRow& row) {
     }
 }
 
-void StartPage::cover_area() { setGeometry(area_->contentsRect()); }
+void StartPage::cover_area() {
+    setGeometry(area_->contentsRect());
+    if (!widget()) return;
+    int widest = 0;
+    for (const auto* row : findChildren<StartRowButton*>())
+        widest = std::max(widest, row->sizeHint().width());
+    const int column = std::min(width() - 2 * SideMargin, text_width(*this, ColumnDigits));
+    const bool beside = 2 * (widest + 12) + Gap <= column;
+    cards_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+}
 
 // Windows of the area come, are shown, are hidden and go.
 bool StartPage::eventFilter(QObject* watched, QEvent* event) {
@@ -288,6 +297,7 @@ void StartPage::changeEvent(QEvent* event) {
         (event->type() != QEvent::ApplicationPaletteChange && event->type() != QEvent::FontChange))
         return;
     build(StartPageForm(form_));
+    cover_area();
 }
 
 }  // namespace quom

@@ -7,6 +7,7 @@
 
 #include "forms/start_page_form.h"
 
+class QBoxLayout;
 class QMdiArea;
 
 namespace quom {
@@ -53,6 +54,7 @@ class StartPage : public QScrollArea {
 
     mdiQUOM& frame_;
     QMdiArea* area_;
+    QBoxLayout* cards_ = nullptr;  // side by side, or below each other where the width is short
     StartPageForm form_;
 };
 

@@ -1,5 +1,6 @@
 #include "ui/windows/help_window.h"
 
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -206,6 +207,11 @@ bool HelpWindow::search_key(int key) {
         default:
             return false;
     }
+}
+
+void HelpWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    hide();
 }
 
 bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {
