@@ -202,6 +202,14 @@ ModelOk confirm_models(Session& session, const ModelForm& form, Messages& messag
     return ok;
 }
 
+std::string next_step(const Session& session) {
+    if (!session.shell.ModelsConfirmed) return "next: OK puts these models in force";
+    if (!has_critical_data(session.substance()))
+        return "next: choose what to calculate in the menu \"Calculation...\"; without T(cr) and p(cr) it is "
+               "the ideal gas only";
+    return "next: choose what to calculate in the menu \"Calculation...\", for example a state at T and p";
+}
+
 void unconfirm_models(Session& session) {
     session.shell.ModelsConfirmed = false;
     session.shell.ModelStatus.clear();

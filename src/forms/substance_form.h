@@ -19,9 +19,24 @@ Message substance_not_readable();
 // "Select a substance (in total  496)".
 std::string substance_caption(const DatabaseFile& file);
 
-// Indices (1-based) of the rows that the text is found in, best first; where it is in none, of those with a
-// close spelling. Empty for an empty text, and when there is neither: the list shows all rows then.
-std::vector<int> filtered_rows(const NameIndex& names, std::string_view text);
+// One row of the list and what it was found by.
+struct FoundSubstance {
+    int index = 0;      // 1-based
+    TextPart part{};    // of the line of the list that the typed text stands for; none: not in the line
+    std::string kind{};   // of what was found instead: "german", "synonym", "CAS"; empty when the line tells
+    std::string found{};  // that text as it is written
+    TextPart found_part{};  // of found; none of a close spelling
+};
+// What the window shows for a text that is being typed.
+struct SubstanceSearch {
+    std::vector<FoundSubstance> rows;  // best first; of an empty text all in their order
+    bool filtered = false;             // the text is not empty
+    bool sure = true;    // the first row is what the text names; else none is to be taken unseen
+    std::string count;   // "11 of 496, best first"; empty when nothing was found or typed
+    std::string notice;  // why nothing was found, and what may help, in lines
+};
+SubstanceSearch search_substances(const DatabaseFile& file, const NameIndex& names, bool Englisch,
+                                  std::string_view text);
 
 // What the boxes tell of a row.
 struct SubstanceBoxes {
@@ -31,6 +46,7 @@ struct SubstanceBoxes {
     std::string Text2;      // structure with its label; empty for a database of kind 6
     bool has_structure = false;
 };
+// Index 0: the labels alone.
 SubstanceBoxes substance_boxes(const DatabaseFile& file, int index);
 
 // What of a row's data is an estimate, a fit or extrapolated: in one line, and one sentence a set.
@@ -38,10 +54,5 @@ struct SubstanceRemarks {
     std::string line, sentences;
 };
 SubstanceRemarks substance_remarks(const Session& session, int index);
-
-// FindSubstance on a typed text, else the one substance that the text names in another spelling or by its
-// formula; the user is told when nothing is found. The row marked is the session's.
-SubstanceHit look_up_substance(const Session& session, const NameIndex& names, std::string_view text,
-                               Messages& messages);
 
 }  // namespace quom

@@ -60,7 +60,12 @@ SystemNoEntry enter_system_no(const DatabaseFile& file, std::string_view text, i
 
 std::string substance_list_line(int index, const SubstanceRow& row) {
     return text_padded(std::to_string(index), 6) + text_padded(row.SubstanceFormula, 12) + " " +
-           text_padded(row.SubstanceName, 107);
+           text_padded(row.SubstanceName, LineNameLength);
+}
+
+SubstanceLinePlaces substance_line_places(int index, const SubstanceRow& row) {
+    const std::size_t formula = text_padded(std::to_string(index), 6).size();
+    return {formula, formula + text_padded(row.SubstanceFormula, 12).size() + 1};
 }
 
 void NameMemory::add(std::string name) {

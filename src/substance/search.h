@@ -39,6 +39,12 @@ std::string main_name(std::string_view SubstanceName);
 // The list of substances: its header, and the line of row index (1-based).
 inline constexpr const char* SubstanceListHeader = " ser. #     Formula                  Name of substance";
 std::string substance_list_line(int index, const SubstanceRow& row);
+// Where the line shows formula and name, in bytes.
+struct SubstanceLinePlaces {
+    std::size_t formula = 0, name = 0;
+};
+SubstanceLinePlaces substance_line_places(int index, const SubstanceRow& row);
+inline constexpr std::size_t LineNameLength = 107;  // characters of the name in the line
 
 // The names looked up last, at most eight, oldest first; a name that is there already is not added again.
 class NameMemory {

@@ -3,15 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "session/substance_names.h"
 #include "substance/synonyms.h"
-#include "support/queued_messages.h"
+#include "substance/substance_support.h"
 #include "support/starter_session.h"
 
 namespace quom {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::Pair;
 
 TEST(SubstanceForm, boxes_tell_of_the_row) {
     const Session s = test::starter_session();
@@ -22,6 +20,7 @@ TEST(SubstanceForm, boxes_tell_of_the_row) {
     EXPECT_TRUE(boxes.Text2.starts_with("structure: "));
     EXPECT_EQ(FindSystemNo(s.database, std::stoi(boxes.Text1)), index);
     EXPECT_EQ(substance_boxes(s.database, 0).NameCombo, "");
+    EXPECT_EQ(substance_boxes(s.database, 0).tex4, "CAS-RN:   ");
     EXPECT_EQ(substance_boxes(s.database, 100000).NameCombo, "");
     EXPECT_EQ(substance_caption(s.database), "Select a substance (in total  496)");
 }
@@ -36,31 +35,107 @@ TEST(SubstanceForm, remarks_tell_what_is_no_printed_figure) {
     EXPECT_EQ(substance_remarks(s, 0).line, "");
 }
 
-TEST(SubstanceForm, the_filter_shows_rows_that_hold_the_text) {
-    const Session s = test::starter_session();
-    const NameIndex names(s.database, read_synonym_file(s.ProgramPath).bytes);
-    EXPECT_TRUE(filtered_rows(names, "").empty());
-    EXPECT_TRUE(filtered_rows(names, "no such thing").empty());
-    EXPECT_THAT(filtered_rows(names, "64-17-5"), ElementsAre(FindCAS(s.database, test::ethanol)));
-    EXPECT_EQ(filtered_rows(names, "BUTAN").front(), FindCAS(s.database, "106-97-8"));
-    EXPECT_EQ(filtered_rows(names, "Äthanol").front(), FindCAS(s.database, test::ethanol));
-    EXPECT_EQ(filtered_rows(names, "Etanol").front(), FindCAS(s.database, test::ethanol))
-        << "a close spelling";
+// The part of the line that is marked, and what stands at its right end with its match in brackets.
+struct Shown {
+    std::string name, in_line, beside;
+};
+class SubstanceSearching : public ::testing::Test {
+ protected:
+    SubstanceSearch search(const char* text) {
+        return search_substances(s.database, substance_names(s).index, true, text);
+    }
+    Shown shown(const FoundSubstance& row) const {
+        const SubstanceRow& of = s.database.rows.at(static_cast<std::size_t>(row.index) - 1);
+        Shown shown{main_name(of.SubstanceName),
+                    substance_list_line(row.index, of).substr(row.part.begin, row.part.length), row.found};
+        if (row.found.empty()) return shown;
+        shown.beside.insert(row.found_part.begin + row.found_part.length, "]");
+        shown.beside.insert(row.found_part.begin, row.kind + " [");
+        return shown;
+    }
+    std::vector<Shown> found(const char* text) {
+        std::vector<Shown> all;
+        for (const FoundSubstance& row : search(text).rows) all.push_back(shown(row));
+        return all;
+    }
+    Session s = test::starter_session();
+};
+
+TEST_F(SubstanceSearching, matches_are_told_in_the_line_or_beside_it) {
+    const struct {
+        const char *typed, *name, *in_line, *beside;
+    } best[] = {
+        {"isobut", "Isobutane", "Isobut", ""},
+        {"wasser", "Water", "", "german [Wasser]"},
+        {"74-98", "Propane", "", "CAS [74-98]-6"},
+        {"c3h8", "Propane", "C3H8", ""},
+        {"2-Methylprop", "Isobutane", "2-Methylprop", ""},
+        {"Äthanol", "Ethanol", "Ethanol", ""},
+        {"essigsaeure", "Acetic acid", "", "german [Essigsäure]"},
+        {"CH3OH", "Methanol", "CH4O", ""},
+        {"zykl", "Cyclo", "Cycl", ""},  // on its way to ZYKLO
+    };
+    for (const auto& row : best) {
+        const std::vector<Shown> rows = found(row.typed);
+        ASSERT_FALSE(rows.empty()) << row.typed;
+        EXPECT_THAT(rows[0].name, testing::StartsWith(row.name)) << row.typed;
+        EXPECT_EQ(rows[0].in_line, row.in_line) << row.typed;
+        EXPECT_THAT(rows[0].beside, testing::StartsWith(row.beside)) << row.typed;
+    }
+    // Every row of a text shows the match once.
+    for (const Shown& row : found("isobut")) {
+        EXPECT_NE(row.in_line.empty(), row.beside.empty()) << row.name;
+        EXPECT_THAT(row.in_line + row.beside, testing::ContainsRegex("[Ii]sobut")) << row.name;
+    }
 }
 
-TEST(SubstanceForm, what_is_not_found_is_told_and_keeps_the_row) {
-    QueuedMessages user;
-    Session s = test::starter_session();
-    s.StoffIndex = 7;
-    const NameIndex names(s.database, read_synonym_file(s.ProgramPath).bytes);
-    for (const char* nothing : {"no such thing", "Etanol", "C4H10"})
-        EXPECT_EQ(look_up_substance(s, names, nothing, user).index, 7) << "no guess is taken";
-    EXPECT_EQ(look_up_substance(s, names, "CO2", user).index, FindCAS(s.database, "124-38-9"));
-    EXPECT_THAT(user.take(),
-                testing::AllOf(testing::SizeIs(3),
-                               testing::Each(Pair("ERROR: Selection of a substance", "Nothing found."))));
-    EXPECT_TRUE(look_up_substance(s, names, "Äthanol", user).found);
-    EXPECT_TRUE(user.take().empty());
+TEST_F(SubstanceSearching, counts_and_the_empty_text) {
+    const SubstanceSearch all = search("  ");
+    EXPECT_FALSE(all.filtered);
+    EXPECT_EQ(all.rows.size(), 496u);
+    EXPECT_EQ(all.rows[9].index, 10);
+    EXPECT_EQ(all.count + all.notice, "");
+    const SubstanceSearch water = search("wasser");
+    EXPECT_EQ(water.count, std::to_string(water.rows.size()) + " of 496, best first");
+    EXPECT_EQ(search("74-98-6").count, "1 of 496");
+    EXPECT_TRUE(water.sure && water.notice.empty());
+}
+
+TEST_F(SubstanceSearching, what_is_not_found_is_told_with_close_spellings) {
+    const SubstanceSearch guess = search("Etanol");
+    ASSERT_THAT(guess.rows.size(), testing::AllOf(testing::Ge(2u), testing::Le(5u)));
+    EXPECT_EQ(shown(guess.rows[0]).name, "Ethanol");
+    EXPECT_EQ(guess.rows[0].part.length, 0u);
+    EXPECT_FALSE(guess.sure);
+    EXPECT_EQ(guess.notice,
+              "Nothing found. No name, synonym, formula or CAS number contains \"Etanol\".\n"
+              "Did you mean one of these? <Down> goes to the list, <Enter> takes the marked one.");
+    for (const char* nothing : {"qqqqqqqq", "xq", "-"}) {
+        EXPECT_TRUE(search(nothing).rows.empty()) << nothing;
+        EXPECT_THAT(search(nothing).notice, testing::StartsWith("Nothing found.")) << nothing;
+        EXPECT_THAT(search(nothing).notice, testing::Not(testing::HasSubstr("mean"))) << nothing;
+    }
+    EXPECT_LT(search(std::string(5000, 'x').c_str()).notice.size(), 200u);
+}
+
+TEST_F(SubstanceSearching, a_substance_that_the_database_lacks_is_said) {
+    const test::Folder folder;
+    folder.write(SynonymFile,
+                 "99-99-9\r\n#X\r\nUNOBTAINIUM\r\nPROPAN\r\n\r\n7732-18-5\r\n#Water\r\nAQUA\r\n\r\nEND\r\n");
+    s.ProgramPath = folder.path();
+    for (const char* text : {"unobtainium", "99-99-9", "Propan"}) {
+        const SubstanceSearch lacking = search(text);
+        EXPECT_EQ(lacking.notice, "CASRN 99-99-9 This substance is not involved in the database ") << text;
+        EXPECT_FALSE(lacking.sure) << "another one is not taken in its place";
+    }
+    EXPECT_TRUE(search("unobtainium").rows.empty());
+    EXPECT_EQ(found("aqua").front().beside, "synonym [AQUA]");
+    // The names are those of the database until another one is loaded.
+    folder.write(SynonymFile, "END\r\n");
+    EXPECT_EQ(found("aqua").front().name, "Water");
+    ASSERT_EQ(LoadDatabase(s, 7, QUOM_STARTER_DATA "/quom.q07").err, 0);
+    EXPECT_FALSE(search("aqua").sure);
+    EXPECT_EQ(found("Propan").front().name, "Propane");
 }
 
 }  // namespace

@@ -154,6 +154,29 @@ TEST(NameSpelling, keys_and_beginnings_of_words) {
     EXPECT_THAT(unfinished_spellings("BENZ"), IsEmpty());
 }
 
+TEST(NameSpelling, parts_of_names_as_they_are_written) {
+    const struct {
+        const char *name, *typed, *part;
+    } rows[] = {
+        {"2-Methylpropane", "methylprop", "Methylprop"},
+        {"4-Methyl-2-pentanone", "4methyl2", "4-Methyl-2"},
+        {"Essigsäure", "saeu", "säu"},
+        {"Äthanol", "eth", "Äth"},
+        {"Aethanol", "ethan", "Aethan"},
+        {"Zyklohexan", "cyclo", "Zyklo"},
+        {"Phenyl-Me-keton", "methyl", "Me-"},
+        {"Butylbutan", "butan", "butan"},
+        {"Diethylamin, N-ethyl", "ethyl", "ethyl"},  // the word, not the "ethyl" inside before it
+        {"Water", "fire", ""},
+    };
+    for (const auto& row : rows) {
+        const TextPart part = part_of_name(row.name, compared_name(row.typed).key);
+        EXPECT_EQ(std::string(row.name).substr(part.begin, part.length), row.part) << row.name;
+    }
+    EXPECT_EQ(part_of_name("Diethylamin, N-ethyl", "ETHYL").begin, 15u);
+    EXPECT_EQ(part_of_name("Water", "").length, 0u);
+}
+
 TEST(Formulas, same_atoms) {
     for (const auto& [typed, hill] : {std::pair{"CH3OH", "CH4O"},
                                       {"Ca(OH)2", "CaH2O2"},
@@ -177,6 +200,13 @@ TEST(NameIndexOfRows, other_language_and_substances_that_are_not_there) {
     EXPECT_EQ(index.find("carbonic").front().kind, NameKind::further);
     EXPECT_THAT(index.find("unobtainium"), IsEmpty());
     EXPECT_EQ(index.exact("unobtainium"), 0);
+    EXPECT_EQ(index.missing_casrn("Unobtainium"), "99-99-9");
+    for (const char* known : {"cobaltum", "Cobalt", "no such thing", ""})
+        EXPECT_EQ(index.missing_casrn(known), "") << known;
+    // Distance 4 of 14 letters; one digit of a CAS number.
+    EXPECT_EQ(index.near("kerbin monixide", 5).front().index, 1);
+    EXPECT_EQ(index.near("630-08-1", 5).front().index, 1);
+    EXPECT_THAT(index.near("630-18-1", 5), IsEmpty());
     EXPECT_EQ(index.exact("cobaltum"), 2);
     EXPECT_EQ(index.named("co").size(), 2u);
     EXPECT_EQ(index.named("CO").front().index, 1);

@@ -26,6 +26,7 @@
 #include "ui/main/window_table.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/widgets/labels.h"
+#include "ui/widgets/wheel_focus.h"
 #include "ui/widgets/window_keys.h"
 #include "ui/windows/help_window.h"
 
@@ -46,6 +47,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     setWindowTitle(
         QStringLiteral("QUOM-6   Thermodynamic Calculations of States and Processes for Pure Substances"));
     session().ProgramPath = std::move(ProgramPath);
+    new WheelFocus(this);
     connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
     connect(bench_.get(), &Workbench::changed, this, [this](const Changes& changes) {
         if (changes.substance) remember_substance(*bench_);

@@ -72,9 +72,7 @@ constexpr Step Steps[] = {
              f.refresh();
              select_substance(f, 0);
              if (auto* w = f.child<frmQStoffWahl>()) {
-                 w->NameCombo->setEditText(
-                     QStringLiteral("prop"));  // the list is filtered while a name is typed
-                 Q_EMIT w->NameCombo->lineEdit()->textEdited(w->NameCombo->currentText());
+                 w->NameCombo->setEditText(QStringLiteral("prop"));  // the list shows what it is found in
              }
          }
      }},

@@ -1,13 +1,15 @@
 #include "ui/windows/frmQModell.h"
 
-#include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "base/number_text.h"
 #include "forms/model_form.h"
@@ -22,20 +24,20 @@ namespace quom {
 
 namespace {
 
-void show_list(QComboBox* box, const ModelList& list) {
+void show_list(ChoiceBox* box, const ModelList& list) {
     const QSignalBlocker quiet(box);
     box->clear();
     for (const ModelList::Entry& entry : list.entries)
         box->addItem(QString::fromStdString(entry.text).trimmed(), entry.code);
-    box->setCurrentIndex(list.selected);
+    box->show_taken(list.selected);
 }
 
 int code_of(const QComboBox* box) { return box->currentData().toInt(); }
 
 constexpr int TopicConcept = 50, TopicRhoL = 60;
 
-QComboBox* combo(const char* name, QWidget* parent) {
-    auto* box = named(new QComboBox(parent), name);
+ChoiceBox* combo(const char* name, QWidget* parent) {
+    auto* box = named(new ChoiceBox(parent), name);
     box->setMinimumContentsLength(40);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     return box;
@@ -63,6 +65,7 @@ frmQModell::frmQModell(mdiQUOM& frame)
       HLVHilfe(help_button("HLVHilfe", QStringLiteral("enthalpy of vaporization"), this)),
       cpHilfe(help_button("cpHilfe", QStringLiteral("ideal gas heat capacity"), this)),
       rhoLHilfe(help_button("rhoLHilfe", QStringLiteral("L density"), this)),
+      lblNext(named(hint_label({}, this), "lblNext")),
       cmdOKModell(named(new QPushButton(QStringLiteral("&OK"), this), "cmdOKModell", QStringLiteral("OK"))),
       frame_(frame),
       form_(std::make_unique<ModelForm>()) {
@@ -115,6 +118,9 @@ void frmQModell::build_layout() {
     layout->addSpacing(6);
     layout->addWidget(rule(this));
     layout->addSpacing(6);
+    lblNext->setMinimumHeight(2 * lblNext->fontMetrics().lineSpacing());  // the window keeps its height
+    lblNext->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    layout->addWidget(lblNext);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(
         hint_label(QStringLiteral("this window - as the switching center of QUOM - should always "
@@ -131,16 +137,18 @@ void frmQModell::build_layout() {
 }
 
 void frmQModell::connect_controls() {
-    connect(EOSKombi, &QComboBox::currentIndexChanged, this, [this] { choose_eos(); });
-    connect(pkombi, &QComboBox::currentIndexChanged, this, [this] {
+    for (ChoiceBox* box : {EOSKombi, pkombi, HLVKombi, cpKombi})
+        connect(box, &ChoiceBox::shown, this, [this] { show_next(); });
+    connect(EOSKombi, &ChoiceBox::chosen, this, [this](int, bool left) { choose_eos(left); });
+    connect(pkombi, &ChoiceBox::chosen, this, [this] {
         pkombi_click(*form_, evp_of(code_of(pkombi)));
         changed();
     });
-    connect(HLVKombi, &QComboBox::currentIndexChanged, this, [this] {
+    connect(HLVKombi, &ChoiceBox::chosen, this, [this] {
         HLVKombi_Click(*form_, hlv_of(code_of(HLVKombi)));
         changed();
     });
-    connect(cpKombi, &QComboBox::currentIndexChanged, this, [this] {
+    connect(cpKombi, &ChoiceBox::chosen, this, [this] {
         cpKombi_Click(*form_, cp_form_of(code_of(cpKombi)));
         changed();
     });
@@ -194,7 +202,9 @@ void frmQModell::fill() {
     }
     rhoL_available->show_text(QString::fromStdString(form_->rhoL.availability));
     rhoL_validity->show_text(QString::fromStdString(form_->rhoL.validity));
+    constants_wanted_ = false;
     show_form();
+    show_next();
     if (differs(*form_, frame_.bench().document())) changed();
 }
 
@@ -209,31 +219,54 @@ void frmQModell::show_form() {
     WatsonKombi->setVisible(form_->watson_shown());
 }
 
+void frmQModell::show_next() {
+    const ChoiceBox* const boxes[] = {EOSKombi, pkombi, HLVKombi, cpKombi};
+    const bool passing = std::ranges::any_of(boxes, &ChoiceBox::passing);
+    const std::string text =
+        passing ? "next: <Enter> takes the equation that is shown, <Esc> goes back to the former one"
+                : next_step(frame_.session());
+    lblNext->setText(QString::fromStdString(text));
+}
+
 void frmQModell::changed() {
     lblWatson->setVisible(form_->watson_shown());
     WatsonKombi->setVisible(form_->watson_shown());
     unconfirm_models(frame_.bench().session);  // constants in force are those of the former selection
     frame_.unload_calculation_windows();
     frame_.refresh();
+    show_next();
 }
 
-void frmQModell::choose_eos() {
+void frmQModell::take_shown() {
+    for (ChoiceBox* box : {EOSKombi, pkombi, HLVKombi, cpKombi}) box->take();
+}
+
+// What the user went on to comes first: a modal window would swallow it.
+void frmQModell::choose_eos(bool left) {
     EOSKombi_Click(*form_, eos_of(code_of(EOSKombi)));
     show_form();
     changed();
-    if (form_->needs_virial_input()) type_virial_constants();
+    constants_wanted_ = form_->needs_virial_input();
+    if (left)
+        QTimer::singleShot(0, this, [this] { ask_for_constants(); });
+    else
+        ask_for_constants();
 }
 
-void frmQModell::type_virial_constants() {
+void frmQModell::ask_for_constants() {
+    if (!std::exchange(constants_wanted_, false)) return;
     frmBParInput input(form_->eos_input, frame_.bench().messages(), this);
     if (input.exec() == QDialog::Accepted) form_->eos_input = input.constants();
 }
 
 void frmQModell::confirm() {
+    take_shown();
+    ask_for_constants();
     Workbench& bench = frame_.bench();
     const ModelOk ok = confirm_models(bench.session, *form_, bench.messages());
     bench.announce(ok.changes);
     frame_.refresh();
+    show_next();
 }
 
 }  // namespace quom

@@ -3,8 +3,9 @@
 #include <QWidget>
 #include <memory>
 
+#include "ui/widgets/choice_box.h"
+
 class QAbstractButton;
-class QComboBox;
 class QLabel;
 class QPushButton;
 class QRadioButton;
@@ -24,30 +25,34 @@ class frmQModell : public QWidget {
     explicit frmQModell(mdiQUOM& frame);
     ~frmQModell() override;
 
-    QComboBox* EOSKombi;
-    QComboBox* pkombi;
-    QComboBox* HLVKombi;
-    QComboBox* cpKombi;
+    ChoiceBox* EOSKombi;
+    ChoiceBox* pkombi;
+    ChoiceBox* HLVKombi;
+    ChoiceBox* cpKombi;
     QComboBox* WatsonKombi;
     QLabel* lblWatson;
     QRadioButton* PriorOpt[2];  // GLOBAL, PARTIAL
     ValueBox* rhoL_available;
     ValueBox* rhoL_validity;
     QAbstractButton *EOSHilfe, *PriorHilfe, *pHilfe, *HLVHilfe, *cpHilfe, *rhoLHilfe;
+    QLabel* lblNext;  // what to do next
     QPushButton* cmdOKModell;
 
  private:
     void build_layout();
     void connect_controls();
-    void fill();       // the form anew from the document
-    void show_form();  // lists, concept and exponent as the form has them
-    void changed();    // a selection differs from the confirmed one
-    void type_virial_constants();
-    void choose_eos();
+    void fill();        // the form anew from the document
+    void show_form();   // lists, concept and exponent as the form has them
+    void show_next();   // what to do next
+    void changed();     // a selection differs from the confirmed one
+    void take_shown();  // entries of the boxes that are shown and not yet taken
+    void choose_eos(bool left);
+    void ask_for_constants();  // once after the manual virial equation was chosen
     void confirm();
 
     mdiQUOM& frame_;
     std::unique_ptr<ModelForm> form_;
+    bool constants_wanted_ = false;  // those of the manual virial equation were not yet asked for
 };
 
 }  // namespace quom

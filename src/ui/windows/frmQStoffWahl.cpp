@@ -6,8 +6,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
-#include <QScrollBar>
-#include <QSortFilterProxyModel>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -15,6 +14,7 @@
 #include "base/files.h"
 #include "forms/shell.h"
 #include "forms/substance_form.h"
+#include "session/substance_names.h"
 #include "substance/database.h"
 #include "substance/search.h"
 #include "substance/synonyms.h"
@@ -23,90 +23,13 @@
 #include "ui/main/menu_actions.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
+#include "ui/widgets/notice_strip.h"
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/value_box.h"
 #include "ui/windows/frmQTextEdit.h"
+#include "ui/windows/substance_list.h"
 
 namespace quom {
-
-namespace {
-
-// The lines of the list, read from the tables of the database in force.
-class SubstanceLines : public QAbstractListModel {
- public:
-    explicit SubstanceLines(const Session& session) : session_(session) {}
-    void reload() {
-        beginResetModel();
-        endResetModel();
-    }
-    int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : session_.database.StoffAnzahl();
-    }
-    QVariant data(const QModelIndex& at, int role) const override {
-        if (!at.isValid()) return {};
-        if (role == Qt::SizeHintRole) return QSize(0, QFontMetrics(fixed_font()).height() + 4);
-        if (role != Qt::DisplayRole) return {};
-        const std::string line = substance_list_line(at.row() + 1, row(at.row()));
-        return QString::fromStdString(std::string(trim_right(line)));
-    }
-    const SubstanceRow& row(int i) const { return session_.database.rows[static_cast<std::size_t>(i)]; }
-
- private:
-    const Session& session_;
-};
-
-}  // namespace
-
-// Shows the lines that what is being typed is found in, best first; all of them while nothing is typed or
-// found.
-class SubstanceFilter : public QSortFilterProxyModel {
- public:
-    explicit SubstanceFilter(const Session& session) : session_(session), lines_(session) {
-        setSourceModel(&lines_);
-    }
-    // Takes the names of the database in force; returns what is wrong with the file of synonyms.
-    std::string reload() {
-        SynonymFileBytes synonyms = read_synonym_file(session_.ProgramPath);
-        names_ = NameIndex(session_.database, synonyms.bytes);
-        place_.clear();
-        lines_.reload();
-        set_text({});
-        return std::move(synonyms.fault);
-    }
-    void set_text(const std::string& text) {
-        place_.clear();
-        int shown = 0;
-        for (const int index : filtered_rows(names_, text)) {
-            place_.resize(static_cast<std::size_t>(session_.database.StoffAnzahl()));
-            place_[static_cast<std::size_t>(index) - 1] = ++shown;
-        }
-        invalidate();
-        sort(is_filtered() ? 0 : -1);
-    }
-    int index_of(const QModelIndex& at) const { return at.isValid() ? mapToSource(at).row() + 1 : 0; }
-    QModelIndex at_index(int index) const { return mapFromSource(lines_.index(index - 1)); }
-    bool is_filtered() const { return !place_.empty(); }
-    const NameIndex& names() const { return names_; }
-
- protected:
-    bool filterAcceptsRow(int row, const QModelIndex&) const override {
-        return !is_filtered() || place(row) != 0;
-    }
-    bool lessThan(const QModelIndex& a, const QModelIndex& b) const override {
-        return place(a.row()) < place(b.row());
-    }
-
- private:
-    int place(int row) const {
-        const auto at = static_cast<std::size_t>(row);
-        return at < place_.size() ? place_[at] : 0;
-    }
-    const Session& session_;
-    SubstanceLines lines_;
-    NameIndex names_;
-    std::vector<int>
-        place_;  // of each row in the list shown, from 1; 0: not shown; empty: all in their order
-};
 
 frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)
     : NameCombo(named(new QComboBox(this), "NameCombo")),
@@ -115,6 +38,8 @@ frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)
       tex4(named(new ValueBox(this, 22), "tex4", QStringLiteral("CAS-RN"))),
       Text2(named(new ValueBox(this), "Text2", QStringLiteral("structure"))),
       lblMarks(named(hint_label({}, this), "lblMarks")),
+      lblFound(named(hint_label({}, this), "lblFound")),
+      notice(named(new NoticeStrip(this), "notice")),
       txtDatenbank(named(new ValueBox(this), "txtDatenbank")),
       cmdSynonyme(named(new QPushButton(QStringLiteral("List of synonyms for this substance"), this),
                         "cmdSynonyme", QStringLiteral("List of synonyms for this substance"))),
@@ -122,7 +47,7 @@ frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)
       StoffOK(named(new TrimmedButton(QStringLiteral(" Continue >\nLoad data"), this), "StoffOK",
                     QStringLiteral("Continue, load data"))),
       frame_(frame),
-      rows_(std::make_unique<SubstanceFilter>(frame.session())),
+      rows_(new SubstanceList(frame.session(), this)),
       memory_(std::make_unique<NameMemory>()) {
     setObjectName(QLatin1String(Name));
     NameCombo->setEditable(true);
@@ -134,7 +59,8 @@ frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)
     StoffListe->setFont(fixed_font());
     StoffListe->setUniformItemSizes(true);
     StoffListe->setAlternatingRowColors(true);
-    StoffListe->setModel(rows_.get());
+    StoffListe->setModel(rows_);
+    StoffListe->setItemDelegate(new SubstanceDelegate(*rows_, StoffListe));
     StoffListe->setMinimumHeight(160);
     StoffListe->setTabKeyNavigation(false);
     StoffListe->installEventFilter(this);
@@ -163,6 +89,8 @@ void frmQStoffWahl::build_layout() {
     header_palette.setColor(QPalette::WindowText, look_colour(LookColour::SectionHead));
     header->setPalette(header_palette);
     header->setIndent(1);
+    lblFound->setWordWrap(false);
+    lblFound->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto* number = new QLabel(QStringLiteral("MDB-Syst. No:"), this);
     caption_for(number, Text1);
     auto* database = new QLabel(QStringLiteral("Database:"), this);
@@ -174,6 +102,9 @@ void frmQStoffWahl::build_layout() {
     top->addWidget(languages, 0, 2);
     top->addWidget(keys, 1, 1, 1, 2);
     top->setColumnStretch(1, 1);
+    auto* head = new QHBoxLayout;
+    head->addWidget(header);
+    head->addWidget(lblFound, 1);
     auto* numbers = new QHBoxLayout;
     numbers->addWidget(number);
     numbers->addWidget(Text1);
@@ -189,7 +120,8 @@ void frmQStoffWahl::build_layout() {
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
-    layout->addWidget(header);
+    layout->addWidget(notice);
+    layout->addLayout(head);
     layout->addWidget(StoffListe, 1);
     layout->addLayout(numbers);
     lblMarks->setMinimumHeight(2 * lblMarks->fontMetrics().lineSpacing());  // the list keeps its height
@@ -205,9 +137,9 @@ void frmQStoffWahl::connect_controls() {
     connect(StoffListe->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& at) { row_marked(at); });
     connect(StoffListe, &QListView::doubleClicked, this, [this] { confirm(); });
-    connect(NameCombo->lineEdit(), &QLineEdit::textEdited, this,
-            [this](const QString& text) { filter(text.toStdString()); });
-    connect(NameCombo, &QComboBox::textActivated, this, [this] { filter({}); });
+    connect(NameCombo->lineEdit(), &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (!writing_) search(text.toStdString());
+    });
     connect(Text1, &QLineEdit::textEdited, this, [this] { type_system_no(); });
     connect(cmdSynonyme, &QPushButton::clicked, this, [this] {
         const Session& s = frame_.session();
@@ -236,42 +168,62 @@ void frmQStoffWahl::open(mdiQUOM& frame) {
         frame.show_child(window);
     window->NameCombo->setFocus();
     window->NameCombo->lineEdit()->selectAll();
-    if (const std::string fault = std::exchange(window->fault_to_tell_, {}); !fault.empty())
+    const std::string fault = substance_names(frame.session()).fault;
+    if (fault != std::exchange(window->told_fault_, fault) && !fault.empty())
         frame.bench().tell(synonym_file_message(fault));
 }
 
 void frmQStoffWahl::show_database() {
-    const Session& s = frame_.session();
+    Session& s = frame_.session();
+    if (s.names && !s.names->fault.empty()) s.names.reset();  // the file may have been mended
     index_at_opening_ = s.StoffIndex;
     setWindowTitle(QString::fromStdString(substance_caption(s.database)));
     txtDatenbank->show_text(QString::fromStdString(name_part(s.database.path)));
-    std::string fault = rows_->reload();
-    if (fault != synonym_fault_) fault_to_tell_ = fault;
-    synonym_fault_ = std::move(fault);
+    show_rows({});
     const int active = s.document.substance.StoffIndexAktiv;
-    mark_row(active > 0 ? active : 1);
+    mark_row(std::max(1, active));
 }
 
-void frmQStoffWahl::filter(const std::string& text) {
-    filtering_ = true;
-    rows_->set_text(text);
-    StoffListe->setCurrentIndex(rows_->at_index(frame_.session().StoffIndex));
-    filtering_ = false;
+void frmQStoffWahl::show_rows(const std::string& text) {
+    Session& s = frame_.session();
+    const NameIndex& names = substance_names(s).index;
+    rows_->show(search_substances(s.database, names, s.document.options.Englisch, text));
+    lblFound->setText(QString::fromStdString(rows_->search().count));
+    notice->show_text(QString::fromStdString(rows_->search().notice));
+}
+
+void frmQStoffWahl::search(const std::string& text) {
+    const QScopedValueRollback typing(typing_, true);
+    const int before = frame_.session().StoffIndex;
+    show_rows(text);
+    if (!rows_->search().filtered) return mark_row(std::max(1, before));
+    StoffListe->scrollToTop();
+    mark(rows_->search().sure ? rows_->index(0) : QModelIndex());
 }
 
 void frmQStoffWahl::mark_row(int index) {
-    if (rows_->is_filtered()) filter({});
-    const QModelIndex at = rows_->at_index(index);
+    if (rows_->search().filtered) show_rows({});
+    mark(rows_->at_index(index));
+}
+
+void frmQStoffWahl::mark_first() {
+    const QScopedValueRollback typing(typing_, true);
+    if (rows_->rowCount() > 0) mark(rows_->index(0));
+}
+
+void frmQStoffWahl::mark(const QModelIndex& at) {
+    const bool same = at == StoffListe->currentIndex();
     StoffListe->setCurrentIndex(at);
-    StoffListe->scrollTo(at);
-    row_marked(at);  // also when the row was marked before
+    if (at.isValid()) StoffListe->scrollTo(at);
+    if (same) row_marked(at);  // nobody else tells
 }
 
 void frmQStoffWahl::row_marked(const QModelIndex& at) {
     const int index = rows_->index_of(at);
-    if (index == 0 || filtering_) return;  // the choice stays when the filter hides its row
     frame_.bench().session.StoffIndex = index;
     show_substance(index);
+    StoffOK->setEnabled(index > 0);
+    cmdSynonyme->setEnabled(index > 0);
 }
 
 void frmQStoffWahl::show_substance(int index) {
@@ -282,27 +234,26 @@ void frmQStoffWahl::show_substance(int index) {
     const SubstanceRemarks remarks = substance_remarks(frame_.session(), index);
     lblMarks->setText(QString::fromStdString(remarks.line));
     lblMarks->setToolTip(QString::fromStdString(remarks.sentences));
-    NameCombo->setEditText(QString::fromStdString(boxes.NameCombo));
+    if (!typing_) write_name(boxes.NameCombo);
     Text1->setText(QString::fromStdString(boxes.Text1));
 }
 
-bool frmQStoffWahl::look_up() {
-    const SubstanceHit hit = look_up_substance(
-        frame_.session(), rows_->names(), NameCombo->currentText().toStdString(), frame_.bench().messages());
-    mark_row(hit.index > 0 ? hit.index : 1);
-    return hit.found;
+void frmQStoffWahl::write_name(const std::string& name) {
+    const QScopedValueRollback writing(writing_, true);
+    NameCombo->setEditText(QString::fromStdString(name));
 }
 
+// The marked row is taken; a guess is marked first, so that it is seen before it is taken.
 void frmQStoffWahl::enter_name() {
-    const int before = frame_.session().StoffIndex;
-    if (!look_up()) return;
-    if (frame_.session().StoffIndex == before) return confirm();
-    memory_->add(NameCombo->currentText().toStdString());
-    const QString shown = NameCombo->currentText();
-    NameCombo->clear();
-    for (const std::string& name : memory_->names()) NameCombo->addItem(QString::fromStdString(name));
-    NameCombo->setEditText(shown);
-    NameCombo->setFocus();
+    if (StoffListe->currentIndex().isValid())
+        confirm();
+    else
+        mark_first();
+}
+
+void frmQStoffWahl::go_to_list() {
+    if (!StoffListe->currentIndex().isValid()) mark_first();
+    StoffListe->setFocus();
 }
 
 void frmQStoffWahl::type_system_no() {
@@ -318,9 +269,20 @@ void frmQStoffWahl::type_system_no() {
     }
 }
 
+void frmQStoffWahl::remember(int index) {
+    memory_->add(substance_boxes(frame_.session().database, index).NameCombo);
+    const QScopedValueRollback writing(writing_, true);
+    const QString shown = NameCombo->currentText();
+    NameCombo->clear();
+    for (const std::string& name : memory_->names()) NameCombo->addItem(QString::fromStdString(name));
+    NameCombo->setEditText(shown);
+}
+
 void frmQStoffWahl::confirm() {
-    if (!NameCombo->currentText().trimmed().isEmpty() && !look_up()) return;
-    take_substance(frame_, frame_.session().StoffIndex);
+    const int index = rows_->index_of(StoffListe->currentIndex());
+    if (index < 1) return;
+    if (rows_->search().filtered) remember(index);
+    take_substance(frame_, index);
 }
 
 void frmQStoffWahl::leave() {
@@ -330,20 +292,21 @@ void frmQStoffWahl::leave() {
 
 bool frmQStoffWahl::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
     if (watched == StoffListe) {
-        if (!enter) return false;
-        confirm();
-        return true;
+        if (enter) confirm();
+        return enter;
     }
+    // Keys of the name: they come to the box or to its line edit, whichever has the focus. Escape goes from
+    // the name to the list, and from the list out of the window; Alt+Down opens the names looked up last.
     if (enter) {
-        if (watched == NameCombo->lineEdit()) enter_name();
+        enter_name();
         return true;
     }
-    // Escape goes from the name to the list, and from the list out of the window.
-    if (key == Qt::Key_Escape || (key == Qt::Key_Down && rows_->is_filtered())) {
-        StoffListe->setFocus();
+    const bool down = key->key() == Qt::Key_Down && !(key->modifiers() & Qt::AltModifier);
+    if (down || key->key() == Qt::Key_Escape) {
+        go_to_list();
         return true;
     }
     return false;

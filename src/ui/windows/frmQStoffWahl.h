@@ -1,4 +1,5 @@
-// Choosing a substance by name, synonym, CAS number, system number, or from the list.
+// Choosing a substance by name, synonym, formula, CAS number, system number, or from the list. While a name
+// is typed the list shows what it is found in, and marks the best hit.
 #pragma once
 #include <QWidget>
 #include <memory>
@@ -14,8 +15,9 @@ namespace quom {
 
 class mdiQUOM;
 class NameMemory;
+class NoticeStrip;
 class NumberBox;
-class SubstanceFilter;
+class SubstanceList;
 class ValueBox;
 
 class frmQStoffWahl : public QWidget {
@@ -29,10 +31,12 @@ class frmQStoffWahl : public QWidget {
 
     QComboBox* NameCombo;
     QListView* StoffListe;
-    NumberBox* Text1;  // system number
-    ValueBox* tex4;    // CAS number
-    ValueBox* Text2;   // structure
-    QLabel* lblMarks;  // which data are estimates, fits, extrapolated
+    NumberBox* Text1;     // system number
+    ValueBox* tex4;       // CAS number
+    ValueBox* Text2;      // structure
+    QLabel* lblMarks;     // which data are estimates, fits, extrapolated
+    QLabel* lblFound;     // "11 of 496, best first"
+    NoticeStrip* notice;  // why nothing was found
     ValueBox* txtDatenbank;
     QPushButton* cmdSynonyme;
     QPushButton* ESC;
@@ -44,24 +48,29 @@ class frmQStoffWahl : public QWidget {
  private:
     void build_layout();
     void connect_controls();
-    void show_database();                  // list and count anew, the substance in force marked
-    void filter(const std::string& text);  // shows the lines that the text is found in; the choice stays
-    void mark_row(int index);              // marks substance index in the list, whatever the filter was
+    void show_database();                     // list and count anew, the substance in force marked
+    void show_rows(const std::string& text);  // those that the text is found in, none marked
+    void search(const std::string& text);     // the same with the best hit marked
+    void mark_row(int index);                 // marks substance index in the whole list
+    void mark_first();                        // of the rows shown; what is typed stays
+    void mark(const QModelIndex& at);
     void row_marked(const QModelIndex& at);
-    void show_substance(int index);  // what the boxes tell of it
-    bool look_up();                  // FindSubstance on the name; false: not found, the user was told
+    void show_substance(int index);            // what the boxes tell of it; 0: nothing
+    void write_name(const std::string& name);  // into the box, without a search
     void enter_name();
+    void go_to_list();
     void type_system_no();
+    void remember(int index);  // its name, in the list of the box
     void confirm();
     void leave();
 
     mdiQUOM& frame_;
-    std::unique_ptr<SubstanceFilter> rows_;
+    SubstanceList* rows_;
     std::unique_ptr<NameMemory> memory_;
     int index_at_opening_ = 0;
-    std::string synonym_fault_;  // what is wrong with the file of synonyms
-    std::string fault_to_tell_;  // the same until the user was told
-    bool filtering_ = false;
+    std::string told_fault_;  // of the file of synonyms, that the user knows of
+    bool typing_ = false;     // the box keeps what is typed when a row is marked
+    bool writing_ = false;    // the window writes into the box
 };
 
 }  // namespace quom
