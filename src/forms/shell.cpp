@@ -70,6 +70,17 @@ bool fulfilled(const Session& s, Needs needs) {
     }
 }
 
+std::string why_not(const Session& s, Needs needs) {
+    if (fulfilled(s, needs)) return {};
+    if (needs == Needs::data_points) return "first load experimental data";
+    if (!fulfilled(s, Needs::database)) return "first open a database";
+    if (!fulfilled(s, Needs::substance)) return "first choose a substance";
+    if (needs == Needs::critical_data || (needs == Needs::calculation && fulfilled(s, Needs::models)))
+        return "the record has no T(cr), p(cr)";
+    if (!fulfilled(s, Needs::models)) return "first confirm the models";
+    return "the record has no such equation";
+}
+
 bool open_picked_database(Session& s, int kind, const std::string& path, Messages& messages) {
     const bool had_one = s.database.DatabaseKind != 0;
     if (LoadDatabase(s, kind, path).err != 0) {

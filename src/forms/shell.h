@@ -32,6 +32,8 @@ enum class Needs {
     equ_cpS,
 };
 bool fulfilled(const Session& session, Needs needs);
+// What has to be done first, or what the record lacks; empty when the command can run.
+std::string why_not(const Session& session, Needs needs);
 
 // Loads the database that the user picked. True: it is in force and ResetSession has run. False: the user was
 // told why, and nothing has changed.

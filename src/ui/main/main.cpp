@@ -1,68 +1,57 @@
-// quom [--program-folder DIR] [--trace-start] [--screenshots DIR] [project]
+// quom [OPTION]... [PROJECT], see command_line.h
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTimer>
 #include <cstdio>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "forms/shell.h"
 #include "session/program_path.h"
 #include "session/starter_update.h"
 #include "ui/look/look.h"
+#include "ui/main/command_line.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/screenshots.h"
 #include "ui/windows/frmPhantom.h"
 
 namespace {
 
-struct Arguments {
-    std::string program_folder;
-    std::string pictures;  // one run for pictures, into this folder
-    bool trace_start = false;
-    std::vector<std::string> project;
-};
-
-Arguments read_arguments(const QStringList& given) {
-    Arguments a;
-    for (int i = 1; i < given.size(); ++i) {
-        const bool has_value = i + 1 < given.size();
-        if (given[i] == QStringLiteral("--trace-start"))
-            a.trace_start = true;
-        else if (given[i] == QStringLiteral("--program-folder") && has_value)
-            a.program_folder = given[++i].toStdString();
-        else if (given[i] == QStringLiteral("--pictures") && has_value)
-            a.pictures = given[++i].toStdString();
-        else
-            a.project.push_back(given[i].toStdString());
-    }
-    return a;
+// The arguments as the system's code page gives them.
+QStringList given_arguments(int argc, char** argv) {
+    QStringList list;
+    for (int i = 0; i < argc; ++i) list << QString::fromLocal8Bit(argv[i]);
+    return list;
 }
 
-// "--screenshots DIR" needs no display: the program runs itself for each scale. -1: not asked for.
-int screenshots(int argc, char** argv) {
-    QStringList others;
-    QString folder;
-    for (int i = 1; i < argc; ++i) {
-        if (std::string_view(argv[i]) == "--screenshots" && i + 1 < argc)
-            folder = QString::fromLocal8Bit(argv[++i]);
-        else
-            others << QString::fromLocal8Bit(argv[i]);
-    }
-    if (folder.isEmpty()) return -1;
+// Pictures need no display: the program runs itself for each scale.
+int screenshots(int argc, char** argv, const quom::CommandLine& line) {
     const QCoreApplication app(argc, argv);
-    return quom::screenshot_runs(QCoreApplication::applicationFilePath(), others, folder);
+    QStringList others;
+    if (!line.program_folder.empty())
+        others << QStringLiteral("--program-folder") << QString::fromStdString(line.program_folder);
+    return quom::screenshot_runs(QCoreApplication::applicationFilePath(), others,
+                                 QString::fromStdString(line.screenshots));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (const int status = screenshots(argc, argv); status >= 0) return status;
+    const quom::CommandLine arguments = quom::read_command_line(given_arguments(argc, argv));
+    if (arguments.status) {
+        std::fputs(arguments.text.c_str(), *arguments.status == 0 ? stdout : stderr);
+        return *arguments.status;
+    }
+    if (!arguments.screenshots.empty()) return screenshots(argc, argv, arguments);
+    if (const std::string fault = quom::missing_display(); !fault.empty()) {
+        std::fprintf(stderr, "quom: %s\n", fault.c_str());
+        return 1;
+    }
     QElapsedTimer clock;
     clock.start();
+    std::optional<quom::DisplayGuard> guard(std::in_place);
     QApplication app(argc, argv);
-    const Arguments arguments = read_arguments(QApplication::arguments());
+    guard.reset();
     const auto trace = [&](const char* step) {
         if (arguments.trace_start) std::fprintf(stderr, "%6lld ms  %s\n", clock.elapsed(), step);
     };

@@ -13,9 +13,14 @@
 #include "session/start_up.h"
 #include "ui/look/look.h"
 #include "ui/main/focus_return.h"
+#include "ui/look/svg_icons.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
+#include "ui/main/palette.h"
+#include "ui/main/quick_keys.h"
+#include "ui/main/quick_start.h"
+#include "ui/main/start_page.h"
 #include "ui/main/status_panel.h"
 #include "ui/main/traffic_lights.h"
 #include "ui/main/window_table.h"
@@ -44,18 +49,23 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     session().ProgramPath = std::move(ProgramPath);
     new WheelFocus(this);
     connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
+    connect(bench_.get(), &Workbench::changed, this, [this](const Changes& changes) {
+        if (changes.substance) remember_substance(*bench_);
+    });
     area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
     setCentralWidget(area);
     places_ = new WindowPlaces(*area, bench_->memory);
     focus_ = new FocusReturn(*area);
+    start_page = new StartPage(*this, area);
     menus_->build_menu_bar();
     connect(menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_calculation_menu);
     connect(menus_->menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_windows_menu);
-    menus_->action(QStringLiteral("mnuHilfe_Index"))->setShortcut(QKeySequence::HelpContents);
     build_toolbar();
     build_status_bar();
+    add_quick_keys(*this, *menus_);
+    palette_ = new Palette(*this, *menus_);
     const QSize available = screen()->availableSize();
     setMinimumSize(LeastSize.boundedTo(available));
     resize(FirstSize.boundedTo(available));
@@ -99,6 +109,10 @@ void mdiQUOM::build_toolbar() {
         0);
     diagnose_shown_ = toolbar->addWidget(cmdDatenDiagnose);
     add_space(0);
+    cmdFind = add_button(
+        "cmdFind", "Find  Ctrl+K", [](mdiQUOM& f, int) { f.toggle_palette(); }, 0);
+    cmdFind->setIcon(svg_icon(QStringLiteral("search")));
+    add_space(8);
     cmdErstnutzer = add_button("cmdErstnutzer", "First steps", show_help_topic, help_first_steps);
     toolbar->addWidget(cmdErstnutzer);
     add_space(8);
@@ -122,7 +136,7 @@ void mdiQUOM::start(const std::string& project) {
     const std::string ProgramPath = session().ProgramPath;
     start_session(session(), ProgramPath, QLocale::system().decimalPoint() == QStringLiteral(","));
     refresh();
-    area->setFocus();
+    start_page->focus_first();
     if (!project.empty()) load_project(*this, project);
     refresh();
 }
@@ -138,6 +152,7 @@ void mdiQUOM::refresh() {
     panels[2]->show_text(models_panel(s));
     panels[3]->show_text(fulfilled(s, Needs::models) ? s.shell.ModelStatus : std::string());
     area->set_hint(QString::fromStdString(next_step_hint(s)));
+    start_page->refresh();
 }
 
 void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside) {
@@ -204,6 +219,13 @@ void mdiQUOM::unload_windows(Lifetime longest) {
 void mdiQUOM::show_help(int topic) {
     if (!help_) help_ = new HelpWindow(this);
     help_->show_topic(topic);
+}
+
+void mdiQUOM::toggle_palette() {
+    if (palette_->isVisible())
+        palette_->leave();
+    else
+        palette_->open();
 }
 
 void mdiQUOM::opening_calculation_menu() {

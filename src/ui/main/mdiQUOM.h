@@ -18,6 +18,8 @@ class Dialogs;
 class FocusReturn;
 class HelpWindow;
 class MdiArea;
+class Palette;
+class StartPage;
 class TrafficLights;
 class mdiMenus;
 class StatusPanel;
@@ -62,10 +64,14 @@ class mdiQUOM : public QMainWindow {
     void unload_calculation_windows() { unload_windows(Lifetime::calculation); }
 
     void show_help(int topic);
+    // Opens the search over everything, or closes it.
+    void toggle_palette();
 
     MdiArea* area = nullptr;
+    StartPage* start_page = nullptr;
     TrafficLights* txtAmpel = nullptr;
     QPushButton* cmdDatenDiagnose = nullptr;
+    QPushButton* cmdFind = nullptr;
     QPushButton* cmdErstnutzer = nullptr;
     QPushButton* cmdRechenUebung = nullptr;
     StatusPanel* panels[4] = {};  // of StatusBar1
@@ -86,6 +92,7 @@ class mdiQUOM : public QMainWindow {
     WindowPlaces* places_;
     FocusReturn* focus_;
     HelpWindow* help_ = nullptr;
+    Palette* palette_ = nullptr;
     QAction* diagnose_shown_ = nullptr;
 };
 

@@ -4,8 +4,11 @@
 #include <QProcess>
 
 #include "forms/shell.h"
+#include "forms/substance_form.h"
 #include "report/eos_report.h"
+#include "session/start_up.h"
 #include "ui/main/mdiQUOM.h"
+#include "ui/main/quick_start.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
@@ -31,10 +34,7 @@ void open_database(mdiQUOM& frame, int kind) {
                  .start = QString::fromStdString(present.empty() ? s.ProgramPath : present),
                  .filter = QStringLiteral("Database (%1)").arg(extension),
                  .suffix = {}});
-    if (!picked || !open_picked_database(s, kind, picked->toStdString(), frame.bench().messages())) return;
-    frame.unload_windows(Lifetime::database);
-    frame.refresh();
-    select_substance(frame, 0);
+    if (picked && use_database(frame, kind, picked->toStdString())) select_substance(frame, 0);
 }
 
 void show_working_directory(mdiQUOM& frame, int) {
@@ -44,6 +44,21 @@ void show_working_directory(mdiQUOM& frame, int) {
 void leave_program(mdiQUOM& frame, int) { frame.close(); }
 
 void select_substance(mdiQUOM& frame, int) { frmQStoffWahl::open(frame); }
+
+void take_substance(mdiQUOM& frame, int index) {
+    if (index < 1) return;
+    frame.unload_session_windows();
+    Workbench& bench = frame.bench();
+    confirm_substance(bench.session, index, bench.messages());
+    bench.announce({.substance = true});
+    frame.refresh();
+    if (!fulfilled(bench.session, Needs::substance)) {
+        bench.tell(substance_not_readable());
+        return;
+    }
+    if (auto* choice = frame.child<frmQStoffWahl>()) frame.hide_child(choice);
+    open_models(frame, 0);
+}
 
 void open_models(mdiQUOM& frame, int) { frmQModell::open(frame); }
 
@@ -67,10 +82,12 @@ void show_help_topic(mdiQUOM& frame, int topic) { frame.show_help(topic); }
 
 void show_help_note(mdiQUOM& frame, int) {
     frame.bench().tell({.title = "Note on german HTML Help",
-                        .text = "The help pages are part of the program and open in a window of their own.\n"
-                                "\n"
-                                "If no page comes up: the window may lie behind this one, or the program\n"
-                                "was built without its pages. Press F1 to open the index of all pages."});
+                        .text =
+                            "The help pages are part of the program and open in a window of their own.\n"
+                            "\n"
+                            "If no page comes up: the window may lie behind this one, or the program\n"
+                            "was built without its pages. F1 opens the page of the window in front, and the\n"
+                            "index of all pages while there is none."});
 }
 
 void show_version(mdiQUOM& frame, int) {

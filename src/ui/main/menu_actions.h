@@ -17,6 +17,9 @@ void open_database(mdiQUOM& frame, int kind);
 void show_working_directory(mdiQUOM& frame, int);
 void leave_program(mdiQUOM& frame, int);
 void select_substance(mdiQUOM& frame, int);
+// Makes row index (1-based) of the database the substance in force and opens its models; the user is told
+// when its record cannot be read.
+void take_substance(mdiQUOM& frame, int index);
 void open_models(mdiQUOM& frame, int);
 void show_eos_parameters(mdiQUOM& frame, int);
 void start_unit_converter(mdiQUOM& frame, int);

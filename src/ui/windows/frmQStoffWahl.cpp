@@ -14,7 +14,6 @@
 #include "base/files.h"
 #include "forms/shell.h"
 #include "forms/substance_form.h"
-#include "session/start_up.h"
 #include "session/substance_names.h"
 #include "substance/database.h"
 #include "substance/search.h"
@@ -283,17 +282,7 @@ void frmQStoffWahl::confirm() {
     const int index = rows_->index_of(StoffListe->currentIndex());
     if (index < 1) return;
     if (rows_->search().filtered) remember(index);
-    frame_.unload_session_windows();
-    Workbench& bench = frame_.bench();
-    confirm_substance(bench.session, index, bench.messages());
-    bench.announce({.substance = true});
-    frame_.refresh();
-    if (!fulfilled(bench.session, Needs::substance)) {
-        bench.tell(substance_not_readable());
-        return;
-    }
-    frame_.hide_child(this);
-    open_models(frame_, 0);
+    take_substance(frame_, index);
 }
 
 void frmQStoffWahl::leave() {

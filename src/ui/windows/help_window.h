@@ -1,13 +1,18 @@
-// The help pages, by topic number, in a window of their own.
+// The help pages, by topic number, in a window of their own: index, search over all pages, back and forward.
 #pragma once
 #include <QWidget>
+#include <vector>
 
+#include "ui/windows/help_pages.h"
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QListWidgetItem;
+class QPushButton;
 class QTextBrowser;
 
 namespace quom {
-
-// File of a topic among the pages of the program (":/help/62-name.md"); empty when there is none.
-QString help_page(int topic);
 
 class HelpWindow : public QWidget {
     Q_OBJECT
@@ -15,7 +20,39 @@ class HelpWindow : public QWidget {
     explicit HelpWindow(QWidget* parent);
     // Shows the page of a topic; topic 0, or one without a page, shows the index of all pages.
     void show_topic(int topic);
+    int topic() const { return history_.empty() ? 0 : history_[at_].topic; }
+
+    QPushButton* cmdBack;
+    QPushButton* cmdForward;
+    QPushButton* cmdIndex;
+    QLineEdit* txtSearch;
+    QLabel* lblFound;
+    QListWidget* lstFound;
     QTextBrowser* browser;
+    QPushButton* cmdClose;
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    // Hides it only: a window of the system that is made anew with each opening keeps memory.
+    void closeEvent(QCloseEvent* event) override;
+
+ private:
+    struct Visit {
+        int topic = 0;
+        int scroll = 0;  // where the page was left
+    };
+    void build_layout();
+    void connect_controls();
+    void load(int topic);
+    void visit(int topic);  // as a new page of the history; those behind it go
+    void go(int step);
+    void search();
+    void open_hit(const QListWidgetItem* item);
+    bool search_key(int key);
+
+    QVector<HelpPage> pages_;
+    std::vector<Visit> history_;
+    std::size_t at_ = 0;
 };
 
 }  // namespace quom

@@ -1,0 +1,146 @@
+#include "forms/start_page_form.h"
+
+#include <algorithm>
+
+#include "base/files.h"
+#include "forms/shell.h"
+#include "session/program_path.h"
+#include "substance/database.h"
+#include "substance/search.h"
+
+namespace quom {
+
+namespace {
+
+constexpr StartText Steps[] = {
+    {"Select a substance", "type a part of any name, the formula or the CAS number"},
+    {"Models", "an equation of state is proposed; OK takes it"},
+    {"Calculation", "T, p => rho gives the state and its functions"},
+};
+
+constexpr StartText Keys[] = {
+    {"Ctrl+K", "find anything"},           {"F5", "calculate"}, {"Ctrl+O", "open"}, {"Ctrl+,", "options"},
+    {"F1", "help on the window in front"}, {"Esc", "back"},
+};
+
+constexpr ExampleValue StateValues[] = {{BoxValue::T, "350"}, {BoxValue::p, "1000"}};
+constexpr ExampleValue BoilingValues[] = {{BoxValue::p, "101.325"}};
+constexpr ExampleValue TankValues[] = {
+    {BoxValue::tank_V, "1"}, {BoxValue::tank_m, "20"}, {BoxValue::T, "300"}};
+constexpr Example Examples[] = {
+    {"A state: propane at 350 K and 1000 kPa", "density, h, s and all other functions", "calculate",
+     "74-98-6", Mode::functions, StateValues},
+    {"Boiling: water at 101.325 kPa", "T(LV), both densities, delta(LV)h", "calculate", "7732-18-5",
+     Mode::equilibrium_p, BoilingValues},
+    {"A tank: 20 kg of ammonia in 1 m^3 at 300 K", "pressure and shares of L and V", "tank", "7664-41-7",
+     Mode::tank_global, TankValues},
+};
+
+StartRow starter_row(const Session& s) {
+    StartRow row{
+        .command = StartCommand::open_starter, .icon = "database", .text = "Open the starter database"};
+    const std::string name = StarterDatabase;
+    if (!FileExists(name, s.ProgramPath)) {
+        row.second = name + " is not in the program folder";
+        row.enabled = false;
+        return row;
+    }
+    const OpenedDatabase opened =
+        open_database(7, resolve_path(name, s.ProgramPath), s.document.options.Englisch);
+    row.second = opened.err == 0 ? name + ", " + std::to_string(opened.file.StoffAnzahl()) + " substances"
+                                 : opened.fault;
+    row.enabled = opened.err == 0;
+    return row;
+}
+
+StartCard begin_card(const Session& s) {
+    return {"Begin",
+            {starter_row(s),
+             {.command = StartCommand::load_last_session,
+              .icon = "last-session",
+              .text = "Load last session",
+              .second = "none was saved yet",
+              .enabled = false},
+             {.command = StartCommand::load_project,
+              .icon = "load-project",
+              .text = "Load a project *.QC6 ...",
+              .second = "not yet available",
+              .enabled = false},
+             {.command = StartCommand::open_database,
+              .icon = "new-project",
+              .text = "Open database *.Q07 / new project ...",
+              .second = "a database of your own",
+              .right = "Ctrl+O"}}};
+}
+
+StartCard example_card() {
+    StartCard card{"Try an example", {}};
+    for (const Example& example : examples())
+        card.rows.push_back({.command = StartCommand::example,
+                             .index = static_cast<int>(card.rows.size()),
+                             .icon = std::string(example.icon),
+                             .text = std::string(example.text),
+                             .second = std::string(example.second)});
+    return card;
+}
+
+}  // namespace
+
+std::span<const StartText> first_steps() { return Steps; }
+std::span<const StartText> start_keys() { return Keys; }
+
+std::span<const Example> examples() { return Examples; }
+
+RecentSubstance substance_in_force(const Session& s) {
+    const int index = s.document.substance.StoffIndexAktiv;
+    if (index < 1 || index > s.database.StoffAnzahl()) return {};
+    const SubstanceRow& row = s.database.rows[static_cast<std::size_t>(index) - 1];
+    return {main_name(row.SubstanceName), row.SubstanceFormula, row.SubstanceCAS, s.database.path};
+}
+
+std::vector<RecentSubstance> with_recent(std::vector<RecentSubstance> list, const RecentSubstance& taken) {
+    if (taken.name.empty()) return list;
+    std::erase(list, taken);
+    list.insert(list.begin(), taken);
+    if (list.size() > RecentSubstanceCount) list.resize(RecentSubstanceCount);
+    return list;
+}
+
+int find_recent(const DatabaseFile& file, const RecentSubstance& recent) {
+    for (std::size_t i = 0; i < file.rows.size(); ++i)
+        if (file.rows[i].SubstanceCAS == recent.casrn && main_name(file.rows[i].SubstanceName) == recent.name)
+            return static_cast<int>(i) + 1;
+    const int by_number = FindCAS(file, recent.casrn);
+    return by_number > 0 ? by_number : find_in_tables(file, recent.name);
+}
+
+StartPageForm start_page_form(const Session& s, const std::vector<RecentSubstance>& recent) {
+    const std::string hint = next_step_hint(s);
+    const std::size_t line_end = std::min(hint.find('\n'), hint.size());
+    StartPageForm form{.headline = hint.substr(0, line_end),
+                       .sentence = hint.substr(std::min(line_end + 1, hint.size())),
+                       .begin = begin_card(s),
+                       .beside = {}};
+    StartCard substances{"Recent substances", {}};
+    for (std::size_t i = 0; i < recent.size() && substances.rows.size() < RecentSubstanceCount; ++i)
+        if (FileExists(recent[i].database, s.ProgramPath))
+            substances.rows.push_back({.command = StartCommand::recent_substance,
+                                       .index = static_cast<int>(i),
+                                       .icon = "substance",
+                                       .text = recent[i].name,
+                                       .right = recent[i].formula});
+    if (substances.rows.empty()) {
+        form.beside = {example_card()};
+        return form;
+    }
+    form.beside = {std::move(substances),
+                   {"Recent projects",
+                    {{.command = StartCommand::recent_project,
+                      .icon = "load-project",
+                      .text = "No project",
+                      .second = "none was saved yet",
+                      .enabled = false}}}};
+    return form;
+}
+
+}  // namespace quom

@@ -1,0 +1,27 @@
+// What the start page and the palette begin: a database, a substance, an example, by the same functions as
+// the menus; and the substances that were taken last.
+#pragma once
+#include <vector>
+
+#include "forms/start_page_form.h"
+
+namespace quom {
+
+class UiMemory;
+class Workbench;
+class mdiQUOM;
+
+std::vector<RecentSubstance> recent_substances(const UiMemory& memory);
+// Remembers the substance in force, when there is one.
+void remember_substance(Workbench& bench);
+
+// Opens the starter database and the choice of a substance.
+void open_starter(mdiQUOM& frame);
+// Loads a database into the session; false: the user was told why not, and nothing has changed.
+bool use_database(mdiQUOM& frame, int kind, const std::string& path);
+// Opens its database, when another one is in force, takes the substance and opens the models.
+void take_recent(mdiQUOM& frame, const RecentSubstance& recent);
+// Database, substance, models as they are proposed, values, result.
+void run_example(mdiQUOM& frame, const Example& example);
+
+}  // namespace quom

@@ -1,0 +1,91 @@
+// quom as a shell runs it: help and refusals need no display, and a missing display is told in a sentence.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdlib>
+
+#include "ui/main/command_line.h"
+
+namespace quom {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+struct Ended {
+    int status = -1;
+    std::string out, err;
+};
+
+// Runs the program with the words behind it in a shell without any display, unless the words before set one.
+Ended quom_run(const std::string& before, const std::string& words) {
+    const QTemporaryDir folder;
+    const std::string at = folder.path().toStdString();
+    const int code = std::system(("cd '" + at + "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " +
+                                  before + " timeout 60 '" QUOM_PROGRAM "' " + words + " >out 2>err")
+                                     .c_str());
+    const auto text = [&](const char* name) {
+        QFile file(folder.filePath(QLatin1String(name)));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+    };
+    return {WIFEXITED(code) ? WEXITSTATUS(code) : -1, text("out"), text("err")};
+}
+
+TEST(CommandLine, help_and_version_need_no_display) {
+    for (const char* option : {"--help", "-h"}) {
+        const Ended help = quom_run("", option);
+        EXPECT_EQ(help.status, 0) << help.err;
+        EXPECT_THAT(help.out, AllOf(StartsWith("Usage: quom [OPTION]... [PROJECT]\n"),
+                                    HasSubstr("--program-folder <DIR>"), HasSubstr("--screenshots"),
+                                    HasSubstr("PROJECT"), Not(HasSubstr("--pictures"))));
+        EXPECT_EQ(help.err, "");
+    }
+    const Ended version = quom_run("", "--version");
+    EXPECT_EQ(version.status, 0);
+    EXPECT_THAT(version.out, StartsWith("QUOM-6 "));
+}
+
+TEST(CommandLine, what_is_no_option_is_refused) {
+    for (const char* words : {"--halp", "--program-folder", "-x file.QC6", "--trace-start=3"}) {
+        const Ended run = quom_run("", words);
+        EXPECT_EQ(run.status, 2) << words;
+        EXPECT_THAT(run.err, AllOf(StartsWith("quom: "), HasSubstr("quom --help"))) << words;
+        EXPECT_EQ(run.out, "") << words;
+    }
+}
+
+TEST(CommandLine, no_display_is_a_sentence) {
+    for (const char* before : {"", "QT_QPA_PLATFORM=xcb", "DISPLAY= WAYLAND_DISPLAY="}) {
+        const Ended run = quom_run(before, "");
+        EXPECT_EQ(run.status, 1) << before;
+        EXPECT_EQ(run.err, "quom: There is no display: neither DISPLAY nor WAYLAND_DISPLAY is set.\n");
+    }
+    // One that does not answer, and a platform that there is not.
+    for (const char* before : {"DISPLAY=:9876", "QT_QPA_PLATFORM=nothing"}) {
+        const Ended run = quom_run(before, "");
+        EXPECT_EQ(run.status, 1) << before << run.err;
+        EXPECT_THAT(run.err, StartsWith("quom: The display can not be used.")) << before;
+    }
+}
+
+TEST(CommandLine, the_rest_is_the_project) {
+    const auto read = [](const QStringList& words) {
+        return read_command_line(QStringList(QStringLiteral("quom")) + words);
+    };
+    EXPECT_THAT(read({QStringLiteral("a b.QC6")}).project, ElementsAre("a b.QC6"));
+    EXPECT_THAT(read({QStringLiteral("a"), QStringLiteral("b.QC6"), QStringLiteral("--trace-start")}).project,
+                ElementsAre("a", "b.QC6"));
+    EXPECT_THAT(read({QStringLiteral("--"), QStringLiteral("-odd.QC6")}).project, ElementsAre("-odd.QC6"));
+    EXPECT_EQ(read({QStringLiteral("--program-folder"), QStringLiteral("/a b")}).program_folder, "/a b");
+    EXPECT_TRUE(read({QStringLiteral("--trace-start")}).trace_start);
+    EXPECT_TRUE(read({}).project.empty());
+}
+
+}  // namespace
+}  // namespace quom
