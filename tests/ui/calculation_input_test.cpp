@@ -300,6 +300,7 @@ TEST_F(Calculation, a_typed_box_is_told_until_it_is_calculated) {
     type("300");
     EXPECT_GT(told, 0);
     EXPECT_TRUE(input()->has_uncalculated_input());
+    EXPECT_EQ(input()->uncalculated_boxes().toStdString(), "T");
     type("100");
     EXPECT_FALSE(input()->has_uncalculated_input());
     QTest::keyClicks(input()->par[0], QStringLiteral("301"));

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int icon_size = 16;
 constexpr int icon_gap = 6;
-constexpr int least_digits = 24;  // of a line
+constexpr int least_digits = 28;  // of a line beside which nothing stands
 
 }  // namespace
 
@@ -38,11 +38,13 @@ RefusalLine::RefusalLine(NumberBox* box, QWidget* beside, QWidget* parent)
 
 // Where the text may stand; as high as it needs.
 QRect RefusalLine::text_rect() const {
-    const int across = box_->sizeHint().width() + (beside_ ? 8 + beside_->sizeHint().width() : 0);
-    const int width = std::max(across - icon_size - icon_gap, text_width(*this, least_digits));
+    const int across =
+        beside_ ? box_->sizeHint().width() + 8 + std::max(beside_->width(), beside_->sizeHint().width())
+                : std::max(box_->sizeHint().width(), text_width(*this, least_digits));
+    const int width = across - icon_size - icon_gap;
     const int left = icon_size + icon_gap;
-    const QRect lines = fontMetrics().boundingRect(
-        QRect(0, 0, width, 10000), Qt::TextWordWrap | Qt::TextWrapAnywhere | Qt::AlignLeft, text());
+    const QRect lines =
+        fontMetrics().boundingRect(QRect(0, 0, width, 10000), Qt::TextWordWrap | Qt::AlignLeft, text());
     return {left, 0, std::max(width, lines.width()), lines.height()};
 }
 
@@ -58,7 +60,7 @@ void RefusalLine::paintEvent(QPaintEvent*) {
     svg_icon(QStringLiteral("message-error"))
         .paint(&painter, QRect(0, std::max(0, (first_line - icon_size) / 2), icon_size, icon_size));
     painter.setPen(look_colour(LookColour::ErrorText));
-    painter.drawText(text, Qt::TextWordWrap | Qt::TextWrapAnywhere | Qt::AlignLeft, this->text());
+    painter.drawText(text, Qt::TextWordWrap | Qt::AlignLeft, this->text());
 }
 
 RefusalLine* add_refusal_line(QGridLayout* grid, int row, NumberBox* box, QWidget* beside) {

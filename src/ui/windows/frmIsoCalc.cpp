@@ -79,8 +79,14 @@ frmIsoCalc::frmIsoCalc(Workbench& bench, IsoCalculator calculator, QWidget* pare
     build_layout();
     connect_controls();
     show_calculator();
-    txtFuConst->setFocus();
-    txtFuConst->selectAll();
+    // A window that is put into the area gets the focus with its first control: after that.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            txtFuConst->setFocus();
+            txtFuConst->selectAll();
+        },
+        Qt::QueuedConnection);
 }
 
 void frmIsoCalc::build_layout() {

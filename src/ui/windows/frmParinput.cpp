@@ -223,6 +223,15 @@ QStringList frmParinput::input() const {
 
 bool frmParinput::has_uncalculated_input() const { return input() != taken_; }
 
+QString frmParinput::uncalculated_boxes() const {
+    const QStringList now = input();
+    QStringList names;
+    for (qsizetype i = 0; i + 1 < now.size(); i += 2)
+        if (now.mid(i, 2) != taken_.mid(i, 2))
+            names << shown(caption_parts(form_.par[static_cast<std::size_t>(i / 2)].label).name);
+    return names.join(QStringLiteral(", "));
+}
+
 // A change from elsewhere: the boxes show the values in force, unless others are being typed.
 void frmParinput::document_changed(const Changes& changes) {
     if (changes.units && options_.volume) {

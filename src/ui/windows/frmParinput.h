@@ -28,6 +28,7 @@ class frmParinput : public InputWindow {
     // Whether the boxes say something else than what was taken from them last: the result that is shown, if
     // any, is not theirs.
     bool has_uncalculated_input() const;
+    QString uncalculated_boxes() const;  // their names: "T, p"; empty when there are none
 
     QGroupBox* fraPar = nullptr;
     std::array<QLabel*, 4> Bz{};
