@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 #include "base/number_text.h"
@@ -13,6 +14,7 @@
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/number_box.h"
+#include "ui/widgets/refusal_line.h"
 #include "ui/widgets/result_list.h"
 #include "ui/widgets/value_box.h"
 
@@ -31,6 +33,12 @@ QRadioButton* option(const char* array, int index, const QString& caption, QWidg
 
 QPushButton* button(const char* name, const char* caption, QWidget* parent) {
     return named(new QPushButton(QLatin1String(caption), parent), name, QLatin1String(caption));
+}
+
+// T and p that the calculator starts from.
+std::pair<double, double> state_of(const Document& document) {
+    const TpRhoPoint& point = document.exp.points[0];
+    return {point.T, point.p};
 }
 
 }  // namespace
@@ -69,8 +77,14 @@ frmIsoCalc::frmIsoCalc(Workbench& bench, IsoCalculator calculator, QWidget* pare
     build_layout();
     connect_controls();
     show_calculator();
-    txtFuConst->setFocus();
-    txtFuConst->selectAll();
+    // A window that is put into the area gets the focus with its first control: after that.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            txtFuConst->setFocus();
+            txtFuConst->selectAll();
+        },
+        Qt::QueuedConnection);
 }
 
 void frmIsoCalc::build_layout() {
@@ -97,14 +111,19 @@ void frmIsoCalc::build_layout() {
 
     auto* form = new QGridLayout;
     add_form_row(form, 0, lblTpVorgabe, txtTpVorgabe);
-    add_form_row(form, 1, lblFuConst, txtFuConst);
-    form->addWidget(lblFuUnit, 1, 2);
-    form->addWidget(hint_label(QStringLiteral("manual input possible; for unit see \"Options\""), this), 1,
+    add_form_row(form, 2, lblFuConst, txtFuConst);
+    for (const auto& [box, row] : {std::pair{txtTpVorgabe, 1}, {txtFuConst, 3}}) {
+        auto* line = new RefusalLine(box, nullptr, this);
+        line->setObjectName(box->objectName() + QStringLiteral("_refusal"));
+        form->addWidget(line, row, 1, 1, 3, Qt::AlignLeft);
+    }
+    form->addWidget(lblFuUnit, 2, 2);
+    form->addWidget(hint_label(QStringLiteral("manual input possible; for unit see \"Options\""), this), 2,
                     3);
     lblTpCalc->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblTpCalc->setBuddy(txtTpCalc);
-    form->addWidget(lblTpCalc, 2, 0);
-    form->addWidget(txtTpCalc, 2, 1, 1, 3, Qt::AlignLeft);
+    form->addWidget(lblTpCalc, 4, 0);
+    form->addWidget(txtTpCalc, 4, 1, 1, 3, Qt::AlignLeft);
     form->setColumnStretch(0, 0);
     form->setColumnStretch(3, 1);
 
@@ -149,9 +168,11 @@ void frmIsoCalc::connect_controls() {
     connect(cmdIsoHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this); });
     txtFuConst->press_on_enter(cmdCalc);
     connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
-        // The value of the function would be one of the former unit or reference state.
-        if (changes.substance || changes.models || !(changes.units || changes.reference)) return;
-        calculator_.last.reset();
+        if (changes.substance || changes.models || searching_) return;
+        // The value of the function would be one of the former unit, reference state or state.
+        const bool other_value = changes.units || changes.reference;
+        if (!other_value && !(changes.inputs && state_of(bench_.document()) != state_)) return;
+        if (other_value) calculator_.last.reset();
         Liste->show_text({});
         choose();
     });
@@ -172,27 +193,42 @@ void frmIsoCalc::choose() {
 
 void frmIsoCalc::calculate() {
     read_options();
-    calculator_.txtTpVorgabe = txtTpVorgabe->value();
-    calculator_.txtFuConst = txtFuConst->value();
-    const bool found = iso_calculate(bench_.session, calculator_);
+    if (const auto refusal = take_iso_boxes(calculator_, txtTpVorgabe->typed(), txtFuConst->typed()))
+        return (refusal->box == 0 ? txtTpVorgabe : txtFuConst)->refuse(refusal->rule);
+    const auto changes = iso_calculate(bench_.session, calculator_);
     show_calculator();
-    if (!found) {
+    if (changes)
+        show_state(*changes);
+    else
         Liste->show_text({});
-        return;
-    }
-    show_found_state();
-    emit state_changed();
+    txtFuConst->setFocus();
+    txtFuConst->selectAll();
 }
 
 void frmIsoCalc::reset() {
-    iso_reset(bench_.session, calculator_);
+    const Changes changes = iso_reset(bench_.session, calculator_);
     show_calculator();
-    if (!calculator_.last) return;
+    if (calculator_.last) show_state(changes);
+}
+
+// The state in force, and everybody hears of it.
+void frmIsoCalc::show_state(const Changes& changes) {
     show_found_state();
+    {
+        const QScopedValueRollback guard(searching_, true);
+        bench_.announce(changes);
+    }
     emit state_changed();
 }
 
 void frmIsoCalc::show_calculator() {
+    state_ = state_of(bench_.document());
+    const auto M = static_cast<double>(bench_.document().substance.constants.MolMass);
+    const CaptionParts given = caption_parts(iso_given_label(calculator_));
+    txtTpVorgabe->set_unit(calculator_.IsoIn == iso_find_p ? Quantity::T : Quantity::p, given.unit, M);
+    txtFuConst->set_unit(iso_quantity(calculator_), iso_unit(bench_.session, calculator_), M);
+    txtTpVorgabe->take_back_refusal();
+    txtFuConst->take_back_refusal();
     optIsoTp[calculator_.IsoIn]->setChecked(true);
     OptIsoFu[calculator_.IsoFu]->setChecked(true);
     optIsoPhase[calculator_.optIsoPhase]->setChecked(true);

@@ -1,6 +1,7 @@
 // The Iso Calculator: which p at a given T, or which T at a given p, gives a function its value.
 #pragma once
 #include <QWidget>
+#include <utility>
 
 #include "forms/iso_form.h"
 
@@ -46,11 +47,14 @@ class frmIsoCalc : public QWidget {
     void choose();  // another function, phase or given quantity
     void calculate();
     void reset();
+    void show_state(const Changes& changes);
     void show_calculator();
     void show_found_state();
 
     Workbench& bench_;
     IsoCalculator calculator_;
+    std::pair<double, double> state_{};  // T and p of the direct input when the boxes were filled
+    bool searching_ = false;             // the document changes by a state found here
     QLabel* lblFuUnit;
 };
 

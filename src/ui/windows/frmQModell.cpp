@@ -253,7 +253,7 @@ void frmQModell::choose_eos(bool left) {
 
 void frmQModell::ask_for_constants() {
     if (!std::exchange(constants_wanted_, false)) return;
-    frmBParInput input(form_->eos_input, frame_.bench().messages(), this);
+    frmBParInput input(form_->eos_input, this);
     if (input.exec() == QDialog::Accepted) form_->eos_input = input.constants();
 }
 
