@@ -20,7 +20,7 @@ namespace {
 using Model = ResultTableModel;
 constexpr int Inset = ResultTableDelegate::Inset;
 constexpr int NumberMargin = 16;  // of a column of numbers, both sides together
-constexpr int LeastQuantity = 60, LeastNumber = 30;
+constexpr int LeastQuantity = 60;
 
 // Heads that stand over their texts: the base class knows one margin for all.
 class Heads : public QHeaderView {
@@ -206,16 +206,14 @@ void ResultTableView::lay_out_columns() {
     }
     if (const int missing = sum(widths) - room; missing > 0)
         widths[Model::Quantity] = std::max(LeastQuantity, widths[Model::Quantity] - missing);
-    int shares = 0;
-    for (int c = Model::FirstValue; c < Model::ColumnCount; ++c) shares += model_.has_column(c);
-    int left = room - sum(widths);  // below 0 in a window that is too narrow: numbers are elided
-    for (int c = Model::FirstValue; c < Model::ColumnCount; ++c) {
-        if (!model_.has_column(c)) continue;
-        const int share = left / shares--;
-        int& width = widths[static_cast<std::size_t>(c)];
-        const int wanted = std::max(LeastNumber, width + share);
-        left -= wanted - width;
-        width = wanted;
+    // Room that is left, or missing in a window that is too narrow: then numbers are elided.
+    int left = room - sum(widths);
+    int numbers = std::accumulate(widths.begin() + Model::FirstValue, widths.end(), 0);
+    for (auto width = widths.begin() + Model::FirstValue; width != widths.end() && numbers > 0; ++width) {
+        const int share = left * *width / numbers;
+        numbers -= *width;
+        left -= share;
+        *width = std::max(0, *width + share);
     }
     delegate_->symbol_shown = symbol;
     for (int c = 0; c < Model::ColumnCount; ++c) {
