@@ -171,6 +171,18 @@ TEST_F(TableOfResult, arrows_go_by_cell_and_fold_sections) {
     EXPECT_FALSE(tab.view()->isExpanded(tab.section(0)));
 }
 
+TEST_F(TableOfResult, keys_of_the_window_go_through) {
+    tab.go_to(tab.cell("h", Model::Unit));
+    for (const Qt::Key code : {Qt::Key_Escape, Qt::Key_F5, Qt::Key_F1, Qt::Key_Return}) {
+        QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier);
+        QApplication::sendEvent(QApplication::focusWidget(), &event);
+        EXPECT_FALSE(event.isAccepted()) << code;
+    }
+    EXPECT_EQ(tab.view()->currentIndex(), tab.cell("h", Model::Unit));
+    key(Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), tab.view());
+}
+
 TEST_F(TableOfResult, marked_cells_are_copied_else_all) {
     tab.go_to(tab.cell("h", Model::FirstValue));
     key(Qt::Key_C, Qt::ControlModifier);
