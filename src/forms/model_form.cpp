@@ -199,11 +199,13 @@ ModelOk confirm_models(Session& session, const ModelForm& form, Messages& messag
     ok.ModelStatus = ModelStatus(form.models);
     session.shell.ModelStatus = ok.ModelStatus;
     session.shell.ModelsConfirmed = true;
+    session.shell.ModelChange.clear();
     return ok;
 }
 
-void unconfirm_models(Session& session) {
+void unconfirm_models(Session& session, std::string change) {
     session.shell.ModelsConfirmed = false;
+    session.shell.ModelChange = std::move(change);
     session.shell.ModelStatus.clear();
 }
 

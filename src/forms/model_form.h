@@ -75,7 +75,7 @@ struct ModelOk {
     Changes changes;
 };
 ModelOk confirm_models(Session& session, const ModelForm& form, Messages& messages);
-// A choice in the window takes the confirmation back until the next OK.
-void unconfirm_models(Session& session);
+// A choice in the window takes the confirmation back until the next OK. change: what was chosen, in words.
+void unconfirm_models(Session& session, std::string change = {});
 
 }  // namespace quom

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 #include "base/number_text.h"
@@ -14,6 +15,7 @@
 #include "ui/widgets/labels.h"
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/result_list.h"
+#include "ui/widgets/stale_line.h"
 #include "ui/widgets/value_box.h"
 
 namespace quom {
@@ -70,6 +72,7 @@ frmIsoCalc::frmIsoCalc(Workbench& bench, IsoCalculator calculator, QWidget* pare
     not_yet_available(cmdShowManuInput);
     build_layout();
     connect_controls();
+    shown_ = state_in_force();
     show_calculator();
     txtFuConst->setFocus();
     txtFuConst->selectAll();
@@ -118,7 +121,9 @@ void frmIsoCalc::build_layout() {
     buttons->addWidget(cmdReset);
     buttons->addWidget(cmdCalc);
 
+    stale = new StaleLine({txtTpVorgabe, txtFuConst, txtTpCalc, Liste}, this);
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(stale);
     layout->addLayout(choices);
     layout->addLayout(form);
     layout->addWidget(Liste, 1);
@@ -150,13 +155,45 @@ void frmIsoCalc::connect_controls() {
     connect(cmdEsc, &QPushButton::clicked, this, [this] { drop_window(this); });
     connect(cmdIsoHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this, HelpTopic); });
     txtFuConst->press_on_enter(cmdCalc);
-    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
-        // The value of the function would be one of the former unit or reference state.
-        if (changes.substance || changes.models || !(changes.units || changes.reference)) return;
-        calculator_.last.reset();
-        Liste->show_text({});
-        choose();
-    });
+    connect(&bench_, &Workbench::changed, this, &frmIsoCalc::document_changed);
+}
+
+// Data point 0 as mode 8 would calculate it.
+ShownResult frmIsoCalc::state_in_force() const {
+    ShownResult state = result_in_force(bench_.session);
+    Document document = bench_.document();
+    document.calc = {};
+    document.calc.CalcMode = Mode::functions;
+    state.input = state_input(document, 0);
+    state.ShowFunctions = false;
+    state.ExtLevel = 1;
+    state.direct = true;
+    return state;
+}
+
+// Values of a former unit, reference state, model or state give way to those in force; what was found last is
+// of them too.
+void frmIsoCalc::document_changed() {
+    if (own_change_) return;
+    const bool confirmed = bench_.session.shell.ModelsConfirmed;
+    const auto words = confirmed ? std::nullopt : why_stale(bench_.session, shown_);
+    stale->show_reason(words ? QString::fromStdString(words->changed) : QString());
+    cmdCalc->setEnabled(confirmed);
+    cmdReset->setEnabled(confirmed);
+    const ShownResult now = state_in_force();
+    if (!confirmed || now == shown_) return;
+    shown_ = now;
+    calculator_.last.reset();
+    Liste->show_text({});
+    choose();
+}
+
+void frmIsoCalc::announce_state() {
+    const QScopedValueRollback own(own_change_, true);
+    Changes changes;
+    changes.inputs = true;
+    bench_.announce(changes);
+    shown_ = state_in_force();
 }
 
 void frmIsoCalc::read_options() {
@@ -183,7 +220,7 @@ void frmIsoCalc::calculate() {
         return;
     }
     show_found_state();
-    emit state_changed();
+    announce_state();
 }
 
 void frmIsoCalc::reset() {
@@ -191,7 +228,7 @@ void frmIsoCalc::reset() {
     show_calculator();
     if (!calculator_.last) return;
     show_found_state();
-    emit state_changed();
+    announce_state();
 }
 
 void frmIsoCalc::show_calculator() {

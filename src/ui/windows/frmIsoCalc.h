@@ -2,6 +2,7 @@
 #pragma once
 #include <QWidget>
 
+#include "forms/freshness.h"
 #include "forms/iso_form.h"
 
 class QAbstractButton;
@@ -14,6 +15,7 @@ namespace quom {
 class Workbench;
 class NumberBox;
 class ResultList;
+class StaleLine;
 class ValueBox;
 
 class frmIsoCalc : public QWidget {
@@ -31,10 +33,7 @@ class frmIsoCalc : public QWidget {
     ResultList* Liste;  // the state found
     QPushButton *cmdCalc, *cmdReset, *cmdShowManuInput, *cmdEsc;
     QAbstractButton* cmdIsoHelp;
-
- signals:
-    // T and p of the direct input are those of another state.
-    void state_changed();
+    StaleLine* stale;
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -48,9 +47,14 @@ class frmIsoCalc : public QWidget {
     void reset();
     void show_calculator();
     void show_found_state();
+    void document_changed();
+    ShownResult state_in_force() const;
+    void announce_state();  // T and p of the direct input are those of another state
 
     Workbench& bench_;
     IsoCalculator calculator_;
+    ShownResult shown_;
+    bool own_change_ = false;
     QLabel* lblFuUnit;
 };
 
