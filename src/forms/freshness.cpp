@@ -24,7 +24,7 @@ ShownResult result_in_force(const Session& session) {
             .units = session.document.units,
             .ShowFunctions = calc.ShowFunctions,
             .ExtLevel = calc.ExtLevel,
-            .direct = calc.CurrentPoint == 0};
+            .direct = is_direct(session.document, calc.CalcMode)};
 }
 
 std::optional<StaleWords> why_stale(const Session& session, const ShownResult& shown) {
