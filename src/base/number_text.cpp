@@ -100,19 +100,14 @@ void append_decimals(std::string& out, const Decimal& d, int min_digits) {
     if (written < wanted) out.append(wanted - written, '0');
 }
 
-// The digits of |x| as every short form shows them: plain where they fit into the significant digits, else
-// with an exponent.
-void append_core(std::string& out, double x, int significant, bool zero_before_point) {
-    const Decimal d = decimal_of(x, significant);
-    const bool plain = d.exponent >= 0 ? d.exponent < significant : d.count - 1 - d.exponent <= significant;
-    if (plain) {
-        append_integer(out, d, zero_before_point || d.count == 0 ? 1 : 0);
-        if (d.count > d.exponent + 1) {
-            out += '.';
-            append_decimals(out, d, 0);
-        }
-        return;
-    }
+void append_plain(std::string& out, const Decimal& d, bool zero_before_point) {
+    append_integer(out, d, zero_before_point || d.count == 0 ? 1 : 0);
+    if (d.count <= d.exponent + 1) return;
+    out += '.';
+    append_decimals(out, d, 0);
+}
+
+void append_scientific(std::string& out, const Decimal& d) {
     out += d.digit[0];
     if (d.count > 1) {
         out += '.';
@@ -120,6 +115,14 @@ void append_core(std::string& out, double x, int significant, bool zero_before_p
     }
     out += 'E';
     append_exponent(out, d.exponent, 2, true);
+}
+
+// The digits of |x| as every short form shows them: plain where they fit into the significant digits, else
+// with an exponent.
+void append_core(std::string& out, double x, int significant, bool zero_before_point) {
+    const Decimal d = decimal_of(x, significant);
+    const bool plain = d.exponent >= 0 ? d.exponent < significant : d.count - 1 - d.exponent <= significant;
+    plain ? append_plain(out, d, zero_before_point) : append_scientific(out, d);
 }
 
 std::string general(double x, int significant, bool zero_before_point, std::string_view positive_sign) {
@@ -329,6 +332,15 @@ std::string formatMask(double x, std::string_view mask) {
         append_by_section(out, s, d);
         return out;
     }
+}
+
+std::string digitsNum(double x, int digits) {
+    if (!std::isfinite(x)) return std::string(kNotFinite);
+    const Decimal d = decimal_of(x, std::clamp(digits, 1, kDoubleDigits));
+    std::string out(x < 0.0 ? "-" : "");
+    const bool plain = d.exponent >= -3 && d.exponent < 6;
+    plain ? append_plain(out, d, true) : append_scientific(out, d);
+    return out;
 }
 
 std::string exactNum(double x) {

@@ -56,6 +56,11 @@ std::string genSingle(double x);
 // own. Rounds half away from zero on the 15-digit decimal value.
 std::string formatMask(double x, std::string_view mask);
 
+// The form of tables whose digits are chosen: rounded to 1 to 15 significant digits, no zeros at the end;
+// plain where the rounded |x| is 0 or from 1E-03 to below 1E+06, else with an exponent: "-0.0345",
+// "8.633932E-04".
+std::string digitsNum(double x, int digits);
+
 // Shortest text that reads back as the same double, for programs (JSON, CSV of the console).
 std::string exactNum(double x);
 

@@ -20,28 +20,6 @@ ReferencePointValues reference_values(const Fluid& fluid) {
             .s = zero.s0 + fluid.reference.sOffset};
 }
 
-std::string reference_text(const Fluid& fluid) {
-    if (fluid.models.cpKode == CpForm::none) return "no cp(idG), so no absolute h and s";
-    const ReferencePointValues zero = reference_values(fluid);
-    const bool zeros = zero.h == 0.0 && zero.s == 0.0;
-    const std::string values =
-        zeros ? "h = s = 0" : "h = " + shown(zero.h) + " kJ/kmol, s = " + shown(zero.s) + " kJ/(kmol K)";
-    return values + " of the ideal gas at " + shown(zero.T) + " K, " + shown(zero.p) + " kPa";
-}
-
-std::string models_text(const ModelSelection& models) {
-    std::string text = models_head(models);
-    const auto add = [&text](const char* of, std::string_view model) {
-        text += std::string(", ") + of + " ";
-        for (const char c : trim(model))
-            if (c != ' ' || text.back() != ' ') text += c;
-    };
-    if (models.EVPKode != Evp::none) add("p(LV):", evp_info(models.EVPKode).text);
-    if (models.HLVKode != Hlv::none) add("delta(LV)h:", hlv_info(models.HLVKode).text);
-    if (models.cpKode != CpForm::none) add("cp(idG):", cp_info(models.cpKode).text);
-    return text;
-}
-
 // The unit of displayed values; what a pure number is divided by.
 std::string told_unit(const Units& units, Quantity q) {
     const std::string_view unit = unit_text(units, q);
@@ -62,6 +40,28 @@ std::string substance_head(const SubstanceConstants& substance) {
 std::string models_head(const ModelSelection& models) {
     return std::string(trim(eos_info(models.EOSKode).text)) + ", " +
            (models.Konzept ? "GLOBAL concept" : "PARTIAL concept");
+}
+
+std::string reference_text(const Fluid& fluid) {
+    if (fluid.models.cpKode == CpForm::none) return "no cp(idG), so no absolute h and s";
+    const ReferencePointValues zero = reference_values(fluid);
+    const bool zeros = zero.h == 0.0 && zero.s == 0.0;
+    const std::string values =
+        zeros ? "h = s = 0" : "h = " + shown(zero.h) + " kJ/kmol, s = " + shown(zero.s) + " kJ/(kmol K)";
+    return values + " of the ideal gas at " + shown(zero.T) + " K, " + shown(zero.p) + " kPa";
+}
+
+std::string models_text(const ModelSelection& models) {
+    std::string text = models_head(models);
+    const auto add = [&text](const char* of, std::string_view model) {
+        text += std::string(", ") + of + " ";
+        for (const char c : trim(model))
+            if (c != ' ' || text.back() != ' ') text += c;
+    };
+    if (models.EVPKode != Evp::none) add("p(LV):", evp_info(models.EVPKode).text);
+    if (models.HLVKode != Hlv::none) add("delta(LV)h:", hlv_info(models.HLVKode).text);
+    if (models.cpKode != CpForm::none) add("cp(idG):", cp_info(models.cpKode).text);
+    return text;
 }
 
 Block substance_block(const SubstanceConstants& substance, int index) {

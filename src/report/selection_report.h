@@ -12,6 +12,10 @@ namespace quom {
 // "Water  H2O  7732-18-5", and the models in force "CEOS Peng / Robinson, GLOBAL concept".
 std::string substance_head(const SubstanceConstants& substance);
 std::string models_head(const ModelSelection& models);
+// All models: "Peng / Robinson, GLOBAL concept, p(LV): Wagner, cp(idG): sinh/cosh".
+std::string models_text(const ModelSelection& models);
+// "h = s = 0 of the ideal gas at 298.15 K, 101.325 kPa"; without cp(idG) that there is none.
+std::string reference_text(const Fluid& fluid);
 
 // "substance", "models", "reference", in JSON only. index: number in the list of the database. TRef0 [K],
 // pRef0 [kPa] is the state of the ideal gas where h is h0 [kJ/kmol] and s is s0 [kJ/(kmol K)]; TEnv [K], pEnv

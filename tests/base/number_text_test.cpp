@@ -39,6 +39,34 @@ TEST(NumberText, short_form_of_a_single) {
     for (const auto& c : cases) EXPECT_EQ(writeNum(c.x), c.text);
 }
 
+TEST(NumberText, form_with_chosen_digits) {
+    const struct {
+        double x;
+        int digits;
+        const char* text;
+    } cases[] = {{0.0, 7, "0"},
+                 {-0.0, 7, "0"},
+                 {100.0, 7, "100"},
+                 {3122.209487, 7, "3122.209"},
+                 {3122.209487, 5, "3122.2"},
+                 {-13671.62, 5, "-13672"},
+                 {123456.7, 5, "123460"},
+                 {0.001, 7, "0.001"},
+                 {0.00099999, 7, "9.9999E-04"},
+                 {0.00099999, 3, "0.001"},  // as it is rounded
+                 {8.633932e-4, 7, "8.633932E-04"},
+                 {999999.0, 7, "999999"},
+                 {999999.96, 7, "1E+06"},
+                 {-1.25e6, 7, "-1.25E+06"},
+                 {1.0 / 3.0, 15, "0.333333333333333"},
+                 {0.1 + 0.2, 15, "0.3"},
+                 {2.5e-100, 10, "2.5E-100"},
+                 {kInf, 7, "(Error)"},
+                 {1.25, 0, "1"},
+                 {1.0 / 3.0, 99, "0.333333333333333"}};
+    for (const auto& c : cases) EXPECT_EQ(digitsNum(c.x, c.digits), c.text) << c.x;
+}
+
 TEST(NumberText, short_form_of_a_double) {
     const struct {
         double x;
