@@ -21,6 +21,7 @@
 #include "ui/main/workbench.h"
 #include "ui/widgets/footer_line.h"
 #include "ui/widgets/result_list.h"
+#include "ui/widgets/result_table.h"
 #include "ui/widgets/state_strip.h"
 #include "ui/widgets/value_box.h"
 #include "ui/widgets/view_label.h"
@@ -59,7 +60,12 @@ void frmQCalcOut::connect_controls() {
     connect(cmdInfoSuperCrit, &QPushButton::clicked, this, [this] { open_picture(); });
     connect(cmdCalc_OK, &QPushButton::clicked, this, [this] { end_calculation(); });
     connect(strip, &StateStrip::calculate_again, this, [this] { calculate_again(); });
-    connect(tabs, &QTabWidget::currentChanged, this, [this](int tab) { bench_.memory.set(TabKey, tab); });
+    const auto show_tab = [this] { table->corner()->setVisible(tabs->currentWidget() == table); };
+    connect(tabs, &QTabWidget::currentChanged, this, [this, show_tab](int tab) {
+        bench_.memory.set(TabKey, tab);
+        show_tab();
+    });
+    show_tab();
     connect(&bench_, &Workbench::changed, this, [this] { document_changed(); });
     connect(&bench_, &Workbench::typed, this, [this] { document_changed(); });
 }
@@ -150,6 +156,7 @@ void frmQCalcOut::show_outcome() {
     footer->show_text(text_of(basis_line(bench_.fluid())));
     show_boxes();
     show_view();
+    table->show_outcome(bench_.fluid(), outcome_, calc.setup);
     if (diagnosis_) diagnosis_->show_outcome(outcome_);
     if (picture_) picture_->show_state(outcome_.T.value_or(0.0), outcome_.p.value_or(0.0));
 }
@@ -166,6 +173,7 @@ void frmQCalcOut::grey(bool stale) {
     for (ValueBox* box : {par1, par2, txtco2}) box->set_stale(stale);
     for (ViewLabel* label : {co1, Bezeichnung2, lblGleich}) label->set_stale(stale);
     Liste->set_stale(stale);
+    table->set_stale(stale);
     cmdCEOSDiagnose->setEnabled(!stale && view_.cmdCEOSDiagnose);
     cmdInfoSuperCrit->setEnabled(!stale);
 }

@@ -21,6 +21,7 @@ namespace quom {
 class ColumnHeads;
 class FooterLine;
 class ResultList;
+class ResultTable;
 class StateStrip;
 class ValueBox;
 class ViewLabel;
@@ -49,6 +50,7 @@ class frmQCalcOut : public QWidget {
 
     StateStrip* strip;  // with cmdCalculateAgain
     QTabWidget* tabs;   // list, table, record and output
+    ResultTable* table;
     FooterLine* footer;
     QGroupBox* fraBatchVorgabe;
     ValueBox *par1, *par2;

@@ -6,7 +6,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <iterator>
+#include <vector>
 
 #include "forms/calculation_form.h"
 #include "ui/look/look.h"
@@ -15,6 +15,8 @@
 #include "ui/widgets/footer_line.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/result_list.h"
+#include "ui/widgets/result_table.h"
+#include "ui/widgets/result_table_view.h"
 #include "ui/widgets/state_strip.h"
 #include "ui/widgets/value_box.h"
 #include "ui/widgets/view_label.h"
@@ -53,6 +55,7 @@ frmQCalcOut::frmQCalcOut(Workbench& bench, QWidget* parent)
     : QWidget(parent),
       strip(new StateStrip(this)),
       tabs(named(new QTabWidget(this), "tabs", QStringLiteral("Result"))),
+      table(new ResultTable(bench, this)),
       footer(named(new FooterLine(this), "footer")),
       fraBatchVorgabe(named(new QGroupBox(this), "fraBatchVorgabe")),
       par1(named(new ValueBox(this), "par1", QStringLiteral("Specified value 1"))),
@@ -111,8 +114,9 @@ void frmQCalcOut::build_layout() {
     layout->addWidget(fraBatchVorgabe);
 
     tabs->addTab(make_list_page(), QStringLiteral("L&ist"));
-    tabs->addTab(named(new QWidget, "pageTable"), QStringLiteral("T&able"));
+    tabs->addTab(table, QStringLiteral("T&able"));
     tabs->addTab(make_record_page(), QStringLiteral("&Record, output"));
+    tabs->setCornerWidget(table->corner());
     named(tabs->tabBar(), "tabBar", QStringLiteral("Parts of the result"));
     layout->addWidget(tabs, 1);
     layout->addWidget(footer);
@@ -191,32 +195,15 @@ QWidget* frmQCalcOut::make_record_page() {
 
 // As they are read: what it is, from what, the result, what it rests on, what can be done.
 void frmQCalcOut::set_tab_order() {
-    QWidget* const order[] = {strip,
-                              strip->cmdCalculateAgain,
-                              par1,
-                              par2,
-                              cmdRueck,
-                              cmdVor,
-                              tabs->tabBar(),
-                              cmdInfoSuperCrit,
-                              txtco2,
-                              Liste,
-                              chkUHS,
-                              ResPlus[0],
-                              ResPlus[1],
-                              cmdProtokoll,
-                              lblProtText2,
-                              cmdOpenNew,
-                              optResultPrint[0],
-                              optResultPrint[1],
-                              optResultPrint[2],
-                              chkFuncPrint,
-                              footer,
-                              cmdCEOSDiagnose,
-                              cmdIsoCalc,
-                              cmdShowManuInput,
-                              cmdCalc_OK};
-    for (std::size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
+    std::vector<QWidget*> order = {strip,         strip->cmdCalculateAgain, par1, par2, cmdRueck, cmdVor,
+                                   tabs->tabBar()};
+    for (QWidget* control : table->corner()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        if (control->focusPolicy() != Qt::NoFocus) order.push_back(control);
+    order.insert(order.end(), {table->view(), cmdInfoSuperCrit, txtco2, Liste, chkUHS, ResPlus[0], ResPlus[1],
+                               cmdProtokoll, lblProtText2, cmdOpenNew, optResultPrint[0], optResultPrint[1],
+                               optResultPrint[2], chkFuncPrint, footer, cmdCEOSDiagnose, cmdIsoCalc,
+                               cmdShowManuInput, cmdCalc_OK});
+    for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
 }  // namespace quom
