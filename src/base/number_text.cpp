@@ -299,6 +299,9 @@ std::string writeNum(double x) { return general(x, kDoubleDigits, false, ""); }
 std::string writeNum(float x) { return general(static_cast<double>(x), kFloatDigits, false, ""); }
 std::string genNum(double x) { return general(x, kDoubleDigits, true, ""); }
 std::string genNum(float x) { return general(static_cast<double>(x), kFloatDigits, true, ""); }
+std::string genNum(double x, int digits) {
+    return general(x, std::clamp(digits, 1, kDoubleDigits), true, "");
+}
 
 namespace {
 

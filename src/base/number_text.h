@@ -44,6 +44,8 @@ inline std::string writeNum(bool x) { return x ? "-1" : "0"; }
 std::string genNum(double x);
 std::string genNum(float x);
 inline std::string genNum(int x) { return genNum(static_cast<double>(x)); }
+// ... with up to so many significant digits, 1 to 15.
+std::string genNum(double x, int digits);
 
 // The short and the general form of a double as the float it is stored as, with up to 7 digits; a number
 // beyond the range of floats is shown all the same.

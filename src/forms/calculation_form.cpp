@@ -75,14 +75,23 @@ struct Named {
     }
 };
 
-// The first box without a value that can be taken; none when all have one.
-std::optional<std::size_t> faulty_box(const InputForm& form, const BoxValues& boxes) {
+NumberRule rule_of(const InputBox& box) {
+    return box.optional ? NumberRule::optional : NumberRule::above_zero;
+}
+
+InputTaken refused(std::size_t box, std::string rule) {
+    return {.refusal = no_valid_input(), .box = box, .rule = std::move(rule)};
+}
+
+// Refuses the first box without a value that can be taken.
+std::optional<InputTaken> refused_value(const InputForm& form, const BoxValues& boxes) {
+    if (form.par.empty()) return refused(0, "There is nothing to calculate.");
     for (std::size_t i = 0; i < form.par.size(); ++i) {
-        const auto stored = static_cast<float>(boxes[i]);  // most are kept as singles
-        if (!std::isfinite(stored)) return i;
-        if (form.par[i].optional ? stored < 0.0f : !(stored > 0.0f)) return i;
+        const InputBox& box = form.par[i];
+        std::string rule = broken_rule(caption_parts(box.label).name, boxes[i], rule_of(box));
+        if (!rule.empty()) return refused(i, std::move(rule));
     }
-    return form.par.empty() ? std::optional<std::size_t>(0) : std::nullopt;
+    return std::nullopt;
 }
 
 std::size_t box_of(const InputForm& form, BoxValue value) {
@@ -109,11 +118,19 @@ InputTaken take_reference_point(Document& document, const Named& value) {
     return {};
 }
 
+// Why an amount or a volume has no mass or density: without M, or beyond what can be stored.
+std::string not_convertible(const Document& document, const std::string& name, const char* size) {
+    if (!(molar_mass_of(document) > 0.0))
+        return name + " needs the molar mass, which the substance does not have.";
+    return name + " is too " + size + ".";
+}
+
 InputTaken take_tank(Document& document, const InputOptions& options, const InputForm& form,
                      const Named& value) {
     const double m =
         options.amount ? value(BoxValue::tank_n) * molar_mass_of(document) : value(BoxValue::tank_m);
-    if (!(m > 0.0)) return {.refusal = no_valid_input(), .box = box_of(form, BoxValue::tank_n)};
+    if (!(static_cast<float>(m) > 0.0f))
+        return refused(box_of(form, BoxValue::tank_n), not_convertible(document, "n", "small"));
     document.calc.tank = {.m = static_cast<float>(m),
                           .V = static_cast<float>(value(BoxValue::tank_V)),
                           .T = static_cast<float>(value(BoxValue::T))};
@@ -126,7 +143,7 @@ InputTaken take_point(Document& document, const UnitFactors& factors, const Mode
     if (options.volume && form.optRhoV)
         rho = density_of_volume(molar_mass_of(document), factors.vFactor, value(BoxValue::volume));
     if (form.optRhoV && !(static_cast<float>(rho) > 0.0f))
-        return {.refusal = no_valid_input(), .box = box_of(form, BoxValue::volume)};
+        return refused(box_of(form, BoxValue::volume), not_convertible(document, "V", "large"));
     if (document.exp.points.empty()) document.exp.points.resize(1);
     TpRhoPoint& point = document.exp.points[0];
     point = {};
@@ -183,6 +200,28 @@ Dispatch CalcDispatch(const Document& document, Mode mode, Messages& messages) {
     return way;
 }
 
+std::optional<Quantity> quantity_of(BoxValue value) {
+    switch (value) {
+        case BoxValue::T:
+            return Quantity::T;
+        case BoxValue::p:
+        case BoxValue::pLV:
+            return Quantity::p;
+        case BoxValue::density:
+        case BoxValue::rhoL:
+        case BoxValue::rhoV:
+            return Quantity::rho;
+        case BoxValue::volume:
+            return Quantity::v;
+        case BoxValue::tank_V:
+            return Quantity::tank_volume;
+        case BoxValue::tank_m:
+        case BoxValue::tank_n:
+            return Quantity::mass;
+    }
+    return std::nullopt;
+}
+
 InputForm input_form(const Document& document, int kind, const InputOptions& options) {
     InputForm form;
     form.button = "Calculate";
@@ -220,11 +259,24 @@ double volume_of_density(double M, double vFactor, double rho) { return rho > 0.
 InputTaken take_input(Document& document, const UnitFactors& factors, int kind, const InputOptions& options,
                       const BoxValues& boxes) {
     const InputForm form = input_form(document, kind, options);
-    if (const auto box = faulty_box(form, boxes)) return {.refusal = no_valid_input(), .box = *box};
+    if (auto refusal = refused_value(form, boxes)) return *std::move(refusal);
     const Named value{form, boxes};
     if (kind == input_reference_point) return take_reference_point(document, value);
     if (kind == input_tank) return take_tank(document, options, form, value);
     return take_point(document, factors, mode_info(mode_of_kind(kind)), options, form, value);
+}
+
+InputTaken take_input(Document& document, const UnitFactors& factors, int kind, const InputOptions& options,
+                      const BoxTexts& texts) {
+    const InputForm form = input_form(document, kind, options);
+    BoxValues boxes{};
+    for (std::size_t i = 0; i < form.par.size(); ++i) {
+        const InputBox& box = form.par[i];
+        BoxNumber read = read_box(caption_parts(box.label).name, texts[i].text, rule_of(box), texts[i].zero);
+        if (!read.fault.empty()) return refused(i, std::move(read.fault));
+        boxes[i] = read.value;
+    }
+    return take_input(document, factors, kind, options, boxes);
 }
 
 BoxValues input_boxes(const Document& document, const UnitFactors& factors, int kind,

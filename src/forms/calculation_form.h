@@ -10,6 +10,7 @@
 
 #include "base/messages.h"
 #include "forms/refusal.h"
+#include "quantities/quantity_table.h"
 #include "session/session.h"
 
 namespace quom {
@@ -52,6 +53,9 @@ struct InputOptions {
 
 enum class BoxValue { T, p, pLV, density, volume, rhoL, rhoV, tank_V, tank_m, tank_n };
 
+// What a value is; none for one without units of its own.
+std::optional<Quantity> quantity_of(BoxValue value);
+
 struct InputBox {
     BoxValue value{};
     std::string_view label;
@@ -77,6 +81,7 @@ struct InputTaken {
     std::optional<Message> refusal{};  // nothing was taken
     bool calculate = false;            // data point 0 is to be calculated
     std::size_t box = 0;               // of a refusal: the first box to be corrected
+    std::string rule{};                // ... and what is wrong with it: "p must be above 0."
 };
 // Checks the boxes of a kind and stores them in the document: the reference point, the tank, or data point 0,
 // which is emptied before and becomes the point in force. Boxes in the units of their labels; a volume
@@ -84,6 +89,16 @@ struct InputTaken {
 // it, a mass M that is missing.
 InputTaken take_input(Document& document, const UnitFactors& factors, int kind, const InputOptions& options,
                       const BoxValues& boxes);
+
+// What stands in a box, and how 0 reads in the unit in which it was typed.
+struct BoxText {
+    std::string text;
+    std::string zero = "0";
+};
+using BoxTexts = std::array<BoxText, 4>;  // in the order of InputForm::par
+// The same for the texts of the boxes; what is missing or no number is refused too.
+InputTaken take_input(Document& document, const UnitFactors& factors, int kind, const InputOptions& options,
+                      const BoxTexts& texts);
 
 // What the boxes of a kind hold when the window opens: the values last taken, 0 where there are none.
 BoxValues input_boxes(const Document& document, const UnitFactors& factors, int kind,

@@ -1,10 +1,10 @@
 #include "forms/iso_form.h"
 
 #include <cmath>
+#include <utility>
 
+#include "base/code_page.h"
 #include "base/number_text.h"
-#include "forms/refusal.h"
-#include "quantities/quantity_table.h"
 
 namespace quom {
 namespace {
@@ -30,11 +30,11 @@ std::optional<double> displayed(const Session& session, const Outcome& state, in
     return *molar * iso_factor(session, Column, *state.T);
 }
 
-void set_point(Session& session, double T, double p) {
+Changes set_point(Session& session, double T, double p) {
     Document document = session.document;
     document.exp.points[0].T = T;
     document.exp.points[0].p = p;
-    commit(session, std::move(document));
+    return commit(session, std::move(document));
 }
 
 }  // namespace
@@ -78,6 +78,8 @@ std::string_view iso_given_label(const IsoCalculator& c) {
     return c.IsoIn == iso_find_p ? "  T/K = " : "p/kPa = ";
 }
 
+Quantity iso_quantity(const IsoCalculator& c) { return quantity_of(c.IsoFu); }
+
 std::string_view iso_unit(const Session& session, const IsoCalculator& c) {
     return unit_text(session.document.units, quantity_of(c.IsoFu));
 }
@@ -90,7 +92,19 @@ void show_current_state(const Session& session, IsoCalculator& c) {
     c.txtFuConst = displayed(session, iso_state(session), c.IsoFu, c.optIsoPhase).value_or(0.0);
 }
 
-bool iso_calculate(Session& session, IsoCalculator& c) {
+std::optional<BoxRefusal> take_iso_boxes(IsoCalculator& c, const std::string& given,
+                                         const std::string& function) {
+    BoxNumber Tp = read_box(caption_parts(iso_given_label(c)).name, given, NumberRule::above_zero);
+    if (!Tp.fault.empty()) return BoxRefusal{0, std::move(Tp.fault)};
+    const std::string_view label = iso_captions[static_cast<std::size_t>(c.IsoFu)].label;
+    BoxNumber value = read_box(trim(label.substr(0, label.find('='))), function, NumberRule::any);
+    if (!value.fault.empty()) return BoxRefusal{1, std::move(value.fault)};
+    c.txtTpVorgabe = Tp.value;
+    c.txtFuConst = value.value;
+    return std::nullopt;
+}
+
+std::optional<Changes> iso_calculate(Session& session, IsoCalculator& c) {
     const TpRhoPoint& point = session.document.exp.points[0];
     const bool find_p = c.IsoIn == iso_find_p;
     const double start = find_p ? point.p : point.T;
@@ -103,7 +117,7 @@ bool iso_calculate(Session& session, IsoCalculator& c) {
                                                  .start = start > 0.0 ? std::optional(start) : std::nullopt});
     if (found.reason != Reason::none) {
         c.txtTpCalc = "No solution found";
-        return false;
+        return std::nullopt;
     }
     c.txtTpCalc = genNum(found.value);
     c.last = IsoCalculator::Success{.T = find_p ? c.txtTpVorgabe : found.value,
@@ -112,8 +126,7 @@ bool iso_calculate(Session& session, IsoCalculator& c) {
                                     .IsoFu = c.IsoFu,
                                     .optIsoPhase = c.optIsoPhase,
                                     .txtFuConst = c.txtFuConst};
-    set_point(session, c.last->T, c.last->p);
-    return true;
+    return set_point(session, c.last->T, c.last->p);
 }
 
 Outcome iso_state(const Session& session) {
@@ -123,13 +136,13 @@ Outcome iso_state(const Session& session) {
     return CalcBatch(*session.fluid, state_input(document, 0));
 }
 
-void iso_reset(Session& session, IsoCalculator& c) {
+Changes iso_reset(Session& session, IsoCalculator& c) {
     if (!c.last) {
         c.txtTpCalc = "No solution";
-        return;
+        return {};
     }
     const IsoCalculator::Success last = *c.last;
-    set_point(session, last.T, last.p);
+    const Changes changes = set_point(session, last.T, last.p);
     c.IsoIn = last.IsoIn;
     c.IsoFu = last.IsoFu;
     c.optIsoPhase = last.optIsoPhase;
@@ -137,6 +150,7 @@ void iso_reset(Session& session, IsoCalculator& c) {
     c.txtTpVorgabe = c.IsoIn == iso_find_p ? last.T : last.p;
     c.result_label = result_label(c);
     c.txtTpCalc = genNum(c.IsoIn == iso_find_p ? last.p : last.T);
+    return changes;
 }
 
 }  // namespace quom

@@ -7,6 +7,8 @@
 
 #include "base/messages.h"
 #include "calc/iso_search.h"
+#include "forms/refusal.h"
+#include "quantities/quantity_table.h"
 #include "session/session.h"
 
 namespace quom {
@@ -57,20 +59,27 @@ IsoOpened open_iso_calculator(const Session& session);
 
 // "  T/K = " or "p/kPa = ", the label of the given value.
 std::string_view iso_given_label(const IsoCalculator& calculator);
+Quantity iso_quantity(const IsoCalculator& calculator);                              // the function
 std::string_view iso_unit(const Session& session, const IsoCalculator& calculator);  // of the function
 
 // After another choice of optIsoTp, OptIsoFu or optIsoPhase: given value and function of the state of data
 // point 0.
 void show_current_state(const Session& session, IsoCalculator& calculator);
 
-// cmdCalc: searches from the state of data point 0, which becomes the state found. False: txtTpCalc is "No
-// solution found", and the document is as it was.
-bool iso_calculate(Session& session, IsoCalculator& calculator);
+// Takes the texts of the boxes txtTpVorgabe (0) and txtFuConst (1); the first that is no value is told with
+// its rule, and nothing is taken.
+std::optional<BoxRefusal> take_iso_boxes(IsoCalculator& calculator, const std::string& given,
+                                         const std::string& function);
+
+// cmdCalc: searches from the state of data point 0, which becomes the state found; what has changed with it.
+// None: txtTpCalc is "No solution found", and the document is as it was.
+std::optional<Changes> iso_calculate(Session& session, IsoCalculator& calculator);
 
 // The state of data point 0 in mode 8.
 Outcome iso_state(const Session& session);
 
-// cmdReset: data point 0 and the boxes as of the last success; "No solution" without one.
-void iso_reset(Session& session, IsoCalculator& calculator);
+// cmdReset: data point 0 and the boxes as of the last success, and what has changed; "No solution" without
+// one.
+Changes iso_reset(Session& session, IsoCalculator& calculator);
 
 }  // namespace quom

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "engine/ideal_gas.h"
-#include "forms/refusal.h"
 #include "session/data_diagnosis.h"
 
 namespace quom {
@@ -94,6 +94,28 @@ std::optional<Message> take_reference(Document& document, const ReferenceBoxes& 
     if (auto refusal = reference_refusal(document.substance.constants, r)) return refusal;
     document.reference = r;
     return std::nullopt;
+}
+
+ReferenceRefusal take_reference(Document& document, int option, const ReferenceTexts& texts) {
+    ReferenceBoxes boxes{.option = option};
+    const struct {
+        std::string_view name;
+        NumberRule rule;
+        double ReferenceBoxes::*value;
+    } rows[] = {
+        {caption_parts(reference_T_label).name, NumberRule::above_zero, &ReferenceBoxes::T0},
+        {caption_parts(reference_p_label).name, NumberRule::not_negative, &ReferenceBoxes::p0},
+        {"h", NumberRule::any, &ReferenceBoxes::h},
+        {"s", NumberRule::any, &ReferenceBoxes::s},
+        {caption_parts(environment_T_label).name, NumberRule::not_negative, &ReferenceBoxes::TEnv},
+        {caption_parts(environment_p_label).name, NumberRule::not_negative, &ReferenceBoxes::pEnv},
+    };
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        BoxNumber read = read_box(rows[i].name, texts[i], rows[i].rule);
+        if (!read.fault.empty()) return {.box = BoxRefusal{i, std::move(read.fault)}};
+        boxes.*rows[i].value = read.value;
+    }
+    return {.message = take_reference(document, boxes)};
 }
 
 }  // namespace quom

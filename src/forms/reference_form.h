@@ -1,10 +1,13 @@
 // Input of the reference state of h and s and of the environment of exergies: frmReferenz without its window.
 #pragma once
 #include <array>
+#include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "base/messages.h"
+#include "forms/refusal.h"
 #include "session/document.h"
 
 namespace quom {
@@ -67,5 +70,17 @@ std::optional<Message> reference_refusal(const SubstanceConstants& substance,
 
 // "OK": takes the boxes into the document; a TEnv of exactly 0 becomes 1e-6 K. A refusal takes nothing.
 std::optional<Message> take_reference(Document& document, const ReferenceBoxes& boxes);
+
+// The boxes of the window in their order.
+enum ReferenceBox : std::size_t { box_T0, box_p0, box_h, box_s, box_TEnv, box_pEnv };
+using ReferenceTexts = std::array<std::string, 6>;
+// Why the boxes cannot be taken: a text that is no number of its box, or (message) what no box can mend.
+struct ReferenceRefusal {
+    std::optional<BoxRefusal> box{};
+    std::optional<Message> message{};
+    explicit operator bool() const { return box || message; }
+};
+// The same for the texts of the boxes under an option (opt_HNull).
+ReferenceRefusal take_reference(Document& document, int option, const ReferenceTexts& texts);
 
 }  // namespace quom

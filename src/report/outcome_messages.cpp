@@ -1,5 +1,8 @@
 #include "report/outcome_messages.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "base/number_text.h"
 
 namespace quom {
@@ -99,6 +102,24 @@ std::vector<Message> outcome_messages(const Fluid& fluid, const Outcome& outcome
                 refusal("error occured during the calculation\n" + failure_text(outcome.failure)));
     }
     return boxes;
+}
+
+std::optional<Message> outcome_message(const Fluid& fluid, const Outcome& outcome, bool WarnTriple) {
+    std::vector<Message> boxes = outcome_messages(fluid, outcome, WarnTriple);
+    if (boxes.empty()) return std::nullopt;
+    if (boxes.size() == 1) return std::move(boxes.front());
+    // A refusal gives its title and its kind; the others are said under theirs.
+    const auto refused = std::ranges::find(boxes, MessageKind::stop, &Message::kind);
+    Message all = warning("WARNING", {});
+    if (refused != boxes.end()) {
+        all = std::move(*refused);
+        boxes.erase(refused);
+    }
+    for (const Message& box : boxes) {
+        if (!all.text.empty()) all.text += "\n\n";
+        all.text += box.title == all.title ? box.text : box.title + ":\n" + box.text;
+    }
+    return all;
 }
 
 }  // namespace quom

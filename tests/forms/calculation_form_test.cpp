@@ -129,6 +129,10 @@ TEST(InputBoxes, hold_what_each_kind_needs_and_give_it_back) {
                 const InputTaken refused = take_input(d, factors, c.kind, c.options, boxes);
                 EXPECT_EQ(refused.refusal.value_or(Message{}).text, "no valid input");
                 EXPECT_EQ(refused.box, i);
+                EXPECT_EQ(refused.rule,
+                          std::string(caption_parts(c.labels[i]).name) + (std::isnan(bad) ? " is no number."
+                                                                          : bad > 0       ? " is too large."
+                                                                                    : " must be above 0."));
                 EXPECT_EQ(d, before);
             }
         }
@@ -167,8 +171,13 @@ TEST(InputBoxes, turn_volumes_into_densities) {
     take_input(d, {}, 101, {}, {310, 5});
     EXPECT_EQ(d.exp.points[0], (TpRhoPoint{.T = 310, .rhoV = 5}));
     d.substance.constants.MolMass = 0;
-    EXPECT_TRUE(take_input(d, {}, 101, {.volume = true}, {300, 5}).refusal);
-    EXPECT_TRUE(take_input(d, {}, 33, {.amount = true}, {1, 1, 300}).refusal);
+    const auto rule = [&](int kind, const InputOptions& options, const BoxValues& boxes) {
+        return take_input(d, {}, kind, options, boxes).rule;
+    };
+    EXPECT_EQ(rule(101, {.volume = true}, {300, 5}),
+              "V needs the molar mass, which the substance does not have.");
+    EXPECT_EQ(rule(33, {.amount = true}, {1, 1, 300}),
+              "n needs the molar mass, which the substance does not have.");
 }
 
 TEST(InputBoxes, read_numbers_whole_or_not_at_all) {
@@ -177,12 +186,43 @@ TEST(InputBoxes, read_numbers_whole_or_not_at_all) {
         std::optional<double> value;
     };
     for (const Case& c : {Case{"1,5", 1.5}, Case{" 1.5e3 ", 1500.0}, Case{"", 0.0}, Case{"1.2.3", {}},
-                          Case{"12a", {}}, Case{"1e999", {}}, Case{"-", {}}}) {
+                          Case{"12a", {}}, Case{"1e999", {}}, Case{"-", {}}, Case{"1 000", {}}}) {
         EXPECT_EQ(box_number(c.text), c.value) << c.text;
     }
     EXPECT_EQ(box_text(103, BoxValue::T, 298.123456789), "298.123456789");
     EXPECT_EQ(box_text(33, BoxValue::T, 298.123456789), "298.1234");  // the nearest single is 298.12344
     EXPECT_EQ(box_text(103, BoxValue::T, 0.0), "");
+}
+
+TEST(InputBoxes, tell_the_first_box_that_cannot_be_taken) {
+    const Document before = sample::propane_document();
+    struct Case {
+        BoxTexts texts;  // T, p
+        std::size_t box;
+        const char* rule;
+    };
+    const std::string long_text(300, '1');
+    for (const Case& c :
+         {Case{{{{""}, {""}}}, 0, "T is missing."}, Case{{{{"300"}, {" "}}}, 1, "p is missing."},
+          Case{{{{"-5"}, {""}}}, 0, "T must be above 0."}, Case{{{{"300"}, {"-"}}}, 1, "- is no number."},
+          Case{{{{"-5", "-273.15 °C"}, {"1"}}}, 0, "T must be above -273.15 °C."},
+          Case{{{{"1e39"}, {"1"}}}, 0, "T is too large."}, Case{{{{"1e-400"}, {"1"}}}, 0, "T is too small."},
+          Case{{{{"1e-50"}, {"1"}}}, 0, "T is too small."},
+          Case{{{{long_text}, {"1"}}}, 0, "The text of T is too long."},
+          Case{{{{"5 furlong"}, {"1"}}}, 0, "furlong is no unit of T."},
+          Case{{{{"a text that never comes to an end"}, {"1"}}},
+               0,
+               "a text that never comes ... is no number."}}) {
+        Document d = before;
+        const InputTaken taken = take_input(d, {}, 103, {}, c.texts);
+        EXPECT_EQ(taken.refusal.value_or(Message{}).text, "no valid input") << c.rule;
+        EXPECT_EQ(taken.box, c.box) << c.rule;
+        EXPECT_EQ(taken.rule, c.rule);
+        EXPECT_EQ(d, before);
+    }
+    Document d = before;
+    ASSERT_FALSE(take_input(d, {}, 103, {}, BoxTexts{{{"293,15"}, {" 1e2"}}}).refusal);
+    EXPECT_EQ(d.exp.points[0], (TpRhoPoint{.T = 293.15, .p = 100}));
 }
 
 // Without a vapor pressure equation p(LV) of a PARTIAL calculation can be typed, and may be left out.

@@ -48,6 +48,20 @@ TEST(IsoCalculator, opens_calculates_and_resets) {
     EXPECT_LT(T, 320.0);  // Joule-Thomson: below the inversion the gas cools
     EXPECT_GT(T, 310.0);
 
+    const IsoCalculator kept = c;
+    for (const auto& [given, function, box, rule] : {std::tuple{"0", "1", 0u, "p must be above 0."},
+                                                     {"400", "", 1u, "H is missing."},
+                                                     {"4.0.0", "-", 0u, "4.0.0 is no number."}}) {
+        const auto refused = take_iso_boxes(c, given, function);
+        ASSERT_TRUE(refused);
+        EXPECT_EQ(refused->box, box);
+        EXPECT_EQ(refused->rule, rule);
+        EXPECT_EQ(c.txtTpVorgabe, kept.txtTpVorgabe);
+        EXPECT_EQ(c.txtFuConst, kept.txtFuConst);
+    }
+    EXPECT_FALSE(take_iso_boxes(c, "400", "-1.5e3"));
+    EXPECT_EQ(c.txtFuConst, -1500.0);
+
     const Document before = s.document;
     c.txtFuConst = -1e9;
     EXPECT_FALSE(iso_calculate(s, c));

@@ -119,6 +119,14 @@ TEST(ModelForm, constants_of_the_manual_virial_equation_are_typed_and_kept) {
     EXPECT_EQ(take_virial_input(form.eos_input, {0.1, INFINITY, 1.0}).value_or(Message{}).text,
               "no valid input");
     EXPECT_EQ(form.eos_input, EosInput{});
+    const EosInput before = form.eos_input;
+    for (const auto& [b1, rule] : {std::pair{"", "b1 is missing."}, {"1e", "1e is no number."}}) {
+        const auto refused = take_virial_input(form.eos_input, {"0.1", b1, "1e"});
+        ASSERT_TRUE(refused);
+        EXPECT_EQ(refused->box, 1u);
+        EXPECT_EQ(refused->rule, rule);
+        EXPECT_EQ(form.eos_input, before);
+    }
     ASSERT_FALSE(take_virial_input(form.eos_input, {0.1, 150.0, 1.0}));
     EXPECT_EQ(s.document.eos_input, EosInput{});
     ASSERT_EQ(confirm_models(s, form, user).err, 0);

@@ -65,6 +65,31 @@ TEST(OutcomeMessages, of_warnings) {
     }
 }
 
+// One temperature that is too low for everything is told once.
+TEST(OutcomeMessages, come_as_one) {
+    const Fluid fluid;
+    Outcome outcome;
+    outcome.mode = Mode::vaporization_T;
+    EXPECT_FALSE(outcome_message(fluid, outcome, true));
+    outcome.warnings = {{.kind = WarningKind::below_triple_point, .value = 70}};
+    EXPECT_EQ(outcome_message(fluid, outcome, true)->title, "Remark");
+    outcome.warnings.push_back(
+        {.kind = WarningKind::hlv_range, .value = 70, .low = 86, .high = 369, .offset = 16});
+    const Message both = outcome_message(fluid, outcome, true).value();
+    EXPECT_EQ(both.title, "WARNING");
+    EXPECT_EQ(both.kind, MessageKind::warning);
+    EXPECT_EQ(both.text,
+              "Remark:\nT < T(TP) (Triple Point)\n\n"
+              "Warning concerning equation delta(LV)h = Fu(T):\n"
+              "Temperature 16 K outside parameter validity\n(cf. Data/Parameters delta(LV)h = Fu(T))");
+    outcome.failure = {Reason::no_reference_point};
+    const Message refused = outcome_message(fluid, outcome, true).value();
+    EXPECT_EQ(refused.title, "Execution not possible");
+    EXPECT_EQ(refused.kind, MessageKind::stop);
+    EXPECT_TRUE(refused.text.starts_with("no reference data for PARTIAL method calculable\n"));
+    EXPECT_TRUE(refused.text.ends_with("\n\n" + both.text));
+}
+
 TEST(OutcomeMessages, of_refusals) {
     Fluid fluid;
     fluid.substance.StoffName = "Propane";

@@ -1,4 +1,6 @@
 // A calculation and its input windows, typed as a user types.
+#include <QAbstractItemView>
+#include <QClipboard>
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QPushButton>
@@ -11,6 +13,7 @@
 #include "ui/main/mdi_area.h"
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/result_list.h"
+#include "ui/widgets/unit_row.h"
 #include "ui/window_driver.h"
 #include "ui/windows/frmCalcIn.h"
 #include "ui/windows/frmParinput.h"
@@ -21,8 +24,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
-
-const auto not_valid = Pair("Execution not possible", "no valid input");
 
 // Types into the box that has the focus and goes on with Enter.
 void type(const char* text) {
@@ -136,19 +137,185 @@ TEST_F(Calculation, takes_typed_values_of_each_kind_and_shows_their_result) {
     }
 }
 
-TEST_F(Calculation, refuses_what_is_no_value_and_stays_at_the_box) {
+// The line under a box that is refused; empty without one.
+std::string rule_under(const NumberBox* box) {
+    const auto* line = box->window()->findChild<QLabel*>(box->objectName() + QStringLiteral("_refusal"));
+    return line && line->isVisible() ? line->text().toStdString() : std::string();
+}
+
+TEST_F(Calculation, refuses_in_place_what_is_no_value) {
     change([](Document& d) { d.exp.points[0] = {.T = 250, .p = 80}; });
     start(Mode::functions);
-    for (const auto& [T, p, box] : std::vector<std::tuple<const char*, const char*, int>>{
-             {"", "100", 0}, {"0", "100", 0}, {"300", "-1", 1}, {"1.2.3", "100", 0}, {"300", "1e400", 1}}) {
-        input()->par[0]->setText(QLatin1String(T));
-        input()->par[1]->setText(QLatin1String(p));
+    const QWidget* window = input();
+    const QSize usual = window->parentWidget()->size();
+    struct Case {
+        const char *T, *p;
+        std::size_t box;
+        const char* rule;
+    };
+    for (const Case& c :
+         {Case{"", "100", 0, "T is missing."}, Case{"0", "100", 0, "T must be above 0."},
+          Case{"300", "-1", 1, "p must be above 0."}, Case{"-", "-1", 0, "- is no number."},
+          Case{"1.2.3", "100", 0, "1.2.3 is no number."}, Case{"300", "1e400", 1, "p is too large."},
+          Case{"300", "1e-60", 1, "p is too small."}}) {
+        input()->par[0]->setText(QLatin1String(c.T));
+        input()->par[1]->setText(QLatin1String(c.p));
         input()->cmdParameter_OK->click();
-        EXPECT_THAT(messages.take(), ElementsAre(not_valid)) << T << " " << p;
-        EXPECT_TRUE(input()->par[static_cast<std::size_t>(box)]->hasFocus()) << T << " " << p;
+        QApplication::processEvents();
+        EXPECT_THAT(messages.take(), IsEmpty()) << "no box besides";
+        NumberBox* box = input()->par[c.box];
+        EXPECT_EQ(QApplication::focusWidget(), box) << c.rule;
+        EXPECT_EQ(box->selectedText().toStdString(), box->text().toStdString());
+        EXPECT_EQ(rule_under(box), c.rule);
+        EXPECT_EQ(box->toolTip().toStdString(), "no valid input");
+        EXPECT_EQ(box->accessibleDescription().toStdString(), c.rule);
+        EXPECT_FALSE(input()->par[1 - c.box]->refused()) << "one box at a time";
+        EXPECT_GT(window->parentWidget()->height(), usual.height()) << "grown by the line";
+        EXPECT_GE(window->height(), window->sizeHint().height());
         EXPECT_EQ(point().T, 250);
         EXPECT_THAT(open_windows(), ElementsAre("frmParinput"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+        QApplication::processEvents();
+        EXPECT_EQ(rule_under(box), "") << "the next key takes it away";
+        EXPECT_TRUE(box->toolTip().isEmpty() && box->accessibleDescription().isEmpty());
+        EXPECT_EQ(window->parentWidget()->size(), usual);
     }
+    type("");  // p of the last case
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5e2"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(point().p, 500);
+}
+
+TEST_F(Calculation, takes_values_in_other_units) {
+    start(Mode::functions);
+    const auto key = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+    // The list of the unit is opened and chosen from with keys.
+    const auto choose_unit = [&](std::size_t box, int steps) {
+        UnitCombo* unit = input()->rows[box]->unit;
+        unit->setFocus();
+        key(Qt::Key_Down);
+        ASSERT_TRUE(unit->view()->isVisible());
+        for (int i = 0; i < steps; ++i) QTest::keyClick(unit->view(), Qt::Key_Down);
+        QTest::keyClick(unit->view(), Qt::Key_Return);
+        frame.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&frame));
+        QApplication::processEvents();
+    };
+    const int height = input()->parentWidget()->height();
+    choose_unit(0, 1);
+    NumberBox* celsius = input()->rows[0]->other;
+    EXPECT_EQ(QApplication::focusWidget(), celsius) << "the value goes on in the unit chosen";
+    EXPECT_GT(input()->parentWidget()->height(), height);
+    QTest::keyClicks(celsius, QStringLiteral("20"));
+    EXPECT_EQ(input()->par[0]->text().toStdString(), "293.15");
+    choose_unit(1, 3);
+    NumberBox* atm = input()->rows[1]->other;
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1"));
+    EXPECT_EQ(input()->par[1]->text().toStdString(), "101.325");
+    // Enter goes over the boxes that are typed in, and calculates from the last.
+    celsius->setFocus();
+    key(Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget(), atm);
+    key(Qt::Key_Return);
+    EXPECT_EQ(point().T, 293.15);
+    EXPECT_EQ(point().p, 101.325);
+    EXPECT_EQ(QApplication::focusWidget(), celsius);
+    EXPECT_EQ(celsius->selectedText(), celsius->text());
+    // Typed in the other box, the first follows.
+    input()->par[0]->setFocus();
+    input()->par[0]->selectAll();
+    QTest::keyClicks(input()->par[0], QStringLiteral("373.15"));
+    EXPECT_EQ(celsius->text().toStdString(), "100");
+    input()->par[0]->selectAll();
+    QTest::keyClicks(input()->par[0], QStringLiteral("-"));
+    EXPECT_TRUE(celsius->text().isEmpty()) << "no value is left of one that is gone";
+    // Refused where it was typed, in its unit.
+    celsius->setFocus();
+    celsius->selectAll();
+    QTest::keyClicks(celsius, QStringLiteral("-300"));
+    input()->cmdParameter_OK->click();
+    EXPECT_EQ(rule_under(celsius), "T must be above -273.15 °C.");
+    EXPECT_FALSE(input()->par[0]->refused());
+    celsius->selectAll();
+    QTest::keyClicks(celsius, QStringLiteral("-"));
+    input()->cmdParameter_OK->click();
+    EXPECT_EQ(rule_under(celsius), "- is no number.");
+
+    // Another window starts with the units chosen, in its own first one after the choice was taken back.
+    start(Mode::virial);
+    EXPECT_EQ(QApplication::focusWidget(), input()->rows[0]->other);
+    EXPECT_EQ(input()->rows[0]->other->text().toStdString(), "20");
+    input()->rows[0]->unit->setCurrentIndex(0);
+    EXPECT_FALSE(input()->rows[0]->other->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), input()->par[0]);
+    start(Mode::functions);
+    EXPECT_FALSE(input()->rows[0]->other->isVisible());
+    EXPECT_TRUE(input()->rows[1]->other->isVisible());
+}
+
+TEST_F(Calculation, pasted_values_are_converted_or_refused) {
+    start(Mode::functions);
+    const auto paste = [](NumberBox* box, const char* text) {
+        QApplication::clipboard()->setText(QString::fromUtf8(text));
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
+    };
+    const auto* window = input();
+    struct Case {
+        std::size_t box;
+        const char *pasted, *text, *rule;
+    };
+    for (const Case& c : {Case{0, "20 °C", "293.15", ""},
+                          {0, " 68 °F \n", "293.15", ""},
+                          {0, "3,5e2", "3.5e2", ""},
+                          {0, "300 bar", "300 bar", "bar is no unit of T."},
+                          {0, "1 000", "1 000", "1 000 is no number."},
+                          {0, "\u2212 5", "- 5", "- 5 is no number."},
+                          {0, "12abc", "12abc", "abc is no unit of T."},
+                          {1, "1 atm", "101.325", ""},
+                          {1, "2 MPa", "2000", ""}}) {
+        input()->par[0]->setText(QStringLiteral("300"));
+        input()->par[1]->setText(QStringLiteral("100"));
+        paste(window->par[c.box], c.pasted);
+        EXPECT_EQ(window->par[c.box]->text().toStdString(), c.text) << c.pasted;
+        const TpRhoPoint before = point();
+        window->cmdParameter_OK->click();
+        EXPECT_EQ(rule_under(window->par[c.box]), c.rule) << c.pasted;
+        if (*c.rule) {
+            EXPECT_EQ(point(), before);
+        }
+    }
+    const std::string digits(5000, '7');
+    paste(window->par[0], digits.c_str());
+    window->cmdParameter_OK->click();
+    EXPECT_EQ(rule_under(window->par[0]), "The text of T is too long.");
+}
+
+TEST_F(Calculation, a_typed_box_is_told_until_it_is_calculated) {
+    start(Mode::functions);
+    int told = 0;
+    QObject::connect(input(), &frmParinput::input_changed, &frame, [&] { ++told; });
+    EXPECT_FALSE(input()->has_uncalculated_input());
+    type("300");
+    EXPECT_GT(told, 0);
+    EXPECT_TRUE(input()->has_uncalculated_input());
+    type("100");
+    EXPECT_FALSE(input()->has_uncalculated_input());
+    QTest::keyClicks(input()->par[0], QStringLiteral("301"));
+    EXPECT_TRUE(input()->has_uncalculated_input());
+    input()->par[0]->selectAll();
+    QTest::keyClicks(input()->par[0], QStringLiteral("300"));
+    EXPECT_FALSE(input()->has_uncalculated_input());
+    // Values from elsewhere stand in the boxes, unless others are being typed.
+    change([](Document& d) { d.exp.points[0].T = 323; });
+    EXPECT_EQ(input()->par[0]->text().toStdString(), "323");
+    EXPECT_FALSE(input()->has_uncalculated_input());
+    input()->par[1]->selectAll();
+    QTest::keyClicks(input()->par[1], QStringLiteral("7"));
+    change([](Document& d) { d.exp.points[0].T = 330; });
+    EXPECT_EQ(input()->par[0]->text().toStdString(), "323");
+    EXPECT_TRUE(input()->has_uncalculated_input());
 }
 
 TEST_F(Calculation, turns_volumes_into_densities_in_the_unit_of_the_options) {
@@ -379,7 +546,8 @@ TEST_F(Calculation, the_selection_leads_to_a_diagram_too) {
 TEST_F(Calculation, boxes_have_captions_and_tab_goes_down) {
     start(Mode::T_rho);
     const frmParinput* w = input();
-    const QList<QWidget*> order = {w->par[0], w->par[1], w->optRhoV[0], w->cmdParameter_OK, w->cmdClose};
+    const QList<QWidget*> order = {w->par[0],     w->rows[0]->unit,   w->par[1],  w->rows[1]->unit,
+                                   w->optRhoV[0], w->cmdParameter_OK, w->cmdClose};
     for (QWidget* control : order) {
         EXPECT_EQ(QApplication::focusWidget(), control) << qPrintable(control->objectName());
         EXPECT_FALSE(control->accessibleName().isEmpty()) << qPrintable(control->objectName());

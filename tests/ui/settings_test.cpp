@@ -1,5 +1,6 @@
 // Reference state, options, constants of the manual virial equation.
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -18,9 +19,8 @@ namespace quom {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using ::testing::Pair;
-
-const auto not_valid = Pair("Execution not possible", "no valid input");
 
 class Settings : public WindowDriver {
  protected:
@@ -84,16 +84,26 @@ TEST_F(Settings, reference_state_refused_or_cancelled_stays) {
     in_dialog<frmReferenz>("Toolbar1_11", [&](frmReferenz* w) {
         struct Case {
             NumberBox* box;
-            const char* text;
+            const char *text, *rule;
         };
-        for (const Case& c :
-             {Case{w->TRef0, "0"}, {w->pRef0, "-1"}, {w->hOffset, "1.2.3"}, {w->TEnv, "-1"}}) {
+        for (const Case& c : {Case{w->TRef0, "0", "To must be above 0."},
+                              {w->pRef0, "-1", "po must not be below 0."},
+                              {w->hOffset, "1.2.3", "1.2.3 is no number."},
+                              {w->sOffset, "", "s is missing."},
+                              {w->TEnv, "-1", "T(surr) must not be below 0."},
+                              {w->pEnv, "-", "- is no number."}}) {
             const QString good = c.box->text();
             c.box->setText(QLatin1String(c.text));
             w->OK->click();
             EXPECT_TRUE(w->isVisible()) << c.text;
-            EXPECT_THAT(messages.take(), ElementsAre(not_valid)) << c.text;
+            EXPECT_THAT(messages.take(), IsEmpty()) << c.text;
+            EXPECT_EQ(w->focusWidget(), c.box) << c.rule;
+            const auto* line = in<QLabel>(w, qPrintable(c.box->objectName() + QStringLiteral("_refusal")));
+            EXPECT_TRUE(line->isVisible());
+            EXPECT_EQ(line->text().toStdString(), c.rule);
+            EXPECT_TRUE(w->rect().contains(line->geometry().translated(line->parentWidget()->pos())));
             c.box->setText(good);
+            EXPECT_FALSE(line->isVisible()) << "another text takes it back";
         }
         w->opt_HNull[2]->click();
         QTest::keyClick(w, Qt::Key_Escape);
@@ -161,12 +171,14 @@ TEST_F(Settings, options_that_cannot_be_had_keep_the_window_open) {
 TEST_F(Settings, manual_virial_constants_survive_the_comparison) {
     EosInput typed_in;
     {
-        frmBParInput window(typed_in, messages, &frame);
+        frmBParInput window(typed_in, &frame);
         const char* typed[] = {"0.15", "1.2e5", "2.1"};
         for (int i = 0; i < 3; ++i) window.par[i]->setText(QLatin1String(typed[i]));
         window.par[1]->setText(QStringLiteral("1.2e5e"));
         window.cmdParameter_OK->click();
-        EXPECT_THAT(messages.take(), ElementsAre(not_valid));
+        EXPECT_TRUE(window.par[1]->refused());
+        EXPECT_EQ(window.par[1]->accessibleDescription().toStdString(), "1.2e5e is no number.");
+        EXPECT_THAT(messages.take(), IsEmpty());
         EXPECT_EQ(window.constants(), EosInput{});
         window.par[1]->setText(QLatin1String(typed[1]));
         window.cmdParameter_OK->click();
@@ -186,7 +198,7 @@ TEST_F(Settings, manual_virial_constants_survive_the_comparison) {
     EXPECT_NEAR(*outcome.B, 0.15 - 1.2e5 / std::pow(300.0, 2.1), 1e-12);
     EXPECT_EQ(document().eos_input, typed_in);
 
-    frmBParInput window(document().eos_input, messages, &frame);
+    frmBParInput window(document().eos_input, &frame);
     EXPECT_EQ(window.par[0]->text(), QStringLiteral("0.15"));
     EXPECT_EQ(window.par[1]->text(), QStringLiteral("120000"));
     window.par[0]->setText(QStringLiteral("7"));

@@ -2,7 +2,6 @@
 #pragma once
 #include <QDialog>
 
-#include "base/messages.h"
 #include "engine/models.h"
 
 class QPushButton;
@@ -12,11 +11,10 @@ namespace quom {
 class NumberBox;
 
 // Accepted: constants() are those of the boxes.
-
 class frmBParInput : public QDialog {
     Q_OBJECT
  public:
-    frmBParInput(const EosInput& constants, Messages& messages, QWidget* parent);
+    frmBParInput(const EosInput& constants, QWidget* parent);
     const EosInput& constants() const { return constants_; }
 
     NumberBox* par[3];  // b0, b1, b2
@@ -26,7 +24,6 @@ class frmBParInput : public QDialog {
  private:
     void take();
     EosInput constants_;
-    Messages& messages_;
 };
 
 }  // namespace quom

@@ -14,6 +14,7 @@
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/number_box.h"
+#include "ui/widgets/refusal_line.h"
 #include "ui/widgets/result_list.h"
 #include "ui/widgets/stale_line.h"
 #include "ui/widgets/value_box.h"
@@ -102,14 +103,19 @@ void frmIsoCalc::build_layout() {
 
     auto* form = new QGridLayout;
     add_form_row(form, 0, lblTpVorgabe, txtTpVorgabe);
-    add_form_row(form, 1, lblFuConst, txtFuConst);
-    form->addWidget(lblFuUnit, 1, 2);
-    form->addWidget(hint_label(QStringLiteral("manual input possible; for unit see \"Options\""), this), 1,
+    add_form_row(form, 2, lblFuConst, txtFuConst);
+    for (const auto& [box, row] : {std::pair{txtTpVorgabe, 1}, {txtFuConst, 3}}) {
+        auto* line = new RefusalLine(box, nullptr, this);
+        line->setObjectName(box->objectName() + QStringLiteral("_refusal"));
+        form->addWidget(line, row, 1, 1, 3, Qt::AlignLeft);
+    }
+    form->addWidget(lblFuUnit, 2, 2);
+    form->addWidget(hint_label(QStringLiteral("manual input possible; for unit see \"Options\""), this), 2,
                     3);
     lblTpCalc->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblTpCalc->setBuddy(txtTpCalc);
-    form->addWidget(lblTpCalc, 2, 0);
-    form->addWidget(txtTpCalc, 2, 1, 1, 3, Qt::AlignLeft);
+    form->addWidget(lblTpCalc, 4, 0);
+    form->addWidget(txtTpCalc, 4, 1, 1, 3, Qt::AlignLeft);
     form->setColumnStretch(0, 0);
     form->setColumnStretch(3, 1);
 
@@ -171,8 +177,8 @@ ShownResult frmIsoCalc::state_in_force() const {
     return state;
 }
 
-// Values of a former unit, reference state, model or state give way to those in force; what was found last is
-// of them too.
+// Values of a former unit, reference state, model or state give way to those in force, and so does what was
+// found last with them.
 void frmIsoCalc::document_changed() {
     if (own_change_) return;
     const bool confirmed = bench_.session.shell.ModelsConfirmed;
@@ -182,18 +188,10 @@ void frmIsoCalc::document_changed() {
     cmdReset->setEnabled(confirmed);
     const ShownResult now = state_in_force();
     if (!confirmed || now == shown_) return;
+    if (now.fluid != shown_.fluid || now.units != shown_.units) calculator_.last.reset();
     shown_ = now;
-    calculator_.last.reset();
     Liste->show_text({});
     choose();
-}
-
-void frmIsoCalc::announce_state() {
-    const QScopedValueRollback own(own_change_, true);
-    Changes changes;
-    changes.inputs = true;
-    bench_.announce(changes);
-    shown_ = state_in_force();
 }
 
 void frmIsoCalc::read_options() {
@@ -211,27 +209,41 @@ void frmIsoCalc::choose() {
 
 void frmIsoCalc::calculate() {
     read_options();
-    calculator_.txtTpVorgabe = txtTpVorgabe->value();
-    calculator_.txtFuConst = txtFuConst->value();
-    const bool found = iso_calculate(bench_.session, calculator_);
+    if (const auto refusal = take_iso_boxes(calculator_, txtTpVorgabe->typed(), txtFuConst->typed()))
+        return (refusal->box == 0 ? txtTpVorgabe : txtFuConst)->refuse(refusal->rule);
+    const auto changes = iso_calculate(bench_.session, calculator_);
     show_calculator();
-    if (!found) {
+    if (changes)
+        show_state(*changes);
+    else
         Liste->show_text({});
-        return;
-    }
-    show_found_state();
-    announce_state();
+    txtFuConst->setFocus();
+    txtFuConst->selectAll();
 }
 
 void frmIsoCalc::reset() {
-    iso_reset(bench_.session, calculator_);
+    const Changes changes = iso_reset(bench_.session, calculator_);
     show_calculator();
-    if (!calculator_.last) return;
+    if (calculator_.last) show_state(changes);
+}
+
+// The state in force, and everybody hears of it.
+void frmIsoCalc::show_state(const Changes& changes) {
     show_found_state();
-    announce_state();
+    {
+        const QScopedValueRollback own(own_change_, true);
+        bench_.announce(changes);
+    }
+    shown_ = state_in_force();
 }
 
 void frmIsoCalc::show_calculator() {
+    const auto M = static_cast<double>(bench_.document().substance.constants.MolMass);
+    const CaptionParts given = caption_parts(iso_given_label(calculator_));
+    txtTpVorgabe->set_unit(calculator_.IsoIn == iso_find_p ? Quantity::T : Quantity::p, given.unit, M);
+    txtFuConst->set_unit(iso_quantity(calculator_), iso_unit(bench_.session, calculator_), M);
+    txtTpVorgabe->take_back_refusal();
+    txtFuConst->take_back_refusal();
     optIsoTp[calculator_.IsoIn]->setChecked(true);
     OptIsoFu[calculator_.IsoFu]->setChecked(true);
     optIsoPhase[calculator_.optIsoPhase]->setChecked(true);

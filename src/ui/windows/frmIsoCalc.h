@@ -45,16 +45,16 @@ class frmIsoCalc : public QWidget {
     void choose();  // another function, phase or given quantity
     void calculate();
     void reset();
+    void show_state(const Changes& changes);
     void show_calculator();
     void show_found_state();
     void document_changed();
     ShownResult state_in_force() const;
-    void announce_state();  // T and p of the direct input are those of another state
 
     Workbench& bench_;
     IsoCalculator calculator_;
     ShownResult shown_;
-    bool own_change_ = false;
+    bool own_change_ = false;  // the document changes by a state found here
     QLabel* lblFuUnit;
 };
 

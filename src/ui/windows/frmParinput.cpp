@@ -4,14 +4,18 @@
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "ui/look/look.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/number_box.h"
+#include "ui/widgets/unit_row.h"
 
 namespace quom {
 
@@ -29,6 +33,9 @@ QString option_text(const Document& document, int kind, bool volume) {
         if (!box.hint.empty()) return shown(box.hint);
     return {};
 }
+
+// Where the unit chosen for a quantity is remembered.
+QString unit_key_of(Quantity q) { return QStringLiteral("input/unit/") + shown(unit_choice_of(q)); }
 
 }  // namespace
 
@@ -59,29 +66,32 @@ frmParinput::frmParinput(Workbench& bench, int kind, const CalculationInput& cal
 
     cmdParameter_OK->setDefault(true);
     leave_by(cmdClose);
-    set_tab_order({par[0], par[1], par[2], par[3], optm_n[0], optm_n[1], optRhoV[0], optRhoV[1],
-                   cmdParameter_OK, cmdClose});
+    std::vector<QWidget*> order;
+    for (const UnitRow* row : rows) order.insert(order.end(), {row->par, row->other, row->unit});
+    order.insert(order.end(), {optm_n[0], optm_n[1], optRhoV[0], optRhoV[1], cmdParameter_OK, cmdClose});
+    set_tab_order(order);
     connect(cmdParameter_OK, &QPushButton::clicked, this, &frmParinput::take);
-    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
-        if (!changes.units || !options_.volume) return;
-        // The volume typed is one of the former unit.
-        show_form();
-        for (std::size_t i = 0; i < form_.par.size(); ++i)
-            if (form_.par[i].value == BoxValue::volume) par[i]->clear();
-    });
+    connect(&bench_, &Workbench::changed, this, &frmParinput::document_changed);
     show_form();
     const BoxValues values = input_boxes(with_calculation(), bench_.session.factors(), kind_, options_);
     for (std::size_t i = 0; i < form_.par.size(); ++i) show_value(i, values[i]);
+    taken_ = input();
     focus_first();
 }
 
 QWidget* frmParinput::make_boxes() {
     fraPar = named(new QGroupBox(shown(form_.title)), "fraPar");
     auto* grid = new QGridLayout(fraPar);
+    grid->setVerticalSpacing(0);
     for (std::size_t i = 0; i < par.size(); ++i) {
-        Bz[i] = named(new TrimmedLabel({}), indexed("Bz", i));
-        par[i] = named(new NumberBox, indexed("par", i));
-        add_form_row(grid, static_cast<int>(i), Bz[i], par[i]);
+        const QByteArray index = QByteArray::number(static_cast<int>(i));
+        Bz[i] = named(new TrimmedLabel({}), "Bz_" + index);
+        par[i] = named(new NumberBox, "par_" + index);
+        rows[i] = new UnitRow(grid, static_cast<int>(i) * UnitRow::grid_rows, Bz[i], par[i], index);
+        connect(rows[i], &UnitRow::edited, this, &frmParinput::input_changed);
+        connect(rows[i], &UnitRow::unit_chosen, this,
+                [this, i](const QString& unit) { choose_unit(*rows[i], unit); });
+        for (NumberBox* box : {par[i], rows[i]->other}) box->on_enter([this, i] { go_on_from(i); });
     }
     return fraPar;
 }
@@ -114,24 +124,61 @@ Document frmParinput::with_calculation() const {
 }
 
 void frmParinput::focus_first() {
-    par[0]->setFocus();
-    par[0]->selectAll();
+    NumberBox* first = rows[0]->typed_box();
+    first->setFocus();
+    first->selectAll();
 }
 
-// Labels and boxes of the kind under the options in force; the last box presses the button.
+// From a box to the next one that is typed in; from the last one to the result.
+void frmParinput::go_on_from(std::size_t box) {
+    if (box + 1 < form_.par.size())
+        rows[box + 1]->typed_box()->setFocus(Qt::TabFocusReason);
+    else
+        cmdParameter_OK->click();
+}
+
+// Labels and boxes of the kind under the options in force.
 void frmParinput::show_form() {
     form_ = input_form(with_calculation(), kind_, options_);
     for (std::size_t i = 0; i < par.size(); ++i) {
         const bool used = i < form_.par.size();
-        Bz[i]->setVisible(used);
-        par[i]->setVisible(used);
-        par[i]->press_on_enter(i + 1 == form_.par.size() ? cmdParameter_OK : nullptr);
-        if (!used) continue;
-        const InputBox& box = form_.par[i];
-        Bz[i]->setText(shown(box.label));
-        caption_for(Bz[i], par[i], box.optional ? QStringLiteral("(optional)") : QString());
-        par[i]->setPlaceholderText(box.optional ? QStringLiteral("optional") : QString());
+        if (used) {
+            const InputBox& box = form_.par[i];
+            Bz[i]->setText(shown(box.label));
+            caption_for(Bz[i], par[i], box.optional ? QStringLiteral("(optional)") : QString());
+            par[i]->setPlaceholderText(box.optional ? QStringLiteral("optional") : QString());
+            show_units(i);
+        }
+        rows[i]->set_visible(used);
     }
+    arrange();
+}
+
+// The units of a box; the one chosen for its dimension, in this window or another, is in force.
+void frmParinput::show_units(std::size_t box) {
+    const InputBox& shown_box = form_.par[box];
+    const auto quantity = quantity_of(shown_box.value);
+    const auto M = static_cast<double>(bench_.document().substance.constants.MolMass);
+    std::vector<InputUnit> units;
+    if (quantity) units = input_units(*quantity, caption_parts(shown_box.label).unit, M);
+    const std::string chosen =
+        quantity ? bench_.memory.value(unit_key_of(*quantity)).toString().toStdString() : std::string();
+    rows[box]->set_units(quantity, std::move(units), chosen, M);
+}
+
+void frmParinput::choose_unit(const UnitRow& row, const QString& unit) {
+    if (!row.quantity()) return;
+    bench_.memory.set(unit_key_of(*row.quantity()), unit);
+    for (std::size_t i = 0; i < form_.par.size(); ++i)
+        if (rows[i] != &row && quantity_of(form_.par[i].value) == row.quantity()) {
+            show_units(i);
+            rows[i]->set_visible(true);
+        }
+    arrange();
+}
+
+void frmParinput::arrange() {
+    for (std::size_t i = 0; i < rows.size(); ++i) rows[i]->keep_apart(i > 0 ? rows[i - 1] : nullptr);
 }
 
 void frmParinput::show_value(std::size_t box, double value) {
@@ -150,26 +197,75 @@ void frmParinput::choose(const InputOptions& options) {
     const BoxValues after =
         convert_boxes(with_calculation(), bench_.session.factors(), kind_, options_, options, before);
     options_ = options;
+    const bool same = !has_uncalculated_input();
     show_form();
     for (std::size_t i = 0; i < form_.par.size(); ++i)
         if (!std::isnan(before[i]) && after[i] != before[i]) show_value(i, after[i]);
+    // The same values said otherwise.
+    if (same) taken_ = input();
+    emit input_changed();
+}
+
+BoxTexts frmParinput::texts() const {
+    BoxTexts typed;
+    for (std::size_t i = 0; i < form_.par.size(); ++i) typed[i] = rows[i]->text();
+    return typed;
+}
+
+// What the boxes say, with the meaning of their numbers.
+QStringList frmParinput::input() const {
+    QStringList said;
+    const BoxTexts typed = texts();
+    for (std::size_t i = 0; i < form_.par.size(); ++i)
+        said << shown(form_.par[i].label) << QString::fromStdString(typed[i].text);
+    return said;
+}
+
+bool frmParinput::has_uncalculated_input() const { return input() != taken_; }
+
+// A change from elsewhere: the boxes show the values in force, unless others are being typed.
+void frmParinput::document_changed(const Changes& changes) {
+    if (changes.units && options_.volume) {
+        // The volume typed is one of the former unit.
+        show_form();
+        for (std::size_t i = 0; i < form_.par.size(); ++i)
+            if (form_.par[i].value == BoxValue::volume) par[i]->clear();
+        emit input_changed();
+    }
+    if (!changes.inputs || taking_ || has_uncalculated_input()) return;
+    show_document();
+}
+
+void frmParinput::show_document() {
+    const BoxValues before = read_boxes();
+    const BoxValues values = input_boxes(with_calculation(), bench_.session.factors(), kind_, options_);
+    for (std::size_t i = 0; i < form_.par.size(); ++i) {
+        const BoxValue value = form_.par[i].value;
+        if (box_text(kind_, value, before[i]) != box_text(kind_, value, values[i])) show_value(i, values[i]);
+    }
+    taken_ = input();
 }
 
 void frmParinput::take() {
     Document document = with_calculation();
-    const InputTaken result = take_input(document, bench_.session.factors(), kind_, options_, read_boxes());
+    const InputTaken result = take_input(document, bench_.session.factors(), kind_, options_, texts());
     if (result.refusal) {
-        bench_.tell(*result.refusal);
-        par[result.box]->setFocus();
-        par[result.box]->selectAll();
+        rows[result.box]->refused_box()->refuse(result.rule);
         return;
     }
+    for (const UnitRow* row : rows)
+        for (NumberBox* box : {row->par, row->other}) box->take_back_refusal();
     if (!result.calculate) {
         emit taken(document.calc.setup.benson);
         return;
     }
-    bench_.commit(std::move(document));
+    taken_ = input();
+    {
+        const QScopedValueRollback guard(taking_, true);
+        bench_.commit(std::move(document));
+    }
     emit calculate();
+    emit input_changed();
 }
 
 }  // namespace quom

@@ -108,8 +108,7 @@ bool frmQCalcOut::refresh() {
 
 bool frmQCalcOut::calculate(bool warn_triple) {
     outcome_ = quom::calculate(bench_.session, bench_.document().calc.CurrentPoint);
-    for (const Message& message : outcome_messages(bench_.fluid(), outcome_, warn_triple))
-        bench_.tell(message);
+    if (const auto message = outcome_message(bench_.fluid(), outcome_, warn_triple)) bench_.tell(*message);
     show_outcome();
     if (const auto stale = why_stale(bench_.session, shown_)) show_stale(*stale);
     return view_.Text != "EXIT";

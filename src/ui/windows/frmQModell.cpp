@@ -228,7 +228,7 @@ void frmQModell::choose_eos() {
 }
 
 void frmQModell::type_virial_constants() {
-    frmBParInput input(form_->eos_input, frame_.bench().messages(), this);
+    frmBParInput input(form_->eos_input, this);
     if (input.exec() == QDialog::Accepted) form_->eos_input = input.constants();
 }
 

@@ -6,10 +6,10 @@
 #include <QVBoxLayout>
 
 #include "base/number_text.h"
-#include "forms/refusal.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/number_box.h"
+#include "ui/widgets/refusal_line.h"
 #include "ui/widgets/value_box.h"
 #include "ui/widgets/wrapped_button.h"
 #include "ui/windows/input_window.h"
@@ -73,6 +73,15 @@ QWidget* frmReferenz::make_options() {
     return group;
 }
 
+// A box with its caption and, in the row below, what is wrong with it.
+void frmReferenz::add_input(QGridLayout* grid, int row, std::string_view label, Quantity quantity,
+                            NumberBox* box, std::string_view note) {
+    add_form_row(grid, row, caption(label), box, shown(note));
+    add_refusal_line(grid, row + 1, box);
+    box->set_unit(quantity, caption_parts(label).unit,
+                  static_cast<double>(bench_.document().substance.constants.MolMass));
+}
+
 QWidget* frmReferenz::make_state() {
     auto* group = new QGroupBox(QStringLiteral("Reference state"));
     auto* grid = new QGridLayout(group);
@@ -80,19 +89,18 @@ QWidget* frmReferenz::make_state() {
     pRef0 = named(new NumberBox(16), "pRef0");
     hOffset = named(new NumberBox(16), "hOffset");
     sOffset = named(new NumberBox(16), "sOffset");
-    add_form_row(grid, 0, caption(reference_T_label), TRef0);
-    add_form_row(grid, 1, caption(reference_p_label), pRef0);
+    add_input(grid, 0, reference_T_label, Quantity::T, TRef0);
+    add_input(grid, 2, reference_p_label, Quantity::p, pRef0);
     QLabel* hint = caption(reference_p_hint);
     hint->setForegroundRole(QPalette::PlaceholderText);
-    grid->addWidget(hint, 2, 0, 1, 3, Qt::AlignRight);
-    add_form_row(grid, 3, caption(reference_h_label(bench_.document().units)), hOffset,
-                 shown(reference_state_note));
-    add_form_row(grid, 4, caption(reference_s_label(bench_.document().units)), sOffset,
-                 shown(reference_state_note));
+    grid->addWidget(hint, 4, 0, 1, 3, Qt::AlignRight);
+    const Units& units = bench_.document().units;
+    add_input(grid, 5, reference_h_label(units), Quantity::h, hOffset, reference_state_note);
+    add_input(grid, 7, reference_s_label(units), Quantity::s, sOffset, reference_state_note);
     h0 = named(new ValueBox(nullptr, 14), "h0");
     s0 = named(new ValueBox(nullptr, 14), "s0");
-    add_form_row(grid, 5, caption("from the substance data:  h0 ="), h0);
-    add_form_row(grid, 6, caption("s0 ="), s0);
+    add_form_row(grid, 9, caption("from the substance data:  h0 ="), h0);
+    add_form_row(grid, 10, caption("s0 ="), s0);
     h0->setAccessibleName(QStringLiteral("h0 from the substance data"));
     s0->setAccessibleName(QStringLiteral("s0 from the substance data"));
     return group;
@@ -105,8 +113,8 @@ QWidget* frmReferenz::make_environment() {
     pEnv = named(new NumberBox(16), "pEnv");
     // Under the boxes of the other group.
     grid->setColumnMinimumWidth(2, caption_width(reference_state_note) + 8);
-    add_form_row(grid, 0, caption(environment_T_label), TEnv);
-    add_form_row(grid, 1, caption(environment_p_label), pEnv);
+    add_input(grid, 0, environment_T_label, Quantity::T, TEnv);
+    add_input(grid, 2, environment_p_label, Quantity::p, pEnv);
     return group;
 }
 
@@ -134,25 +142,14 @@ void frmReferenz::choose(int option) {
 }
 
 void frmReferenz::take() {
-    ReferenceBoxes boxes = boxes_;
-    const struct {
-        NumberBox* box;
-        double* value;
-    } rows[] = {{TRef0, &boxes.T0},  {pRef0, &boxes.p0},  {hOffset, &boxes.h},
-                {sOffset, &boxes.s}, {TEnv, &boxes.TEnv}, {pEnv, &boxes.pEnv}};
-    for (const auto& row : rows) {
-        const auto number = box_number(row.box->text().toStdString());
-        if (!number) {
-            bench_.tell(no_valid_input());
-            row.box->setFocus();
-            row.box->selectAll();
-            return;
-        }
-        *row.value = *number;
-    }
+    NumberBox* const boxes[] = {TRef0, pRef0, hOffset, sOffset, TEnv, pEnv};  // as ReferenceBox
+    ReferenceTexts texts;
+    for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = boxes[i]->typed();
     Document document = bench_.document();
-    if (const auto refusal = take_reference(document, boxes)) {
-        bench_.tell(*refusal);
+    const ReferenceRefusal refusal = take_reference(document, boxes_.option, texts);
+    if (refusal.box) return boxes[refusal.box->box]->refuse(refusal.box->rule);
+    if (refusal.message) {
+        bench_.tell(*refusal.message);
         return;
     }
     bench_.commit(std::move(document));

@@ -2,9 +2,12 @@
 #pragma once
 #include <QDialog>
 #include <array>
+#include <string_view>
 
 #include "forms/reference_form.h"
+#include "quantities/quantity_table.h"
 
+class QGridLayout;
 class QPushButton;
 class QRadioButton;
 
@@ -30,6 +33,8 @@ class frmReferenz : public QDialog {
     QWidget* make_options();
     QWidget* make_state();
     QWidget* make_environment();
+    void add_input(QGridLayout* grid, int row, std::string_view label, Quantity quantity, NumberBox* box,
+                   std::string_view note = {});
     void show_option(int option);
     void choose(int option);
     void take();

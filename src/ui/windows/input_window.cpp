@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <algorithm>
 #include <utility>
@@ -25,6 +26,30 @@ void InputWindow::closeEvent(QCloseEvent* event) {
     QWidget::closeEvent(event);
 }
 
+bool InputWindow::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest) fit_frame();
+    return handled;
+}
+
+// The frame follows the size hint: a box or a line more and nothing is cut off; it stays whole in the area.
+void InputWindow::fit_frame() {
+    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (!frame || !isVisible() || frame->isMinimized() || frame->isMaximized() || frame->isShaded()) return;
+    // The hint counts what its groups have not told yet.
+    for (const QWidget* group : findChildren<QWidget*>())
+        if (QLayout* inner = group->layout()) inner->activate();
+    const QSize wanted = sizeHint().expandedTo(minimumSize()).grownBy(frame->contentsMargins());
+    if (frame->minimumSize() == frame->maximumSize())
+        frame->setFixedSize(wanted);
+    else
+        frame->resize(wanted.expandedTo(frame->size()));
+    if (const QWidget* area = frame->parentWidget()) {
+        const int below = frame->geometry().bottom() + 1 - area->height();
+        if (below > 0) frame->move(frame->x(), std::max(0, frame->y() - below));
+    }
+}
+
 void add_end_row(QVBoxLayout* layout, QPushButton* leave, QPushButton* confirm) {
     confirm->setDefault(true);
     confirm->setMinimumWidth(std::max(96, confirm->sizeHint().width()));
@@ -37,7 +62,7 @@ void add_end_row(QVBoxLayout* layout, QPushButton* leave, QPushButton* confirm) 
     layout->addLayout(row);
 }
 
-void set_tab_order(std::initializer_list<QWidget*> controls) {
+void set_tab_order(const std::vector<QWidget*>& controls) {
     QWidget* before = nullptr;
     for (QWidget* control : controls) {
         if (!control) continue;

@@ -2,8 +2,8 @@
 #pragma once
 #include <QString>
 #include <QWidget>
-#include <initializer_list>
 #include <string_view>
+#include <vector>
 
 class QPushButton;
 class QVBoxLayout;
@@ -27,9 +27,11 @@ class InputWindow : public QWidget {
     void leave_by(QPushButton* button);
     void finish() { done_ = true; }  // what closes the window from now on gives nothing up
     void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
 
  private:
     void leave();
+    void fit_frame();
     bool done_ = false;
 };
 
@@ -37,6 +39,6 @@ class InputWindow : public QWidget {
 void add_end_row(QVBoxLayout* layout, QPushButton* leave, QPushButton* confirm);
 
 // Tab goes through the controls in this order; those that are null are left out.
-void set_tab_order(std::initializer_list<QWidget*> controls);
+void set_tab_order(const std::vector<QWidget*>& controls);
 
 }  // namespace quom
