@@ -3,6 +3,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
 
 #include "base/number_text.h"
 #include "forms/iso_form.h"
@@ -21,10 +23,13 @@
 #include "ui/windows/frmCEOSDiagnose.h"
 #include "ui/windows/frmIsoCalc.h"
 #include "ui/windows/frmKessel.h"
+#include "ui/windows/frmParinput.h"
 #include "ui/windows/frmPictureSuperCrit.h"
 #include "ui/windows/frmQCalcOut.h"
 #include "ui/windows/frmQModell.h"
+#include "ui/windows/frmQOptions.h"
 #include "ui/windows/frmQTextEdit.h"
+#include "ui/windows/frmReferenz.h"
 
 namespace quom {
 namespace {
@@ -104,6 +109,7 @@ class Freshness : public WindowDriver {
             d.models.Konzept = true;
         });
     }
+    ReferenceBoxes open_reference() { return reference_boxes(document()); }
     frmQCalcOut* open_result(Mode mode) {
         change([mode](Document& d) {
             d.calc.CalcMode = mode;
@@ -267,6 +273,69 @@ TEST_F(Freshness, models_chosen_and_not_confirmed) {
     EXPECT_FALSE(window->strip->is_stale());
     EXPECT_THAT(window->footer->text().toStdString(), HasSubstr("Redlich / Kwong"));
     expect_nothing_older();
+}
+
+TEST_F(Freshness, box_typed_and_not_calculated) {
+    menu("mnuCalc_2")->trigger();
+    auto* input = frame.child<frmParinput>();
+    ASSERT_TRUE(input);
+    input->par[0]->setText(QStringLiteral("350"));
+    input->par[1]->setText(QStringLiteral("1000"));
+    press(input, "cmdParameter_OK");
+    auto* window = frame.child<frmQCalcOut>();
+    ASSERT_TRUE(window);
+    EXPECT_FALSE(window->strip->is_stale());
+    input->par[0]->setFocus();
+    input->par[0]->selectAll();
+    QTest::keyClicks(input->par[0], QStringLiteral("360"));
+    EXPECT_THAT(window->strip->accessibleName().toStdString(), HasSubstr("typed and is not yet calculated; "
+                                                                         "Shown: T = 350.000 K"));
+    // A change from elsewhere is taken up, but does not take the mark away.
+    change([](Document& d) { d.reference.hOffset = 500.0; });
+    EXPECT_TRUE(window->strip->is_stale());
+    expect_result_fresh();
+    press(window->strip, "cmdCalculateAgain");
+    EXPECT_FALSE(window->strip->is_stale());
+    EXPECT_EQ(document().exp.points[0].T, 360.0);
+    EXPECT_EQ(text(window->par1), "T = 360.000 K");
+
+    // Typed back it is as if nothing had been typed.
+    QTest::keyClick(input->par[0], Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(input->par[0], QStringLiteral("361"));
+    EXPECT_TRUE(window->strip->is_stale());
+    QTest::keyClick(input->par[0], Qt::Key_Backspace);
+    QTest::keyClicks(input->par[0], QStringLiteral("0"));
+    EXPECT_FALSE(window->strip->is_stale());
+
+    // The state that the Iso Calculator finds is that of the boxes and of the result.
+    press(window, "cmdIsoCalc");
+    auto* iso = frame.child<frmIsoCalc>();
+    iso->txtFuConst->setText(QStringLiteral("4"));
+    press(iso, "cmdCalc");
+    EXPECT_NE(document().exp.points[0].p, 1000.0);
+    EXPECT_DOUBLE_EQ(input->par[1]->text().toDouble(), document().exp.points[0].p);
+    EXPECT_FALSE(window->strip->is_stale());
+    expect_nothing_older();
+}
+
+// The windows of settings show what they would change.
+TEST_F(Freshness, options_and_reference_state) {
+    frmQOptions options(frame.bench());
+    frmReferenz reference(frame.bench());
+    change([](Document& d) {
+        d.units.EnergyMode = energy_per_mass;
+        d.units.VolumeMode = volume_per_mass;
+        d.options.Dens = 300;
+        d.reference.hOffset = 1000.0;
+        d.reference.TEnv = 280.0;
+    });
+    EXPECT_TRUE(options.optMolarSpez[1]->isChecked());
+    EXPECT_EQ(options.Slider1_punktdichte->value(), 300);
+    EXPECT_EQ(reference.hOffset->text().toDouble(), open_reference().h);
+    EXPECT_EQ(reference.TEnv->text(), QStringLiteral("280"));
+    const auto labels = reference.findChildren<QLabel*>();
+    EXPECT_TRUE(std::ranges::any_of(
+        labels, [](const QLabel* label) { return label->text().contains(QStringLiteral("kJ/kg")); }));
 }
 
 }  // namespace
