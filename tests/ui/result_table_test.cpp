@@ -102,7 +102,7 @@ class TableOfResult : public ::testing::Test {
 
 TEST_F(TableOfResult, points_stand_below_each_other_and_columns_fit_at_every_width) {
     QTest::keyClick(tab.view(), Qt::Key_Asterisk);
-    for (const int width : {560, 640, 760, 1000, 1500}) {
+    for (const int width : {640, 700, 760, 1000, 1500}) {
         SCOPED_TRACE(width);
         tab.tabs.resize(width, 460);
         QApplication::processEvents();
@@ -123,10 +123,17 @@ TEST_F(TableOfResult, points_stand_below_each_other_and_columns_fit_at_every_wid
                 }
             }
     }
-    tab.tabs.resize(400, 460);
+    // Where it is too narrow for the points, every number is still whole.
+    tab.tabs.resize(520, 460);
     QApplication::processEvents();
     EXPECT_LE(tab.view()->header()->length(), tab.view()->viewport()->width());
     EXPECT_TRUE(tab.view()->isColumnHidden(Model::Symbol));
+    for (const char* row : {"dpdv_T", "d2Tdv2", "h", "T"})
+        for (int column = Model::FirstValue; column < Model::ColumnCount; ++column) {
+            const QModelIndex at = tab.cell(row, column);
+            EXPECT_LE(QFontMetricsF(tab.view()->font()).horizontalAdvance(at.data().toString()),
+                      tab.view()->visualRect(at).width());
+        }
     tab.tabs.resize(1500, 460);
     QApplication::processEvents();
     EXPECT_FALSE(tab.view()->isColumnHidden(Model::Symbol));
@@ -162,6 +169,18 @@ TEST_F(TableOfResult, arrows_go_by_cell_and_fold_sections) {
     EXPECT_EQ(tab.view()->currentIndex(), tab.cell("p", Model::ColumnCount - 2));
     tab.click(tab.section(0));
     EXPECT_FALSE(tab.view()->isExpanded(tab.section(0)));
+}
+
+TEST_F(TableOfResult, keys_of_the_window_go_through) {
+    tab.go_to(tab.cell("h", Model::Unit));
+    for (const Qt::Key code : {Qt::Key_Escape, Qt::Key_F5, Qt::Key_F1, Qt::Key_Return}) {
+        QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier);
+        QApplication::sendEvent(QApplication::focusWidget(), &event);
+        EXPECT_FALSE(event.isAccepted()) << code;
+    }
+    EXPECT_EQ(tab.view()->currentIndex(), tab.cell("h", Model::Unit));
+    key(Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), tab.view());
 }
 
 TEST_F(TableOfResult, marked_cells_are_copied_else_all) {

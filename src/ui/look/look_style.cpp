@@ -261,6 +261,8 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
             const int title = box ? QFontMetrics(head_font()).horizontalAdvance(box->text) + 24 : 0;
             return base.expandedTo(QSize(title, 0));
         }
+        case CT_TabBarTab:  // buttons beside the tabs are not cut
+            return base.expandedTo(QSize(0, 26 + pixelMetric(PM_TabBarBaseOverlap, option, widget)));
         case CT_MenuBarItem:
             return base + QSize(0, 4);
         default:

@@ -80,7 +80,7 @@ void ResultTable::build_corner() {
     corner_->setObjectName(QStringLiteral("result_table_corner"));
     corner_->hide();
     auto* row = new QHBoxLayout(corner_);
-    row->setContentsMargins(0, 0, 0, 1);
+    row->setContentsMargins(0, 0, 0, 0);
     auto* label = new QLabel(QStringLiteral("Digits:"), corner_);
     label->setBuddy(digits_);
     for (const int n : DigitChoices) digits_->addItem(QString::number(n), n);

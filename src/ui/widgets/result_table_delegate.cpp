@@ -76,9 +76,10 @@ void ResultTableDelegate::paint_number(QPainter* painter, const QStyleOptionView
     const QFontMetricsF metrics(option.font);
     const QString number = index.data().toString();
     const PointBlock& block = blocks[section][column];
-    if (block.width() > option.rect.width()) {  // never half a number that looks like a whole one
-        painter->drawText(option.rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                          option.fontMetrics.elidedText(number, Qt::ElideRight, option.rect.width()));
+    if (block.width() > option.rect.width()) {  // whole numbers before points, and never half of one
+        painter->drawText(option.rect.adjusted(0, 0, -3, 0),
+                          Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
+                          option.fontMetrics.elidedText(number, Qt::ElideRight, option.rect.width() - 3));
         return;
     }
     const NumberParts parts = cut_at_point(number);

@@ -19,8 +19,9 @@ namespace {
 
 using Model = ResultTableModel;
 constexpr int Inset = ResultTableDelegate::Inset;
-constexpr int NumberMargin = 16;  // of a column of numbers, both sides together
-constexpr int LeastQuantity = 60;
+constexpr int NumberMargin = 16;   // of a column of numbers, both sides together
+constexpr int LeastMargin = 6;     // where room is missing
+constexpr int QuantityDigits = 9;  // of a quantity that has given way
 
 // Heads that stand over their texts: the base class knows one margin for all.
 class Heads : public QHeaderView {
@@ -153,72 +154,87 @@ void ResultTableView::measure_points() {
     }
 }
 
+int ResultTableView::Wanted::sum() const { return std::accumulate(widths.begin(), widths.end(), 0); }
+
+void ResultTableView::Wanted::give_way(int column, int least_width, int& missing) {
+    int& width = widths[static_cast<std::size_t>(column)];
+    const int given = std::clamp(width - least_width, 0, std::max(0, missing));
+    width -= given;
+    missing -= given;
+}
+
 // What the columns want over all sections, or over those that are unfolded.
-ResultTableView::Widths ResultTableView::natural_widths(bool all_sections) const {
+ResultTableView::Wanted ResultTableView::wanted_widths(bool all_sections) const {
     const QFontMetricsF metrics(font());
     const auto wide = [&metrics](const QString& text) { return qCeil(metrics.horizontalAdvance(text)); };
-    Widths widths{};
-    for (int c = 0; c < Model::ColumnCount; ++c) {
-        if (!model_.has_column(c)) continue;
-        const QString head = model_.headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
-        widths[static_cast<std::size_t>(c)] = wide(head) + (c < Model::FirstValue ? 2 * Inset : NumberMargin);
-    }
-    const auto want = [&widths](int column, int width) {
+    Wanted wanted;
+    const auto want = [](Widths& widths, int column, int width) {
         int& widest = widths[static_cast<std::size_t>(column)];
         widest = std::max(widest, width);
     };
+    for (int c = 0; c < Model::ColumnCount; ++c) {
+        if (!model_.has_column(c)) continue;
+        const int head = wide(model_.headerData(c, Qt::Horizontal, Qt::DisplayRole).toString());
+        want(wanted.widths, c, head + (c < Model::FirstValue ? 2 * Inset : NumberMargin));
+        want(wanted.least, c, head + LeastMargin);
+    }
     for (int s = 0; s < model_.rowCount(); ++s) {
         const QModelIndex section = model_.index(s, 0);
         if (!all_sections && !isExpanded(section)) continue;
         for (int row = 0; row < model_.rowCount(section); ++row) {
-            const auto text = [&](int column) {
-                return model_.index(row, column, section).data().toString();
+            const auto width_of = [&](int column) {
+                return wide(model_.index(row, column, section).data().toString());
             };
-            want(Model::Quantity, ResultTableDelegate::Indent + wide(text(Model::Quantity)) + Inset);
-            want(Model::Symbol, Inset + wide(text(Model::Symbol)) + Inset);
             const bool choice = model_.has_choice(model_.index(row, Model::Unit, section));
-            want(Model::Unit, 2 * Inset + wide(text(Model::Unit)) +
-                                  (choice ? 2 * Inset + ResultTableDelegate::Chevron : 0));
+            want(wanted.widths, Model::Quantity,
+                 ResultTableDelegate::Indent + width_of(Model::Quantity) + Inset);
+            want(wanted.widths, Model::Symbol, Inset + width_of(Model::Symbol) + Inset);
+            want(wanted.widths, Model::Unit,
+                 2 * Inset + width_of(Model::Unit) + (choice ? 2 * Inset + ResultTableDelegate::Chevron : 0));
+            for (int c = Model::FirstValue; c < Model::ColumnCount; ++c)
+                if (model_.has_column(c)) want(wanted.least, c, width_of(c) + LeastMargin);
         }
-        for (std::size_t k = 0; k < result_columns; ++k)
-            if (const int column = Model::FirstValue + static_cast<int>(k); model_.has_column(column))
-                want(column, qCeil(delegate_->blocks[static_cast<std::size_t>(s)][k].width()) + NumberMargin);
+        for (std::size_t k = 0; k < result_columns; ++k) {
+            const int column = Model::FirstValue + static_cast<int>(k);
+            const double block = delegate_->blocks[static_cast<std::size_t>(s)][k].width();
+            if (model_.has_column(column)) want(wanted.widths, column, qCeil(block) + NumberMargin);
+        }
     }
-    return widths;
+    return wanted;
 }
 
-// The first step that fits: all sections, the unfolded ones, the same without symbols; then the quantity
-// gives way. What is left goes to the columns of numbers.
+// The first step that fits: all sections, the unfolded ones, the same without symbols. Then the quantity
+// gives way, then the points, in the end numbers are elided. What is left goes to the columns of numbers.
 void ResultTableView::lay_out_columns() {
     measure_points();
     const int room = viewport()->width();
-    const auto sum = [](const Widths& widths) { return std::accumulate(widths.begin(), widths.end(), 0); };
-    Widths widths{};
+    Wanted wanted;
     bool symbol = true;
-    for (const bool with_symbol : {true, false}) {
-        for (const bool all : {true, false}) {
-            widths = natural_widths(all);
-            symbol = with_symbol;
-            if (!symbol) widths[Model::Symbol] = 0;
-            if (sum(widths) <= room) break;
-        }
-        if (sum(widths) <= room) break;
+    for (const auto& [with_symbol, all] :
+         {std::pair(true, true), {true, false}, {false, true}, {false, false}}) {
+        wanted = wanted_widths(all);
+        symbol = with_symbol;
+        if (!symbol) wanted.widths[Model::Symbol] = 0;
+        if (wanted.sum() <= room) break;
     }
-    if (const int missing = sum(widths) - room; missing > 0)
-        widths[Model::Quantity] = std::max(LeastQuantity, widths[Model::Quantity] - missing);
-    // Room that is left, or missing in a window that is too narrow: then numbers are elided.
-    int left = room - sum(widths);
-    int numbers = std::accumulate(widths.begin() + Model::FirstValue, widths.end(), 0);
-    for (auto width = widths.begin() + Model::FirstValue; width != widths.end() && numbers > 0; ++width) {
-        const int share = left * *width / numbers;
-        numbers -= *width;
+    int missing = wanted.sum() - room;
+    wanted.give_way(Model::Quantity, ResultTableDelegate::Indent + text_width(*this, QuantityDigits),
+                    missing);
+    for (int c = Model::FirstValue; c < Model::ColumnCount; ++c)
+        wanted.give_way(c, wanted.least[static_cast<std::size_t>(c)], missing);
+    int left = room - wanted.sum();
+    int numbers = std::accumulate(wanted.widths.begin() + Model::FirstValue, wanted.widths.end(), 0);
+    for (int c = Model::FirstValue; c < Model::ColumnCount && numbers > 0; ++c) {
+        int& width = wanted.widths[static_cast<std::size_t>(c)];
+        const int share = left * width / numbers;
+        numbers -= width;
         left -= share;
-        *width = std::max(0, *width + share);
+        width = std::max(0, width + share);
     }
     delegate_->symbol_shown = symbol;
     for (int c = 0; c < Model::ColumnCount; ++c) {
         setColumnHidden(c, !model_.has_column(c) || (c == Model::Symbol && !symbol));
-        header()->resizeSection(c, widths[static_cast<std::size_t>(c)]);
+        header()->resizeSection(c, wanted.widths[static_cast<std::size_t>(c)]);
     }
     viewport()->update();
 }

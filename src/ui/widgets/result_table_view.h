@@ -43,7 +43,13 @@ class ResultTableView : public QTreeView {
 
  private:
     using Widths = std::array<int, ResultTableModel::ColumnCount>;
-    Widths natural_widths(bool all_sections) const;
+    struct Wanted {
+        Widths widths{};  // with points below each other
+        Widths least{};   // of columns of numbers, with every number whole
+        int sum() const;
+        void give_way(int column, int least_width, int& missing);
+    };
+    Wanted wanted_widths(bool all_sections) const;
     void measure_points();
     void measure_rows();
     void use_cell(const QModelIndex& index);
