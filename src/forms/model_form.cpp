@@ -199,6 +199,7 @@ ModelOk confirm_models(Session& session, const ModelForm& form, Messages& messag
     ok.ModelStatus = ModelStatus(form.models);
     session.shell.ModelStatus = ok.ModelStatus;
     session.shell.ModelsConfirmed = true;
+    session.shell.ModelChange.clear();
     return ok;
 }
 
@@ -209,8 +210,9 @@ std::string next_step(const Session& session) {
     return "next: choose what to calculate in the menu \"Calculation...\"";
 }
 
-void unconfirm_models(Session& session) {
+void unconfirm_models(Session& session, std::string change) {
     session.shell.ModelsConfirmed = false;
+    session.shell.ModelChange = std::move(change);
     session.shell.ModelStatus.clear();
 }
 

@@ -77,7 +77,7 @@ struct ModelOk {
 ModelOk confirm_models(Session& session, const ModelForm& form, Messages& messages);
 // What to do next, in a line: confirm the models, or calculate.
 std::string next_step(const Session& session);
-// A choice in the window takes the confirmation back until the next OK.
-void unconfirm_models(Session& session);
+// A choice in the window takes the confirmation back until the next OK. change: what was chosen, in words.
+void unconfirm_models(Session& session, std::string change = {});
 
 }  // namespace quom

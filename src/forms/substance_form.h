@@ -21,8 +21,8 @@ std::string substance_caption(const DatabaseFile& file);
 
 // One row of the list and what it was found by.
 struct FoundSubstance {
-    int index = 0;      // 1-based
-    TextPart part{};    // of the line of the list that the typed text stands for; none: not in the line
+    int index = 0;        // 1-based
+    TextPart part{};      // of the line of the list that the typed text stands for; none: not in the line
     std::string kind{};   // of what was found instead: "german", "synonym", "CAS"; empty when the line tells
     std::string found{};  // that text as it is written
     TextPart found_part{};  // of found; none of a close spelling

@@ -21,6 +21,7 @@ struct ShellState {
     bool LastSessionLoaded = false;  // the project in force is the last session
     bool ModelsConfirmed = false;    // the models of the substance in force were confirmed
     std::string ModelStatus;         // EOS or EVP name with the concept, as they were confirmed
+    std::string ModelChange;         // what was chosen since, in words; empty once they are confirmed
 };
 
 struct SubstanceNames;

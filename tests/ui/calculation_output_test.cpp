@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QRadioButton>
+#include <QScrollBar>
+#include <QTabWidget>
 
 #include "report/titles.h"
 #include "ui/charts/isotherm_picture.h"
@@ -194,11 +196,14 @@ TEST_F(Output, boxes_of_the_extended_output) {
     window->Liste->selectAll();
     window->Liste->copy();
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), list(window));
-    // The functions stay chosen for the next window, the boxes do not.
+    // What is chosen stays chosen for the next window, and so does the tab.
+    window->tabs->setCurrentIndex(2);
     window = open(Mode::vaporization_T, 300, 0);
     EXPECT_TRUE(window->chkUHS->isChecked());
-    EXPECT_EQ(document().calc.ExtLevel, 1);
-    QTest::keyClick(window->ResPlus[0], Qt::Key_Space);
+    EXPECT_FALSE(window->ResPlus[0]->isChecked());
+    EXPECT_TRUE(window->ResPlus[1]->isChecked());
+    EXPECT_EQ(document().calc.ExtLevel, 3);
+    EXPECT_EQ(window->tabs->currentIndex(), 2);
     EXPECT_FALSE(window->chkFuncPrint->isEnabled());
 }
 

@@ -126,7 +126,15 @@ void CalculationWindows::open_input(int kind, const CalculationInput& calc) {
         frame_.show_child(input);
         input->focus_first();
     });
-    connect(input, &InputWindow::left, this, [this] { frame_.unload_calculation_windows(); });
+    Workbench& bench = frame_.bench();
+    connect(input, &frmParinput::input_changed, this, [&bench, input] {
+        bench.tell_typed(input->has_uncalculated_input() ? QStringLiteral("a value of the input")
+                                                         : QString());
+    });
+    connect(input, &InputWindow::left, this, [this, &bench] {
+        bench.tell_typed({});
+        frame_.unload_calculation_windows();
+    });
     frame_.open_child(input, input->sizeHint(), Sizing::fixed);
     input->focus_first();
 }

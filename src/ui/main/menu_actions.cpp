@@ -63,8 +63,14 @@ void take_substance(mdiQUOM& frame, int index) {
 void open_models(mdiQUOM& frame, int) { frmQModell::open(frame); }
 
 void show_eos_parameters(mdiQUOM& frame, int) {
-    const EosReport report = eos_report(frame.bench().fluid());
-    frmQTextEdit::open(frame, QStringLiteral(" Parameters of EOS"), report.head, report.text);
+    Workbench& bench = frame.bench();
+    const EosReport report = eos_report(bench.fluid());
+    auto* window = frmQTextEdit::open(frame, QStringLiteral(" Parameters of EOS"), report.head, report.text);
+    QObject::connect(&bench, &Workbench::changed, window, [window, &bench](const Changes& changes) {
+        if (!changes.fluid()) return;
+        const EosReport now = eos_report(bench.fluid());
+        window->show_texts(now.head, now.text);
+    });
 }
 
 void start_unit_converter(mdiQUOM& frame, int) {

@@ -31,11 +31,29 @@ class Workbench : public QObject {
         if (changes.any()) emit changed(changes);
     }
 
+    // Tells of models that were chosen, or confirmed.
+    void announce_models() {
+        Changes changes;
+        changes.models = true;
+        emit changed(changes);
+    }
+
+    // Tells of boxes of the calculation in hand that differ from the document: which of them, in words;
+    // empty: they agree again.
+    void tell_typed(const QString& what) {
+        if (what == typed_) return;
+        typed_ = what;
+        emit typed(what);
+    }
+    const QString& typed_boxes() const { return typed_; }
+
  signals:
     void changed(const quom::Changes& changes);
+    void typed(const QString& what);
 
  private:
     Messages* messages_;
+    QString typed_;
 };
 
 }  // namespace quom

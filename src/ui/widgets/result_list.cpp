@@ -69,9 +69,17 @@ ResultList::ResultList(QWidget* parent) : QPlainTextEdit(parent), heads_(new Hea
 
 void ResultList::show_text(const std::string& text, bool fault) {
     fault_ = fault;
-    heads_->off = fault;
+    heads_->off = fault || stale_;
     take_colours();
     setPlainText(QString::fromStdString(text));
+}
+
+void ResultList::set_stale(bool stale) {
+    if (stale == stale_) return;
+    stale_ = stale;
+    heads_->off = fault_ || stale_;
+    take_colours();
+    heads_->rehighlight();
 }
 
 QSize ResultList::sizeHint() const {
@@ -103,7 +111,8 @@ void ResultList::contextMenuEvent(QContextMenuEvent* event) {
 void ResultList::take_colours() {
     QPalette palette;
     palette.setColor(QPalette::Base, look_colour(LookColour::ResultGround));
-    palette.setColor(QPalette::Text, shown_text_colour(fault_ ? QColor(128, 0, 0) : QColor(Qt::black)));
+    palette.setColor(QPalette::Text, stale_ ? look_colour(LookColour::Hint)
+                                            : shown_text_colour(fault_ ? QColor(128, 0, 0) : Qt::black));
     setPalette(palette);
 }
 

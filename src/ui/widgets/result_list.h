@@ -12,6 +12,8 @@ class ResultList : public QPlainTextEdit {
     explicit ResultList(QWidget* parent = nullptr);
     // Shows the lines of UTF-8 text; a fault colours all of them.
     void show_text(const std::string& text, bool fault = false);
+    // All in the colour of what is not up to date.
+    void set_stale(bool stale);
     // Height that the list asks for, in lines; 24 unless told.
     void set_lines(int lines);
     QSize sizeHint() const override;
@@ -24,7 +26,7 @@ class ResultList : public QPlainTextEdit {
     void take_colours();
     class Heads;
     Heads* heads_;
-    bool fault_ = false;
+    bool fault_ = false, stale_ = false;
     int lines_ = 24;
 };
 

@@ -25,6 +25,11 @@ void ValueBox::show_text(const QString& text, const QColor& on_light) {
     setCursorPosition(0);
 }
 
+void ValueBox::set_stale(bool stale) {
+    stale_ = stale;
+    take_colours();
+}
+
 QSize ValueBox::sizeHint() const {
     const int characters = std::max<int>(least_characters_, text().size() + 1);
     return {text_width(*this, characters) + 20, std::max(24, QLineEdit::sizeHint().height())};
@@ -41,7 +46,7 @@ void ValueBox::changeEvent(QEvent* event) {
 void ValueBox::take_colours() {
     QPalette palette;
     palette.setColor(QPalette::Base, look_colour(LookColour::ResultGround));
-    palette.setColor(QPalette::Text, shown_text_colour(on_light_));
+    palette.setColor(QPalette::Text, stale_ ? look_colour(LookColour::Hint) : shown_text_colour(on_light_));
     setPalette(palette);
 }
 

@@ -10,6 +10,8 @@ class ValueBox : public QLineEdit {
     explicit ValueBox(QWidget* parent = nullptr, int least_characters = 16);
     // Text in a colour that is fixed for light grounds (black: the colour of text).
     void show_text(const QString& text, const QColor& on_light = Qt::black);
+    // In the colour of what is not up to date.
+    void set_stale(bool stale);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -19,6 +21,7 @@ class ValueBox : public QLineEdit {
  private:
     void take_colours();
     QColor on_light_ = Qt::black;
+    bool stale_ = false;
     int least_characters_;
 };
 

@@ -64,8 +64,14 @@ void ViewLabel::changeEvent(QEvent* event) {
 
 void ViewLabel::take_colour() {
     QPalette palette;
-    palette.setColor(QPalette::WindowText, shown_text_colour(on_light_));
+    palette.setColor(QPalette::WindowText,
+                     stale_ ? look_colour(LookColour::Hint) : shown_text_colour(on_light_));
     setPalette(palette);
+}
+
+void ViewLabel::set_stale(bool stale) {
+    stale_ = stale;
+    take_colour();
 }
 
 ColumnHeads::ColumnHeads(QPlainTextEdit* list, QWidget* parent)

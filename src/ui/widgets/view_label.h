@@ -15,6 +15,8 @@ class ViewLabel : public QLabel {
  public:
     explicit ViewLabel(QWidget* parent = nullptr);
     void show_text(const ViewText& text);
+    // In the colour of what is not up to date.
+    void set_stale(bool stale);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -25,6 +27,7 @@ class ViewLabel : public QLabel {
  private:
     void take_colour();
     QColor on_light_ = Qt::black;
+    bool stale_ = false;
 };
 
 // Heads of the two columns of values in a result list, over these columns wherever the list is scrolled to.

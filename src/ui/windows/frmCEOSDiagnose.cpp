@@ -9,6 +9,7 @@
 #include "ui/main/beside.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
+#include "ui/widgets/stale_line.h"
 #include "ui/widgets/value_box.h"
 
 namespace quom {
@@ -67,6 +68,7 @@ frmCEOSDiagnose::frmCEOSDiagnose(Workbench& bench, QWidget* parent)
                            QStringLiteral("v(%1)").arg(i + 1));
         key_[i] = new RootKey(this);
     }
+    stale = new StaleLine({lblState, picIsotherm, txtRoot[0], txtRoot[1], txtRoot[2]}, this);
     cmdClose->setDefault(true);
     cmdClose->setMinimumWidth(96);
     connect(cmdClose, &QPushButton::clicked, this, [this] { drop_window(this); });
@@ -94,6 +96,7 @@ void frmCEOSDiagnose::build_layout() {
     bottom->addStretch();
     bottom->addWidget(cmdClose);
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(stale);
     layout->addLayout(head);
     layout->addWidget(picIsotherm, 1);
     layout->addLayout(roots);
@@ -107,7 +110,10 @@ void frmCEOSDiagnose::build_layout() {
     cmdClose->setFocus();
 }
 
+void frmCEOSDiagnose::show_stale(const QString& reason) { stale->show_reason(reason); }
+
 void frmCEOSDiagnose::show_outcome(const Outcome& outcome) {
+    stale->show_reason({});
     const UnitFactors factors = bench_.session.factors(outcome.T.value_or(0.0));
     const std::string_view v_unit = VolumeName(bench_.document().units);
     const EosDiagnosis diagnosis = diagnose_eos(bench_.fluid(), outcome, factors, v_unit);

@@ -12,6 +12,7 @@ namespace quom {
 
 class Workbench;
 class IsothermView;
+class StaleLine;
 class ValueBox;
 
 class frmCEOSDiagnose : public QWidget {
@@ -21,10 +22,13 @@ class frmCEOSDiagnose : public QWidget {
     explicit frmCEOSDiagnose(Workbench& bench, QWidget* parent = nullptr);
     // Shows the state of a calculation.
     void show_outcome(const Outcome& outcome);
+    // Greys what is shown and says why.
+    void show_stale(const QString& reason);
 
     QLabel* lblEOS;
     ValueBox* lblState;
     IsothermView* picIsotherm;
+    StaleLine* stale;
     QLabel* lblRoot[3];    // "v(1) ="
     ValueBox* txtRoot[3];  // value with unit and meaning
     QPushButton* cmdClose;

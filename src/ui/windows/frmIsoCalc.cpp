@@ -16,6 +16,7 @@
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/refusal_line.h"
 #include "ui/widgets/result_list.h"
+#include "ui/widgets/stale_line.h"
 #include "ui/widgets/value_box.h"
 
 namespace quom {
@@ -33,12 +34,6 @@ QRadioButton* option(const char* array, int index, const QString& caption, QWidg
 
 QPushButton* button(const char* name, const char* caption, QWidget* parent) {
     return named(new QPushButton(QLatin1String(caption), parent), name, QLatin1String(caption));
-}
-
-// T and p that the calculator starts from.
-std::pair<double, double> state_of(const Document& document) {
-    const TpRhoPoint& point = document.exp.points[0];
-    return {point.T, point.p};
 }
 
 }  // namespace
@@ -76,6 +71,7 @@ frmIsoCalc::frmIsoCalc(Workbench& bench, IsoCalculator calculator, QWidget* pare
     not_yet_available(cmdShowManuInput);
     build_layout();
     connect_controls();
+    shown_ = state_in_force();
     show_calculator();
     // A window that is put into the area gets the focus with its first control: after that.
     QMetaObject::invokeMethod(
@@ -135,7 +131,9 @@ void frmIsoCalc::build_layout() {
     buttons->addWidget(cmdReset);
     buttons->addWidget(cmdCalc);
 
+    stale = new StaleLine({txtTpVorgabe, txtFuConst, txtTpCalc, Liste}, this);
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(stale);
     layout->addLayout(choices);
     layout->addLayout(form);
     layout->addWidget(Liste, 1);
@@ -167,15 +165,37 @@ void frmIsoCalc::connect_controls() {
     connect(cmdEsc, &QPushButton::clicked, this, [this] { drop_window(this); });
     connect(cmdIsoHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this); });
     txtFuConst->press_on_enter(cmdCalc);
-    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
-        if (changes.substance || changes.models || searching_) return;
-        // The value of the function would be one of the former unit, reference state or state.
-        const bool other_value = changes.units || changes.reference;
-        if (!other_value && !(changes.inputs && state_of(bench_.document()) != state_)) return;
-        if (other_value) calculator_.last.reset();
-        Liste->show_text({});
-        choose();
-    });
+    connect(&bench_, &Workbench::changed, this, &frmIsoCalc::document_changed);
+}
+
+// Data point 0 as mode 8 would calculate it.
+ShownResult frmIsoCalc::state_in_force() const {
+    ShownResult state = result_in_force(bench_.session);
+    Document document = bench_.document();
+    document.calc = {};
+    document.calc.CalcMode = Mode::functions;
+    state.input = state_input(document, 0);
+    state.ShowFunctions = false;
+    state.ExtLevel = 1;
+    state.direct = true;
+    return state;
+}
+
+// Values of a former unit, reference state, model or state give way to those in force, and so does what was
+// found last with them.
+void frmIsoCalc::document_changed() {
+    if (own_change_) return;
+    const bool confirmed = bench_.session.shell.ModelsConfirmed;
+    const auto words = confirmed ? std::nullopt : why_stale(bench_.session, shown_);
+    stale->show_reason(words ? QString::fromStdString(words->changed) : QString());
+    cmdCalc->setEnabled(confirmed);
+    cmdReset->setEnabled(confirmed);
+    const ShownResult now = state_in_force();
+    if (!confirmed || now == shown_) return;
+    if (now.fluid != shown_.fluid || now.units != shown_.units) calculator_.last.reset();
+    shown_ = now;
+    Liste->show_text({});
+    choose();
 }
 
 void frmIsoCalc::read_options() {
@@ -215,14 +235,13 @@ void frmIsoCalc::reset() {
 void frmIsoCalc::show_state(const Changes& changes) {
     show_found_state();
     {
-        const QScopedValueRollback guard(searching_, true);
+        const QScopedValueRollback own(own_change_, true);
         bench_.announce(changes);
     }
-    emit state_changed();
+    shown_ = state_in_force();
 }
 
 void frmIsoCalc::show_calculator() {
-    state_ = state_of(bench_.document());
     const auto M = static_cast<double>(bench_.document().substance.constants.MolMass);
     const CaptionParts given = caption_parts(iso_given_label(calculator_));
     txtTpVorgabe->set_unit(calculator_.IsoIn == iso_find_p ? Quantity::T : Quantity::p, given.unit, M);

@@ -1,8 +1,8 @@
 // The Iso Calculator: which p at a given T, or which T at a given p, gives a function its value.
 #pragma once
 #include <QWidget>
-#include <utility>
 
+#include "forms/freshness.h"
 #include "forms/iso_form.h"
 
 class QAbstractButton;
@@ -15,6 +15,7 @@ namespace quom {
 class Workbench;
 class NumberBox;
 class ResultList;
+class StaleLine;
 class ValueBox;
 
 class frmIsoCalc : public QWidget {
@@ -32,10 +33,7 @@ class frmIsoCalc : public QWidget {
     ResultList* Liste;  // the state found
     QPushButton *cmdCalc, *cmdReset, *cmdShowManuInput, *cmdEsc;
     QAbstractButton* cmdIsoHelp;
-
- signals:
-    // T and p of the direct input are those of another state.
-    void state_changed();
+    StaleLine* stale;
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -50,11 +48,13 @@ class frmIsoCalc : public QWidget {
     void show_state(const Changes& changes);
     void show_calculator();
     void show_found_state();
+    void document_changed();
+    ShownResult state_in_force() const;
 
     Workbench& bench_;
     IsoCalculator calculator_;
-    std::pair<double, double> state_{};  // T and p of the direct input when the boxes were filled
-    bool searching_ = false;             // the document changes by a state found here
+    ShownResult shown_;
+    bool own_change_ = false;  // the document changes by a state found here
     QLabel* lblFuUnit;
 };
 

@@ -12,6 +12,7 @@
 #include "ui/main/beside.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
+#include "ui/widgets/stale_line.h"
 #include "ui/widgets/value_box.h"
 
 namespace quom {
@@ -37,6 +38,8 @@ frmKessel::frmKessel(Workbench& bench, QWidget* parent)
     rows->addWidget(cmdTankHelp, 1, 2);
     rows->setColumnStretch(1, 1);
     auto* layout = new QVBoxLayout(this);
+    stale = new StaleLine({picTank, txtLevel, txtp, lblError}, this);
+    layout->addWidget(stale);
     layout->addWidget(picTank, 1);
     layout->addWidget(lblError);
     layout->addLayout(rows);
@@ -47,13 +50,36 @@ frmKessel::frmKessel(Workbench& bench, QWidget* parent)
         row->setSizePolicy(policy);
     }
     connect(cmdTankHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this); });
+    connect(&bench_, &Workbench::changed, this, &frmKessel::document_changed);
+    connect(&bench_, &Workbench::typed, this, &frmKessel::document_changed);
     refresh();
 }
 
 void frmKessel::refresh() {
     const Outcome* outcome = current_outcome(bench_.session);
-    const TankView view =
-        tank_view(bench_.fluid(), outcome ? *outcome : Outcome{}, bench_.document().calc.setup);
+    show_tank(outcome ? *outcome : Outcome{});
+}
+
+// Another calculation than that of a tank leaves the tank as it was, greyed.
+void frmKessel::document_changed() {
+    const QString& typed = bench_.typed_boxes();
+    if (const auto words = why_stale(bench_.session, shown_))
+        return stale->show_reason(QString::fromStdString(words->changed));
+    const CalculationInput& calc = bench_.document().calc;
+    if (mode_info(calc.CalcMode).family != ModeFamily::tank)
+        return stale->show_reason(QStringLiteral("the calculation is not that of a tank any more"));
+    if (stale->isVisibleTo(this) || result_in_force(bench_.session) != shown_) {
+        const Outcome* outcome = current_outcome(bench_.session);
+        show_tank(outcome ? *outcome : calculate(bench_.session, calc.CurrentPoint));
+    }
+    if (!typed.isEmpty())
+        stale->show_reason(QString::fromStdString(typed_words(typed.toStdString(), {}).changed));
+}
+
+void frmKessel::show_tank(const Outcome& outcome) {
+    shown_ = result_in_force(bench_.session);
+    stale->show_reason({});
+    const TankView view = tank_view(bench_.fluid(), outcome, bench_.document().calc.setup);
     setWindowTitle(QString::fromStdString(view.caption));
     txtLevel->show_text(QString::fromStdString(view.level));
     txtp->show_text(QString::fromStdString(view.pressure));

@@ -2,12 +2,15 @@
 #pragma once
 #include <QWidget>
 
+#include "forms/freshness.h"
+
 class QLabel;
 class QAbstractButton;
 
 namespace quom {
 
 class Workbench;
+class StaleLine;
 class TankPicture;
 class ValueBox;
 
@@ -20,6 +23,7 @@ class frmKessel : public QWidget {
     // asked here.
     void refresh();
 
+    StaleLine* stale;
     TankPicture* picTank;
     QLabel* lblp;
     ValueBox *txtLevel, *txtp;
@@ -30,8 +34,11 @@ class frmKessel : public QWidget {
     void changeEvent(QEvent* event) override;
 
  private:
+    void document_changed();
+    void show_tank(const Outcome& outcome);
     void take_colour();
     Workbench& bench_;
+    ShownResult shown_;
 };
 
 }  // namespace quom

@@ -8,6 +8,7 @@
 #include "ui/main/beside.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
+#include "ui/widgets/stale_line.h"
 #include "ui/widgets/value_box.h"
 
 namespace quom {
@@ -35,6 +36,7 @@ frmPictureSuperCrit::frmPictureSuperCrit(Workbench& bench, QWidget* parent)
       txtCritical(named(new ValueBox(this), "txtCritical")),
       picRegions(named(new IsothermView(this), "picRegions",
                        QStringLiteral("p-v diagram of the regions about the critical point"))),
+      stale(new StaleLine({txtState, txtCritical, picRegions}, this)),
       cmdClose(
           named(new QPushButton(QStringLiteral("Close <Esc>"), this), "cmdClose", QStringLiteral("Close"))),
       bench_(bench) {
@@ -57,6 +59,7 @@ frmPictureSuperCrit::frmPictureSuperCrit(Workbench& bench, QWidget* parent)
     bottom->addStretch();
     bottom->addWidget(cmdClose);
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(stale);
     layout->addWidget(lblRegion);
     layout->addWidget(picRegions, 1);
     layout->addLayout(values);
@@ -65,7 +68,10 @@ frmPictureSuperCrit::frmPictureSuperCrit(Workbench& bench, QWidget* parent)
     cmdClose->setFocus();
 }
 
+void frmPictureSuperCrit::show_stale(const QString& reason) { stale->show_reason(reason); }
+
 void frmPictureSuperCrit::show_state(double T, double p) {
+    stale->show_reason({});
     const IsothermPicture picture =
         region_picture(bench_.fluid(), T, p, bench_.session.factors(T), VolumeName(bench_.document().units));
     lblRegion->setText(QLatin1String(RegionTexts[picture.region]));

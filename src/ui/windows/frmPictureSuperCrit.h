@@ -9,6 +9,7 @@ namespace quom {
 
 class Workbench;
 class IsothermView;
+class StaleLine;
 class ValueBox;
 
 class frmPictureSuperCrit : public QWidget {
@@ -18,10 +19,13 @@ class frmPictureSuperCrit : public QWidget {
     explicit frmPictureSuperCrit(Workbench& bench, QWidget* parent = nullptr);
     // State at T [K], p [kPa]; 0 for not known.
     void show_state(double T, double p);
+    // Greys what is shown and says why.
+    void show_stale(const QString& reason);
 
     QLabel* lblRegion;
     ValueBox *txtState, *txtCritical;
     IsothermView* picRegions;
+    StaleLine* stale;
     QPushButton* cmdClose;
 
  private:

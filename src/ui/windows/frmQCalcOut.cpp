@@ -3,22 +3,25 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QVBoxLayout>
-#include <iterator>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QTabWidget>
 
-#include "base/number_text.h"
 #include "forms/calculation_form.h"
 #include "forms/iso_form.h"
+#include "report/basis_line.h"
 #include "report/outcome_messages.h"
 #include "report/titles.h"
-#include "ui/look/look.h"
 #include "ui/main/beside.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
-#include "ui/widgets/labels.h"
+#include "ui/widgets/footer_line.h"
 #include "ui/widgets/result_list.h"
+#include "ui/widgets/result_table.h"
+#include "ui/widgets/state_strip.h"
 #include "ui/widgets/value_box.h"
 #include "ui/widgets/view_label.h"
 #include "ui/windows/frmCEOSDiagnose.h"
@@ -29,211 +32,59 @@ namespace quom {
 
 namespace {
 
-template <class Button>
-Button* captioned(const char* name, const char* caption, QWidget* parent) {
-    const QString text = QString::fromUtf8(caption);
-    return named(new Button(text, parent), name, text);
-}
+const QString TabKey = QStringLiteral("result/tab"), FunctionsKey = QStringLiteral("result/functions"),
+              ExtendedKey = QStringLiteral("result/extended");
 
-// A widget keeps its place while it is hidden, so that the rows below do not jump from result to result.
-void keep_place(QWidget* widget) {
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
-}
+QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
-QFont value_font() {
-    QFont font = fixed_font();
-    font.setPointSizeF(font.pointSizeF() + 2);
-    font.setBold(true);
-    return font;
+// Presses a button of another window that is open. False: there is none to press.
+bool press_in(QWidget* from, const char* window, const char* button) {
+    const mdiQUOM* frame = frame_of(from);
+    QWidget* other = frame ? frame->child(window) : nullptr;
+    auto* found = other ? other->findChild<QPushButton*>(QLatin1String(button)) : nullptr;
+    if (!found || !found->isEnabled()) return false;
+    found->click();
+    return true;
 }
 
 }  // namespace
 
-frmQCalcOut::frmQCalcOut(Workbench& bench, QWidget* parent)
-    : QWidget(parent),
-      fraBatchVorgabe(named(new QGroupBox(this), "fraBatchVorgabe")),
-      par1(named(new ValueBox(this), "par1", QStringLiteral("Specified value 1"))),
-      par2(named(new ValueBox(this), "par2", QStringLiteral("Specified value 2"))),
-      cmdRueck(captioned<QPushButton>("cmdRueck", "Set &backward", this)),
-      cmdVor(captioned<QPushButton>("cmdVor", "Set &forward", this)),
-      co1(named(new ViewLabel(this), "co1", QStringLiteral("State"))),
-      Bezeichnung2(named(new ViewLabel(this), "Bezeichnung2")),
-      lblGleich(named(new ViewLabel(this), "lblGleich")),
-      txtco2(named(new ValueBox(this), "txtco2", QStringLiteral("Value"))),
-      Liste(named(new ResultList(this), "Liste", QStringLiteral("Result list"))),
-      chkUHS(captioned<QCheckBox>("chkUHS", "thermod. f&unctions h, s, g, u, a ...", this)),
-      ResPlus{
-          captioned<QCheckBox>("ResPlus_0", "diff. &Joule-Thomson, fugacity, mechanical coefficients", this),
-          captioned<QCheckBox>("ResPlus_1", "&derivatives with respect to T, p, v", this)},
-      cmdInfoSuperCrit(captioned<QPushButton>("cmdInfoSuperCrit", "Info &Pict.", this)),
-      cmdCEOSDiagnose(captioned<QPushButton>("cmdCEOSDiagnose", "Diagnosis of cubic &EOS", this)),
-      cmdIsoCalc(captioned<QPushButton>("cmdIsoCalc", "&Iso Calculator", this)),
-      cmdShowManuInput(captioned<QPushButton>("cmdShowManuInput", "&X-Y Editor", this)),
-      cmdProtokoll(captioned<QPushButton>("cmdProtokoll", "&Write", this)),
-      cmdOpenNew(captioned<QPushButton>("cmdOpenNew",
-                                        "Close file / Open new file and paste record in clipboard", this)),
-      lblProtText2(named(new ValueBox(this), "lblProtText2", QStringLiteral("File of the record"))),
-      optResultPrint{captioned<QRadioButton>("optResultPrint_0", "&none", this),
-                     captioned<QRadioButton>("optResultPrint_1", "P&rinter", this),
-                     captioned<QRadioButton>("optResultPrint_2", "Fi&le", this)},
-      chkFuncPrint(captioned<QCheckBox>("chkFuncPrint", "with extended calculation", this)),
-      cmdCalc_OK(captioned<QPushButton>("cmdCalc_OK", "&Close", this)),
-      bench_(bench),
-      direct_(is_direct(bench.document(), bench.document().calc.CalcMode)),
-      heads_(new ColumnHeads(Liste, this)) {
-    setObjectName(QLatin1String(Name));
-    lblLphase = named(heads_->L, "lblLphase");
-    lblVphase = named(heads_->V, "lblVphase");
-    txtco2->setFont(value_font());
-    if (!direct_) {
-        cmdCalc_OK->setText(QStringLiteral("Exit (+ data output)"));
-        cmdCalc_OK->setAccessibleName(cmdCalc_OK->text());
-    }
-    build_layout();
-    connect_controls();
-    load();
-}
-
-void frmQCalcOut::build_layout() {
-    auto* layout = new QVBoxLayout(this);
-    auto* given = new QHBoxLayout(fraBatchVorgabe);
-    given->addWidget(par1);
-    given->addWidget(par2);
-    given->addStretch();
-    given->addWidget(cmdRueck);
-    given->addWidget(cmdVor);
-    keep_place(fraBatchVorgabe);
-    layout->addWidget(fraBatchVorgabe);
-    build_state(layout);
-    build_outputs(layout);
-
-    QWidget* const order[] = {chkUHS,
-                              ResPlus[0],
-                              ResPlus[1],
-                              cmdRueck,
-                              cmdVor,
-                              optResultPrint[0],
-                              chkFuncPrint,
-                              par1,
-                              par2,
-                              txtco2,
-                              Liste,
-                              lblProtText2,
-                              cmdInfoSuperCrit,
-                              cmdCEOSDiagnose,
-                              cmdIsoCalc,
-                              cmdProtokoll,
-                              cmdOpenNew,
-                              cmdShowManuInput,
-                              cmdCalc_OK};
-    for (std::size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
-}
-
-void frmQCalcOut::build_state(QVBoxLayout* layout) {
-    auto* state = new QHBoxLayout;
-    state->addWidget(co1);
-    state->addWidget(Bezeichnung2);
-    state->addStretch();
-    state->addWidget(cmdInfoSuperCrit);
-    keep_place(cmdInfoSuperCrit);
-    layout->addLayout(state);
-    auto* value = new QHBoxLayout;
-    value->addWidget(txtco2);
-    value->addWidget(lblGleich);
-    value->addStretch();
-    value->addStrut(std::max(txtco2->sizeHint().height(), lblGleich->sizeHint().height()));
-    layout->addLayout(value);
-
-    auto* list = new QVBoxLayout;
-    list->setSpacing(2);
-    list->addWidget(heads_);
-    list->addWidget(Liste, 1);
-    layout->addLayout(list, 1);
-}
-
-void frmQCalcOut::build_outputs(QVBoxLayout* layout) {
-    auto* extended = new QGridLayout;
-    extended->setVerticalSpacing(4);
-    extended->addWidget(chkUHS, 0, 0);
-    extended->addWidget(ResPlus[0], 0, 1);
-    extended->addWidget(ResPlus[1], 1, 0);
-    extended->setColumnStretch(1, 1);
-    auto* tools = new QHBoxLayout;
-    tools->addLayout(extended, 1);
-    auto* more = new QVBoxLayout;
-    more->addWidget(cmdCEOSDiagnose);
-    more->addWidget(cmdIsoCalc);
-    tools->addLayout(more);
-    layout->addLayout(tools);
-    layout->addWidget(rule(this));
-
-    auto* record = new QGroupBox(QStringLiteral("Calculation record"), this);
-    auto* rows = new QGridLayout(record);
-    rows->addWidget(cmdProtokoll, 0, 0);
-    rows->addWidget(lblProtText2, 0, 1);
-    rows->addWidget(cmdOpenNew, 1, 0, 1, 2);
-    rows->setColumnStretch(1, 1);
-    auto* output = new QGroupBox(QStringLiteral("Output"), this);
-    auto* choice = new QGridLayout(output);
-    for (int i = 0; i < 3; ++i) choice->addWidget(optResultPrint[i], 0, i);
-    choice->addWidget(chkFuncPrint, 1, 0, 1, 3);
-    auto* ends = new QVBoxLayout;
-    ends->addStretch();
-    ends->addWidget(cmdShowManuInput);
-    ends->addWidget(cmdCalc_OK);
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(record, 1);
-    bottom->addWidget(output);
-    bottom->addLayout(ends);
-    layout->addLayout(bottom);
-
-    optResultPrint[0]->setChecked(true);
-    chkFuncPrint->setEnabled(false);
-    for (QWidget* control :
-         {static_cast<QWidget*>(cmdProtokoll), static_cast<QWidget*>(cmdOpenNew),
-          static_cast<QWidget*>(optResultPrint[1]), static_cast<QWidget*>(optResultPrint[2]),
-          static_cast<QWidget*>(cmdShowManuInput)})
-        not_yet_available(control);
-    cmdCalc_OK->setMinimumWidth(96);
-}
-
 void frmQCalcOut::connect_controls() {
     connect(cmdVor, &QPushButton::clicked, this, [this] { step(1); });
     connect(cmdRueck, &QPushButton::clicked, this, [this] { step(-1); });
-    connect(chkUHS, &QCheckBox::toggled, this, [this](bool shown) {
-        Document document = bench_.document();
-        document.calc.ShowFunctions = shown;
-        bench_.commit(std::move(document));
-        calculate(false);
-    });
+    connect(chkUHS, &QCheckBox::toggled, this, [this] { set_extended(); });
     for (QCheckBox* box : ResPlus) connect(box, &QCheckBox::toggled, this, [this] { set_extended(); });
     connect(cmdIsoCalc, &QPushButton::clicked, this, [this] { open_iso_calculator_window(); });
     connect(cmdCEOSDiagnose, &QPushButton::clicked, this, [this] { open_diagnosis(); });
     connect(cmdInfoSuperCrit, &QPushButton::clicked, this, [this] { open_picture(); });
     connect(cmdCalc_OK, &QPushButton::clicked, this, [this] { end_calculation(); });
-    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
-        // Another substance or other models close the window.
-        if (changes.substance || changes.models || !(changes.units || changes.reference)) return;
-        outcome_ = quom::calculate(bench_.session, bench_.document().calc.CurrentPoint);
-        show_outcome();
+    connect(strip, &StateStrip::calculate_again, this, [this] { calculate_again(); });
+    const auto show_tab = [this] { table->corner()->setVisible(tabs->currentWidget() == table); };
+    connect(tabs, &QTabWidget::currentChanged, this, [this, show_tab](int tab) {
+        bench_.memory.set(TabKey, tab);
+        show_tab();
     });
+    show_tab();
+    connect(&bench_, &Workbench::changed, this, [this] { document_changed(); });
+    connect(&bench_, &Workbench::typed, this, [this] { document_changed(); });
 }
 
 void frmQCalcOut::load() {
-    Document document = bench_.document();
-    document.calc.ExtLevel = 1;
-    document.calc.CurrentPoint = direct_ ? 0 : first_active_point(document.exp);
-    const int point = document.calc.CurrentPoint;
-    bench_.commit(std::move(document));
     {
-        const QSignalBlocker quiet(chkUHS);
-        chkUHS->setChecked(bench_.document().calc.ShowFunctions);
+        const QScopedValueRollback own(own_change_, true);
+        direct_ = is_direct(bench_.document(), bench_.document().calc.CalcMode);
+        Document document = bench_.document();
+        CalculationInput& calc = document.calc;
+        calc.ExtLevel = bench_.memory.value(ExtendedKey, 1).toInt();
+        if (calc.ExtLevel < 1 || calc.ExtLevel > 4) calc.ExtLevel = 1;
+        calc.ShowFunctions = bench_.memory.value(FunctionsKey, calc.ShowFunctions).toBool();
+        calc.CurrentPoint = direct_ ? 0 : first_active_point(document.exp);
+        bench_.commit(std::move(document));
     }
+    tabs->setCurrentIndex(bench_.memory.value(TabKey, 0).toInt());
     cmdVor->setEnabled(!direct_);
     cmdRueck->setEnabled(!direct_);
-    const bool has_point = direct_ || point > 0;
+    const bool has_point = direct_ || bench_.document().calc.CurrentPoint > 0;
     if (!has_point)
         bench_.tell({.title = "Execution not possible",
                      .text = "all data points are marked as deleted",
@@ -258,20 +109,85 @@ bool frmQCalcOut::calculate(bool warn_triple) {
     outcome_ = quom::calculate(bench_.session, bench_.document().calc.CurrentPoint);
     if (const auto message = outcome_message(bench_.fluid(), outcome_, warn_triple)) bench_.tell(*message);
     show_outcome();
+    if (const auto stale = why_stale(bench_.session, shown_)) show_stale(*stale);
     return view_.Text != "EXIT";
+}
+
+// Calculates anew without a word; what needs the user first is told in the strip.
+void frmQCalcOut::document_changed() {
+    if (own_change_) return;
+    if (const auto stale = why_stale(bench_.session, shown_)) return show_stale(*stale);
+    const QString& typed = bench_.typed_boxes();
+    if (strip->is_stale() || result_in_force(bench_.session) != shown_) {
+        outcome_ = quom::calculate(bench_.session, bench_.document().calc.CurrentPoint);
+        show_outcome();
+    }
+    if (typed.isEmpty()) return;
+    const QString values = QStringList{par1->text(), par2->text()}.join(QLatin1Char(' ')).simplified();
+    show_stale(typed_words(typed.toStdString(), values.toStdString()));
+}
+
+// What the user would do: take the boxes, confirm the models, go to the values that count now.
+void frmQCalcOut::calculate_again() {
+    if (!bench_.typed_boxes().isEmpty() && press_in(this, "frmParinput", "cmdParameter_OK")) return;
+    if (!bench_.session.shell.ModelsConfirmed) {
+        press_in(this, "frmQModell", "cmdOKModell");
+        return;
+    }
+    if (is_direct(bench_.document(), bench_.document().calc.CalcMode) != direct_)
+        load();
+    else
+        refresh();
 }
 
 void frmQCalcOut::show_outcome() {
     const CalculationInput& calc = bench_.document().calc;
+    shown_ = result_in_force(bench_.session);
     view_ = make_result_list(bench_.fluid(), outcome_,
                              {.units = bench_.document().units,
                               .setup = calc.setup,
                               .ExtLevel = calc.ExtLevel,
                               .ShowFunctions = calc.ShowFunctions});
-    setWindowTitle(QString::fromStdString(CalcCaption(calc.CalcMode, calc.setup)));
+    setWindowTitle(text_of(CalcCaption(calc.CalcMode, calc.setup)));
+    grey(false);
+    strip->show_outcome(bench_.fluid(), outcome_);
+    footer->show_text(text_of(basis_line(bench_.fluid())));
+    show_boxes();
     show_view();
+    table->show_outcome(bench_.fluid(), outcome_, calc.setup);
     if (diagnosis_) diagnosis_->show_outcome(outcome_);
     if (picture_) picture_->show_state(outcome_.T.value_or(0.0), outcome_.p.value_or(0.0));
+}
+
+void frmQCalcOut::show_stale(const StaleWords& words) {
+    const QString changed = text_of(words.changed);
+    strip->show_stale(changed, text_of(words.shown));
+    grey(true);
+    if (diagnosis_) diagnosis_->show_stale(changed);
+    if (picture_) picture_->show_stale(changed);
+}
+
+void frmQCalcOut::grey(bool stale) {
+    for (ValueBox* box : {par1, par2, txtco2}) box->set_stale(stale);
+    for (ViewLabel* label : {co1, Bezeichnung2, lblGleich}) label->set_stale(stale);
+    Liste->set_stale(stale);
+    table->set_stale(stale);
+    cmdCEOSDiagnose->setEnabled(!stale && view_.cmdCEOSDiagnose);
+    cmdInfoSuperCrit->setEnabled(!stale);
+}
+
+// The check boxes as the document has them.
+void frmQCalcOut::show_boxes() {
+    const CalculationInput& calc = bench_.document().calc;
+    const bool extended[] = {calc.ExtLevel == 2 || calc.ExtLevel == 4,
+                             calc.ExtLevel == 3 || calc.ExtLevel == 4};
+    const auto show = [](QCheckBox* box, bool checked) {
+        const QSignalBlocker quiet(box);
+        box->setChecked(checked);
+    };
+    show(chkUHS, calc.ShowFunctions);
+    for (int i = 0; i < 2; ++i) show(ResPlus[i], extended[i]);
+    chkFuncPrint->setEnabled(calc.ExtLevel > 1 && calc.CalcMode < Mode::vaporization_T);
 }
 
 void frmQCalcOut::show_view() {
@@ -284,11 +200,18 @@ void frmQCalcOut::show_view() {
     lblGleich->show_text(view.lblGleich);
     show_in_box(txtco2, view.txtco2);
     const auto show_head = [](QLabel* label, const ViewText& text) {
-        label->setText(text.visible ? QString::fromStdString(text.text) : QString());
+        label->setText(text.visible ? text_of(text.text) : QString());
     };
     show_head(lblLphase, view.lblLphase);
     show_head(lblVphase, view.lblVphase);
+    // The next result of a mode is read at the same place of the list.
+    QScrollBar *down = Liste->verticalScrollBar(), *across = Liste->horizontalScrollBar();
+    const bool same_mode = bench_.document().calc.CalcMode == shown_mode_;
+    const int line = same_mode ? down->value() : 0, column = same_mode ? across->value() : 0;
     Liste->show_text(view.Liste.text, view.Liste.colour == colour_red);
+    down->setValue(line);
+    across->setValue(column);
+    shown_mode_ = bench_.document().calc.CalcMode;
     Liste->setVisible(view.Liste.visible);
     cmdInfoSuperCrit->setVisible(view.cmdInfoSuperCrit);
     show_diagnosis_button();
@@ -306,6 +229,7 @@ void frmQCalcOut::show_diagnosis_button() {
 }
 
 void frmQCalcOut::choose_point(int point) {
+    const QScopedValueRollback own(own_change_, true);
     Document document = bench_.document();
     document.calc.CurrentPoint = point;
     bench_.commit(std::move(document));
@@ -321,12 +245,17 @@ void frmQCalcOut::step(int direction) {
 }
 
 void frmQCalcOut::set_extended() {
-    Document document = bench_.document();
-    document.calc.ExtLevel = 1 + (ResPlus[0]->isChecked() ? 1 : 0) + (ResPlus[1]->isChecked() ? 2 : 0);
-    const CalculationInput& calc = document.calc;
-    chkFuncPrint->setEnabled(calc.ExtLevel > 1 && calc.CalcMode < Mode::vaporization_T);
-    bench_.commit(std::move(document));
-    calculate(false);
+    {
+        const QScopedValueRollback own(own_change_, true);
+        Document document = bench_.document();
+        document.calc.ExtLevel = 1 + (ResPlus[0]->isChecked() ? 1 : 0) + (ResPlus[1]->isChecked() ? 2 : 0);
+        document.calc.ShowFunctions = chkUHS->isChecked();
+        bench_.memory.set(ExtendedKey, document.calc.ExtLevel);
+        bench_.memory.set(FunctionsKey, document.calc.ShowFunctions);
+        bench_.commit(std::move(document));
+    }
+    // What is not up to date stays so until it is calculated again.
+    if (!strip->is_stale()) calculate(false);
 }
 
 void frmQCalcOut::open_iso_calculator_window() {
@@ -337,11 +266,6 @@ void frmQCalcOut::open_iso_calculator_window() {
     }
     drop_window(iso_);
     iso_ = new frmIsoCalc(bench_, std::move(opened.calculator));
-    connect(iso_, &frmIsoCalc::state_changed, this, [this] {
-        // T and p of the direct input are those of the state found.
-        const Mode mode = bench_.document().calc.CalcMode;
-        if (direct_ && (mode == Mode::T_p || mode == Mode::functions)) calculate(false);
-    });
     open_beside(this, iso_, iso_->sizeHint(), Sizing::free);
 }
 

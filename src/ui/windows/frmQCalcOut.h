@@ -1,8 +1,11 @@
-// The result of a calculation: specified values, state, list, and the steps through the data points.
+// The result of a calculation: the state in words, specified values, list, table, record, and the steps
+// through the data points. Shown anew at every change of the document; what needs the user first is marked as
+// not up to date.
 #pragma once
 #include <QPointer>
 #include <QWidget>
 
+#include "forms/freshness.h"
 #include "report/result_list.h"
 
 class QCheckBox;
@@ -11,12 +14,15 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
-class QVBoxLayout;
+class QTabWidget;
 
 namespace quom {
 
 class ColumnHeads;
+class FooterLine;
 class ResultList;
+class ResultTable;
+class StateStrip;
 class ValueBox;
 class ViewLabel;
 class Workbench;
@@ -42,6 +48,10 @@ class frmQCalcOut : public QWidget {
     const OutputView& view() const { return view_; }
     QSize sizeHint() const override { return QWidget::sizeHint().expandedTo({780, 660}); }
 
+    StateStrip* strip;  // with cmdCalculateAgain
+    QTabWidget* tabs;   // list, table, record and output
+    ResultTable* table;
+    FooterLine* footer;
     QGroupBox* fraBatchVorgabe;
     ValueBox *par1, *par2;
     QPushButton *cmdRueck, *cmdVor;
@@ -68,13 +78,19 @@ class frmQCalcOut : public QWidget {
 
  private:
     void build_layout();
-    void build_state(QVBoxLayout* layout);
-    void build_outputs(QVBoxLayout* layout);
+    QWidget* make_list_page();
+    QWidget* make_record_page();
+    void set_tab_order();
     void connect_controls();
     void load();
     bool calculate(bool warn_triple);
+    void document_changed();
+    void calculate_again();
     void show_outcome();
     void show_view();
+    void show_stale(const StaleWords& words);
+    void grey(bool stale);
+    void show_boxes();
     void show_diagnosis_button();
     void show_point_text(const char* head);
     void choose_point(int point);
@@ -88,8 +104,11 @@ class frmQCalcOut : public QWidget {
     Workbench& bench_;
     Outcome outcome_;
     OutputView view_;
+    ShownResult shown_;  // what outcome_ was calculated from
+    Mode shown_mode_ = Mode::none;
     bool direct_;
     bool loaded_ = false;
+    bool own_change_ = false;  // the document is changed from here
     ColumnHeads* heads_;
     QPointer<frmIsoCalc> iso_;
     QPointer<frmCEOSDiagnose> diagnosis_;

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "forms/freshness.h"
 #include "forms/model_form.h"
 #include "ui/look/look.h"
 #include "ui/main/mdiQUOM.h"
@@ -229,9 +230,11 @@ void frmQModell::show_next() {
 void frmQModell::changed() {
     lblWatson->setVisible(form_->watson_shown());
     WatsonKombi->setVisible(form_->watson_shown());
-    unconfirm_models(frame_.bench().session);  // constants in force are those of the former selection
-    frame_.unload_calculation_windows();
-    frame_.refresh();
+    // Constants in force are those of the former selection: results stay, marked as such.
+    Workbench& bench = frame_.bench();
+    unconfirm_models(bench.session, model_change(*form_, bench.document()));
+    frame_.unload("frmCalcIn");  // its questions are those of the former models
+    bench.announce_models();
     show_next();
 }
 
@@ -261,9 +264,14 @@ void frmQModell::confirm() {
     take_shown();
     ask_for_constants();
     Workbench& bench = frame_.bench();
+    const ModelSelection before = bench.document().models;
     const ModelOk ok = confirm_models(bench.session, *form_, bench.messages());
+    // Another concept asks other questions before it calculates.
+    const ModelSelection& now = bench.document().models;
+    if (now.Konzept != before.Konzept || now.VPhaseOnly() != before.VPhaseOnly())
+        frame_.unload_calculation_windows();
     bench.announce(ok.changes);
-    frame_.refresh();
+    bench.announce_models();
     show_next();
 }
 

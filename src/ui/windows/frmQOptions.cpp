@@ -114,6 +114,12 @@ frmQOptions::frmQOptions(Workbench& bench, QWidget* parent)
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
     connect(cmdNormierung, &QPushButton::clicked, this, [this] { frmReferenz(bench_, this).exec(); });
     show_settings(opened_);
+    // Settings that were changed elsewhere; a reference state chosen from here changes none of them.
+    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
+        if (!changes.units && !changes.options && !changes.models && !changes.substance) return;
+        opened_ = open_options(bench_.document(), bench_.fluid());
+        show_settings(opened_);
+    });
 }
 
 QWidget* frmQOptions::make_units() {

@@ -37,20 +37,25 @@ frmQTextEdit::frmQTextEdit(mdiQUOM& frame)
     layout->addLayout(buttons);
 }
 
-void frmQTextEdit::open(mdiQUOM& frame, const QString& caption, const std::string& head,
-                        const std::string& text) {
+void frmQTextEdit::show_texts(const std::string& head_text, const std::string& main_text) {
+    head->show_text(head_text);
+    head->set_lines(line_count(head_text));
+    head->setVisible(!head_text.empty());
+    text->show_text(main_text);
+}
+
+frmQTextEdit* frmQTextEdit::open(mdiQUOM& frame, const QString& caption, const std::string& head,
+                                 const std::string& text) {
     frame.unload(Name);
     auto* window = new frmQTextEdit(frame);
     window->setWindowTitle(caption);
-    window->head->show_text(head);
-    window->head->set_lines(line_count(head));
     window->head->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    window->head->setVisible(!head.empty());
-    window->text->show_text(text);
+    window->show_texts(head, text);
     const int most_lines = MostHeight / window->text->fontMetrics().lineSpacing();
     window->text->set_lines(std::clamp(line_count(text) + 1, 4, most_lines));
     frame.open_child(window, {0, 0}, Sizing::free);
     window->text->setFocus();
+    return window;
 }
 
 }  // namespace quom

@@ -14,9 +14,10 @@ class frmQTextEdit : public QWidget {
  public:
     static constexpr const char* Name = "frmQTextEdit";
     // Shows caption and texts in the one window of this kind; an empty head hides its box.
-    static void open(mdiQUOM& frame, const QString& caption, const std::string& head,
-                     const std::string& text);
+    static frmQTextEdit* open(mdiQUOM& frame, const QString& caption, const std::string& head,
+                              const std::string& text);
     explicit frmQTextEdit(mdiQUOM& frame);
+    void show_texts(const std::string& head_text, const std::string& main_text);
 
     ResultList* head;
     ResultList* text;

@@ -48,6 +48,21 @@ frmReferenz::frmReferenz(Workbench& bench, QWidget* parent)
     connect(OK, &QPushButton::clicked, this, &frmReferenz::take);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
+    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
+        if (changes.reference || changes.units || changes.substance) show_document();
+    });
+    show_document();
+    opt_HNull[static_cast<std::size_t>(boxes_.option)]->setFocus();
+}
+
+// Boxes and their units as the document has them.
+void frmReferenz::show_document() {
+    boxes_ = reference_boxes(bench_.document());
+    const Units& units = bench_.document().units;
+    for (QLabel* label : findChildren<QLabel*>()) {
+        if (label->buddy() == hOffset) label->setText(shown(reference_h_label(units)));
+        if (label->buddy() == sOffset) label->setText(shown(reference_s_label(units)));
+    }
     fill(hOffset, boxes_.h);
     fill(sOffset, boxes_.s);
     fill(TRef0, static_cast<float>(boxes_.T0));
@@ -55,7 +70,6 @@ frmReferenz::frmReferenz(Workbench& bench, QWidget* parent)
     fill(TEnv, boxes_.TEnv);
     fill(pEnv, boxes_.pEnv);
     show_option(boxes_.option);
-    opt_HNull[static_cast<std::size_t>(boxes_.option)]->setFocus();
 }
 
 QWidget* frmReferenz::make_options() {

@@ -35,6 +35,7 @@ class frmReferenz : public QDialog {
     QWidget* make_environment();
     void add_input(QGridLayout* grid, int row, std::string_view label, Quantity quantity, NumberBox* box,
                    std::string_view note = {});
+    void show_document();
     void show_option(int option);
     void choose(int option);
     void take();
