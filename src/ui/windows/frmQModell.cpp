@@ -252,7 +252,10 @@ void frmQModell::choose_eos(bool left) {
 }
 
 void frmQModell::ask_for_constants() {
-    if (!std::exchange(constants_wanted_, false)) return;
+    if (std::exchange(constants_wanted_, false)) type_virial_constants();
+}
+
+void frmQModell::type_virial_constants() {
     frmBParInput input(form_->eos_input, frame_.bench().messages(), this);
     if (input.exec() == QDialog::Accepted) form_->eos_input = input.constants();
 }
