@@ -81,7 +81,10 @@ frmQModell::frmQModell(mdiQUOM& frame)
     connect_controls();
 }
 
-frmQModell::~frmQModell() = default;
+// A box that loses the focus on the way has nobody to tell any more.
+frmQModell::~frmQModell() {
+    for (ChoiceBox* box : {EOSKombi, pkombi, HLVKombi, cpKombi}) box->disconnect(this);
+}
 
 void frmQModell::build_layout() {
     auto* layout = new QVBoxLayout(this);
