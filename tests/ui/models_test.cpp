@@ -274,7 +274,6 @@ TEST_F(ModelsWindow, equations_are_looked_through_without_being_taken) {
     window->EOSKombi->setFocus();
     key(Qt::Key_Up);  // Soave / Redlich / Kwong, before Peng / Robinson
     key(Qt::Key_Return);
-    EXPECT_FALSE(calculation_is_open());
     EXPECT_FALSE(enabled("mnuCalcMain"));
     EXPECT_EQ(next(), "next: OK puts these models in force");
     EXPECT_EQ(eos(), "CEOS Soave / Redlich / Kwong");
@@ -302,7 +301,6 @@ TEST_F(ModelsWindow, leaving_the_list_takes_what_it_shows) {
         way.leave();
         EXPECT_EQ(eos(), shown) << way.way;
         EXPECT_EQ(enabled("mnuCalcMain"), way.confirms) << way.way;
-        EXPECT_FALSE(calculation_is_open()) << way.way;
         if (way.confirms) {
             EXPECT_EQ(trim(eos_info(models().EOSKode).text), shown) << way.way;
         }
@@ -314,9 +312,9 @@ TEST_F(ModelsWindow, leaving_the_list_takes_what_it_shows) {
     QAbstractItemView* list = window->EOSKombi->view();
     ASSERT_TRUE(list->isVisible());
     QTest::keyClick(list, Qt::Key_Up);
-    EXPECT_TRUE(calculation_is_open());
+    EXPECT_TRUE(calculation_is_open() && enabled("mnuCalcMain"));
     QTest::keyClick(list, Qt::Key_Return);
-    EXPECT_FALSE(calculation_is_open());
+    EXPECT_FALSE(enabled("mnuCalcMain"));
     EXPECT_EQ(eos(), "CEOS Soave / Redlich / Kwong");
 }
 
@@ -339,6 +337,7 @@ TEST_F(ModelsWindow, the_wheel_turns_what_has_the_focus) {
     EXPECT_TRUE(calculation_is_open()) << "shown, not taken";
     key(Qt::Key_Escape);
     EXPECT_EQ(eos(), taken);
+    turn_wheel(window->EOSKombi);  // the program ends with an equation that was not taken
 }
 
 TEST_F(ModelsWindow, keys_and_help) {

@@ -82,7 +82,10 @@ frmQModell::frmQModell(mdiQUOM& frame)
     connect_controls();
 }
 
-frmQModell::~frmQModell() = default;
+// A box that loses the focus on the way has nobody to tell any more.
+frmQModell::~frmQModell() {
+    for (ChoiceBox* box : {EOSKombi, pkombi, HLVKombi, cpKombi}) box->disconnect(this);
+}
 
 void frmQModell::build_layout() {
     auto* layout = new QVBoxLayout(this);
@@ -255,7 +258,10 @@ void frmQModell::choose_eos(bool left) {
 }
 
 void frmQModell::ask_for_constants() {
-    if (!std::exchange(constants_wanted_, false)) return;
+    if (std::exchange(constants_wanted_, false)) type_virial_constants();
+}
+
+void frmQModell::type_virial_constants() {
     frmBParInput input(form_->eos_input, this);
     if (input.exec() == QDialog::Accepted) form_->eos_input = input.constants();
 }
