@@ -153,6 +153,17 @@ void mdiQUOM::refresh() {
     panels[3]->show_text(fulfilled(s, Needs::models) ? s.shell.ModelStatus : std::string());
     area->set_hint(QString::fromStdString(next_step_hint(s)));
     start_page->refresh();
+    share_status_bar();
+}
+
+void mdiQUOM::share_status_bar() {
+    constexpr int between = 8;  // of two panels, and at the ends with the size grip
+    share_width(panels, width() - between * 6);
+}
+
+void mdiQUOM::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    share_status_bar();
 }
 
 void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside) {

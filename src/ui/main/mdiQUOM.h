@@ -78,10 +78,12 @@ class mdiQUOM : public QMainWindow {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
  private:
     void build_toolbar();
     void build_status_bar();
+    void share_status_bar();
     void opening_calculation_menu();
     void opening_windows_menu();
 

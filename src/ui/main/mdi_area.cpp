@@ -39,4 +39,10 @@ void MdiArea::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ApplicationPaletteChange) setBackground(look_colour(LookColour::MdiGround));
 }
 
+// A window that goes uncovers a part of the hint: it is painted anew as a whole.
+bool MdiArea::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Hide || event->type() == QEvent::Show) viewport()->update();
+    return QMdiArea::eventFilter(watched, event);
+}
+
 }  // namespace quom

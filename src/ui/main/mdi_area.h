@@ -14,6 +14,7 @@ class MdiArea : public QMdiArea {
  protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
     QString hint_;

@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QScreen>
+#include <algorithm>
 
 namespace quom {
 
@@ -45,6 +48,16 @@ QMessageBox::Icon shown_icon(MessageKind kind) {
     return QMessageBox::Information;
 }
 
+// Wide enough for its title between icon and buttons of the title bar, up to most of the screen.
+void make_room_for_title(QMessageBox& box) {
+    QFont font = box.font();
+    font.setBold(true);
+    const int title = QFontMetrics(font).horizontalAdvance(box.windowTitle()) + 110;
+    const int most = box.screen()->availableSize().width() * 9 / 10;
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(std::min(title, most), 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 }  // namespace
 
 Answer MessageBoxes::ask(const Message& message) {
@@ -55,6 +68,7 @@ Answer MessageBoxes::ask(const Message& message) {
     box.setWindowTitle(QString::fromStdString(message.title));
     box.setText(QString::fromStdString(message.text));
     box.setIcon(shown_icon(message.kind));
+    make_room_for_title(box);
     box.setStandardButtons(shown_buttons(message.buttons));
     for (const auto& row : AnswerButtons)
         if (row.answer == message.default_button) box.setDefaultButton(row.button);

@@ -36,6 +36,7 @@ void ViewLabel::show_text(const ViewText& text) {
     setFont(font);
     take_colour();
     setText(QString::fromStdString(text.text));
+    setAccessibleDescription(this->text().simplified());
     setVisible(text.visible && !text.text.empty());
     updateGeometry();
 }

@@ -51,7 +51,7 @@ frmIsoCalc::frmIsoCalc(Workbench& bench, IsoCalculator calculator, QWidget* pare
       txtFuConst(named(new NumberBox(18, this), "txtFuConst")),
       txtTpCalc(named(new ValueBox(this, 18), "txtTpCalc")),
       Liste(named(new ResultList(this), "Liste", QStringLiteral("State found"))),
-      cmdCalc(button("cmdCalc", "&Calculation", this)),
+      cmdCalc(button("cmdCalc", "C&alculation", this)),
       cmdReset(button("cmdReset", "&Reset Last", this)),
       cmdShowManuInput(button("cmdShowManuInput", "Curve &input", this)),
       cmdEsc(button("cmdEsc", "Close", this)),

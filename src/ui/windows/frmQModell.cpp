@@ -67,7 +67,7 @@ frmQModell::frmQModell(mdiQUOM& frame)
       cpHilfe(help_button("cpHilfe", QStringLiteral("ideal gas heat capacity"), this)),
       rhoLHilfe(help_button("rhoLHilfe", QStringLiteral("L density"), this)),
       lblNext(named(hint_label({}, this), "lblNext")),
-      cmdOKModell(named(new QPushButton(QStringLiteral("&OK"), this), "cmdOKModell", QStringLiteral("OK"))),
+      cmdOKModell(named(new QPushButton(QStringLiteral("O&K"), this), "cmdOKModell", QStringLiteral("OK"))),
       frame_(frame),
       form_(std::make_unique<ModelForm>()) {
     setObjectName(QLatin1String(Name));
