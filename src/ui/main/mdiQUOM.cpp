@@ -110,6 +110,7 @@ void mdiQUOM::build_toolbar() {
     cmdFind = add_button(
         "cmdFind", "Find  Ctrl+K", [](mdiQUOM& f, int) { f.toggle_palette(); }, 0);
     cmdFind->setIcon(svg_icon(QStringLiteral("search")));
+    toolbar->addWidget(cmdFind);
     add_space(8);
     cmdErstnutzer = add_button("cmdErstnutzer", "First steps", show_help_topic, help_first_steps);
     toolbar->addWidget(cmdErstnutzer);

@@ -1,6 +1,5 @@
 #include "ui/windows/help_window.h"
 
-#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -207,11 +206,6 @@ bool HelpWindow::search_key(int key) {
         default:
             return false;
     }
-}
-
-void HelpWindow::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    hide();
 }
 
 bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {
