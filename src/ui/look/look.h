@@ -71,8 +71,16 @@ class LookStyle : public QProxyStyle {
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override;
 
  private:
+    struct Bordered {
+        QPalette before;
+        QColor border;
+        QPalette palette;
+    };
+    QPalette bordered_palette(const QStyleOption& option) const;
     void drawTitleBar(const QStyleOptionComplex* option, QPainter* painter, const QWidget* widget) const;
     void drawGroupBox(const QStyleOptionComplex* option, QPainter* painter, const QWidget* widget) const;
+
+    mutable QList<Bordered> bordered_;
 };
 
 }  // namespace quom

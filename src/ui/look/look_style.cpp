@@ -11,16 +11,12 @@ namespace {
 
 constexpr double Radius = 2.5;
 
-// Fusion draws every outline as Window darkened by 140: for its time the palette of the option holds such a
-// Window that the outline comes out as wanted.
+// For its time the palette of the option is another one.
 class BorderedOption {
  public:
-    explicit BorderedOption(const QStyleOption* option)
+    BorderedOption(const QStyleOption* option, const QPalette& bordered)
         : option_(const_cast<QStyleOption*>(option)), before_(option->palette) {
-        const bool enabled = option->state & QStyle::State_Enabled;
-        option_->palette.setColor(
-            QPalette::Window,
-            look_colour(enabled ? LookColour::InputBorder : LookColour::GroupFrame).lighter(140));
+        option_->palette = bordered;
     }
     ~BorderedOption() { option_->palette = before_; }
     BorderedOption(const BorderedOption&) = delete;
@@ -47,6 +43,22 @@ void draw_focus(QPainter* painter, const QRect& rect) {
 
 }  // namespace
 
+// Fusion draws every outline as Window darkened by 140: the palette holds such a Window that the outline
+// comes out as wanted. Fusion also keeps what it has drawn by the key of the palette, so equal palettes have
+// to be one and the same, or each drawing would be kept anew.
+QPalette LookStyle::bordered_palette(const QStyleOption& option) const {
+    const bool enabled = option.state & State_Enabled;
+    const QColor border = look_colour(enabled ? LookColour::InputBorder : LookColour::GroupFrame);
+    for (const Bordered& known : bordered_)
+        if (known.border == border && known.before == option.palette) return known.palette;
+    constexpr qsizetype most = 24;
+    if (bordered_.size() >= most) bordered_.removeFirst();
+    Bordered made{option.palette, border, option.palette};
+    made.palette.setColor(QPalette::Window, border.lighter(140));
+    bordered_.append(made);
+    return made.palette;
+}
+
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
     switch (element) {
@@ -55,7 +67,7 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         case PE_IndicatorRadioButton:
         case PE_PanelButtonCommand: {
             {
-                const BorderedOption bordered(option);
+                const BorderedOption bordered(option, bordered_palette(*option));
                 QProxyStyle::drawPrimitive(element, option, painter, widget);
             }
             const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
@@ -116,7 +128,7 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     if (control == CC_GroupBox) return drawGroupBox(option, painter, widget);
     if (control == CC_ComboBox || control == CC_SpinBox) {
         {
-            const BorderedOption bordered(option);
+            const BorderedOption bordered(option, bordered_palette(*option));
             QProxyStyle::drawComplexControl(control, option, painter, widget);
         }
         if (option->state & State_HasFocus) draw_focus(painter, option->rect);

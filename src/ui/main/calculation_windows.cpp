@@ -1,7 +1,7 @@
 #include "ui/main/calculation_windows.h"
 
+#include <QApplication>
 #include <QEvent>
-#include <algorithm>
 #include <utility>
 
 #include "ui/main/mdiQUOM.h"
@@ -106,6 +106,16 @@ void CalculationWindows::open_reference_input(frmCalcIn* selection, bool wanted)
     });
     frame_.open_child(input, input->sizeHint(), Sizing::fixed, selection);
     input->focus_first();
+    // An option that was reached by an arrow key takes the focus after its click.
+    QMetaObject::invokeMethod(
+        input,
+        [this, input] {
+            if (frame_.child<frmParinput>() != input || input->isAncestorOf(QApplication::focusWidget()))
+                return;
+            frame_.show_child(input);
+            input->focus_first();
+        },
+        Qt::QueuedConnection);
 }
 
 void CalculationWindows::open_input(int kind, const CalculationInput& calc) {
@@ -151,12 +161,8 @@ bool CalculationWindows::show_result(Shown& shown, const std::function<ResultWin
     const ResultWindow window = make(frame_.bench());
     if (!window.widget) return false;
     shown = {window.widget, window.refresh};
-    const bool tank = &shown == &tank_;
-    if (!tank) window.widget->installEventFilter(this);
+    if (&shown == &result_) window.widget->installEventFilter(this);
     frame_.open_child(window.widget, window.first_size, Sizing::free, beside);
-    // Over the result, where it has to be, the tank covers no column of the list.
-    if (QWidget* frame = window.widget->parentWidget(); tank && beside)
-        frame->move(std::max(frame->x(), frame->parentWidget()->width() - frame->width()), frame->y());
     return true;
 }
 

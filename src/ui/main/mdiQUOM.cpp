@@ -8,12 +8,12 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
-#include <algorithm>
 
 #include "session/data_diagnosis.h"
 #include "session/start_up.h"
 #include "ui/look/look.h"
 #include "ui/look/svg_icons.h"
+#include "ui/main/focus_return.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
@@ -54,6 +54,8 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     });
     area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
     setCentralWidget(area);
+    places_ = new WindowPlaces(*area, bench_->memory);
+    focus_ = new FocusReturn(*area);
     start_page = new StartPage(*this, area);
     menus_->build_menu_bar();
     connect(menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToShow, this,
@@ -168,29 +170,8 @@ void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWi
     area->addSubWindow(sub, flags);
     connect(window, &QWidget::windowTitleChanged, sub, &QWidget::setWindowTitle);
 
-    const QSize frame = sub->sizeHint() - window->sizeHint();
-    const QSize border = frame.expandedTo(QSize(0, 0));
-    QSize size = natural_size(*window, first) + border;
-    // A list gives way before the area has to be scrolled.
-    if (sizing == Sizing::free)
-        size = size.boundedTo(area->viewport()->size()).expandedTo(window->minimumSizeHint() + border);
-    if (sizing == Sizing::fixed) sub->setFixedSize(size);
-    if (sizing == Sizing::width_only) sub->setFixedHeight(size.height());
-
-    int shown = 0;
-    for (const QMdiSubWindow* other : area->subWindowList())
-        if (other != sub && other->isVisible()) ++shown;
-    QPoint at(10 + 26 * shown, 10 + 26 * shown);
-    if (const auto* left = beside ? qobject_cast<QMdiSubWindow*>(beside->parentWidget()) : nullptr) {
-        const QPoint right = left->geometry().topRight() + QPoint(11, 0);
-        at = right.x() + size.width() <= area->viewport()->width()
-                 ? right
-                 : left->geometry().topLeft() + QPoint(26, 26);
-    }
-    // Whole in the area where it has room there.
-    const QSize room = area->viewport()->size() - size;
-    at = QPoint(std::max(0, std::min(at.x(), room.width())), std::max(0, std::min(at.y(), room.height())));
-    sub->setGeometry(QRect(at, size));
+    focus_->opened(sub, beside ? beside->parentWidget() : area->activeSubWindow());
+    places_->open(sub, first, sizing, beside);
     show_child(window);
 }
 
@@ -206,7 +187,10 @@ void mdiQUOM::show_child(QWidget* window) {
 }
 
 void mdiQUOM::hide_child(QWidget* window) {
-    if (QWidget* sub = window->parentWidget()) sub->hide();
+    QWidget* sub = window->parentWidget();
+    if (!sub) return;
+    sub->hide();
+    focus_->gone(sub);
 }
 
 QWidget* mdiQUOM::child(const char* name) const {
@@ -223,6 +207,8 @@ void mdiQUOM::unload(const char* name) {
     sub->hide();
     window->close();     // a window may still store what its closing stores
     sub->deleteLater();  // the window goes with it; it may be the one whose button was pressed
+    places_->closed();
+    focus_->gone(sub);
 }
 
 void mdiQUOM::unload_windows(Lifetime longest) {
@@ -253,8 +239,8 @@ void mdiQUOM::opening_calculation_menu() {
 void mdiQUOM::opening_windows_menu() {
     QMenu* menu = menus_->menu(QStringLiteral("mnuWindow"));
     menu->clear();
-    menu->addAction(QStringLiteral("Cascade"), area, &QMdiArea::cascadeSubWindows);
-    menu->addAction(QStringLiteral("Tile"), area, &QMdiArea::tileSubWindows);
+    menu->addAction(QStringLiteral("Cascade"), places_, &WindowPlaces::cascade);
+    menu->addAction(QStringLiteral("Tile"), places_, &WindowPlaces::tile);
     menu->addSeparator();
     for (QMdiSubWindow* sub : area->subWindowList()) {
         if (sub->isHidden()) continue;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "forms/shell.h"
+#include "ui/main/window_places.h"
 #include "ui/main/window_table.h"
 #include "ui/main/workbench.h"
 
@@ -14,6 +15,7 @@ class QPushButton;
 namespace quom {
 
 class Dialogs;
+class FocusReturn;
 class HelpWindow;
 class MdiArea;
 class Palette;
@@ -21,9 +23,6 @@ class StartPage;
 class TrafficLights;
 class mdiMenus;
 class StatusPanel;
-
-// How the user may change the size of a window.
-enum class Sizing { free, width_only, fixed };
 
 class mdiQUOM : public QMainWindow {
     Q_OBJECT
@@ -44,7 +43,8 @@ class mdiQUOM : public QMainWindow {
     void refresh();
 
     // Puts a window, known by its object name, into the area, in its first size (never below its size hint),
-    // right of `beside` when that is there and has room, and activates it.
+    // at its place, right of `beside` when that is there and has room, and activates it. When it closes, the
+    // focus goes back to `beside`, else to the window that was active.
     void open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside = nullptr);
     // Brings a window that is there back to the front.
     void show_child(QWidget* window);
@@ -75,7 +75,6 @@ class mdiQUOM : public QMainWindow {
     QPushButton* cmdErstnutzer = nullptr;
     QPushButton* cmdRechenUebung = nullptr;
     StatusPanel* panels[4] = {};  // of StatusBar1
-    QPoint result_place{-1, -1};  // where the user last moved frmQCalcOut; negative before
 
  protected:
     void closeEvent(QCloseEvent* event) override;
@@ -90,6 +89,8 @@ class mdiQUOM : public QMainWindow {
     std::unique_ptr<Workbench> bench_;
     std::unique_ptr<Dialogs> dialogs_;
     std::unique_ptr<mdiMenus> menus_;
+    WindowPlaces* places_;
+    FocusReturn* focus_;
     HelpWindow* help_ = nullptr;
     Palette* palette_ = nullptr;
     QAction* diagnose_shown_ = nullptr;

@@ -208,6 +208,7 @@ void Palette::fill() {
     }
     const int hits = rows_->rowCount();
     lblHits->setText(hits == 0 && typed.trimmed().isEmpty() ? QString()
+                     : hits == 0                            ? QStringLiteral("Nothing found.")
                      : hits == 1                            ? QStringLiteral("1 hit")
                                                             : QStringLiteral("%1 hits").arg(hits));
     lstHits->setVisible(hits > 0);

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGroupBox>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -374,27 +373,6 @@ void frmQCalcOut::closeEvent(QCloseEvent* event) {
          {static_cast<QWidget*>(iso_), static_cast<QWidget*>(diagnosis_), static_cast<QWidget*>(picture_)})
         drop_window(window);
     event->accept();
-}
-
-void frmQCalcOut::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget());
-    if (placed_ || !sub) return;
-    placed_ = true;
-    const mdiQUOM* frame = frame_of(this);
-    const QPoint kept = frame ? frame->result_place : QPoint(-1, -1);
-    if (kept.x() >= 0 && kept.y() >= 0 && sub->parentWidget()->rect().contains(kept)) sub->move(kept);
-    sub->installEventFilter(this);
-}
-
-// The place is noted while the window is moved: when it closes it may have left the main window already.
-bool frmQCalcOut::eventFilter(QObject* watched, QEvent* event) {
-    const auto* sub = qobject_cast<QMdiSubWindow*>(watched);
-    if (event->type() == QEvent::Move && sub && sub->parentWidget() && !sub->isMaximized() &&
-        !sub->isMinimized()) {
-        if (mdiQUOM* frame = frame_of(this)) frame->result_place = sub->pos();
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 void frmQCalcOut::changeEvent(QEvent* event) {

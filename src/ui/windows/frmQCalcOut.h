@@ -64,8 +64,6 @@ class frmQCalcOut : public QWidget {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
 
  private:
@@ -92,7 +90,6 @@ class frmQCalcOut : public QWidget {
     OutputView view_;
     bool direct_;
     bool loaded_ = false;
-    bool placed_ = false;
     ColumnHeads* heads_;
     QPointer<frmIsoCalc> iso_;
     QPointer<frmCEOSDiagnose> diagnosis_;
