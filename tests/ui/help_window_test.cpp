@@ -3,6 +3,7 @@
 
 #include <malloc.h>
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
