@@ -19,6 +19,8 @@ class SvgIconEngine : public QIconEngine {
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         const bool disabled = mode == QIcon::Disabled;
+        const bool selected = mode == QIcon::Selected;
+        const QColor marked = QApplication::palette().color(QPalette::Active, QPalette::HighlightedText);
         const QColor off = QApplication::palette().color(QPalette::Disabled, QPalette::WindowText);
         QByteArray svg = svg_;
         const std::pair<const char*, LookColour> inks[] = {{"#2B333C", LookColour::IconInk},
@@ -26,7 +28,7 @@ class SvgIconEngine : public QIconEngine {
                                                            {"#B87400", LookColour::WarningIcon},
                                                            {"#B3261E", LookColour::ErrorIcon}};
         for (const auto& [text, role] : inks)
-            svg.replace(text, (disabled ? off : look_colour(role)).name().toLatin1());
+            svg.replace(text, (disabled ? off : selected ? marked : look_colour(role)).name().toLatin1());
         QSvgRenderer renderer(svg);
         painter->save();
         if (disabled) painter->setOpacity(0.55);

@@ -12,8 +12,8 @@
 #include "session/data_diagnosis.h"
 #include "session/start_up.h"
 #include "ui/look/look.h"
-#include "ui/main/focus_return.h"
 #include "ui/look/svg_icons.h"
+#include "ui/main/focus_return.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
@@ -112,6 +112,7 @@ void mdiQUOM::build_toolbar() {
     cmdFind = add_button(
         "cmdFind", "Find  Ctrl+K", [](mdiQUOM& f, int) { f.toggle_palette(); }, 0);
     cmdFind->setIcon(svg_icon(QStringLiteral("search")));
+    toolbar->addWidget(cmdFind);
     add_space(8);
     cmdErstnutzer = add_button("cmdErstnutzer", "First steps", show_help_topic, help_first_steps);
     toolbar->addWidget(cmdErstnutzer);

@@ -70,7 +70,10 @@ class HitRow : public QStyledItemDelegate {
         const QRect row = option.rect.adjusted(Inset, 0, -Inset, 0);
         svg_icon(palette_icon(hit->entry.kind))
             .paint(painter, QRect(row.left(), row.center().y() - IconSide / 2, IconSide, IconSide),
-                   Qt::AlignCenter, can_run ? QIcon::Normal : QIcon::Disabled);
+                   Qt::AlignCenter,
+                   !can_run ? QIcon::Disabled
+                   : marked ? QIcon::Selected
+                            : QIcon::Normal);
         const int kind = kind_width(option.fontMetrics);
         QRect room = row.adjusted(IconSide + Inset, 0, -kind - Inset, 0);
         const auto draw = [&](const Piece& piece, const QColor& plain) {
@@ -205,6 +208,7 @@ void Palette::fill() {
     }
     const int hits = rows_->rowCount();
     lblHits->setText(hits == 0 && typed.trimmed().isEmpty() ? QString()
+                     : hits == 0                            ? QStringLiteral("Nothing found.")
                      : hits == 1                            ? QStringLiteral("1 hit")
                                                             : QStringLiteral("%1 hits").arg(hits));
     lstHits->setVisible(hits > 0);

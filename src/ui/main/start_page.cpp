@@ -281,6 +281,7 @@ bool StartPage::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
     if (watched == area_) {
         if (type == QEvent::Resize) cover_area();
+        if (type == QEvent::FocusIn && isVisible()) focus_first();
     } else if (watched == area_->viewport()) {
         if (type == QEvent::ChildAdded) static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
         if (type == QEvent::ChildRemoved)

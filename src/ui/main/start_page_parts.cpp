@@ -1,5 +1,6 @@
 #include "ui/main/start_page_parts.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPainter>
 
@@ -34,7 +35,7 @@ void StartCardFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(look_colour(LookColour::GroupFrame));
-    painter.setBrush(palette().color(QPalette::Window));
+    painter.setBrush(QApplication::palette().color(QPalette::Window));  // not that of the area
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
 }
 

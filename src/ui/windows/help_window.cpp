@@ -1,12 +1,13 @@
 #include "ui/windows/help_window.h"
 
-#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -44,6 +45,38 @@ void lay_out(QTextDocument* document) {
     }
 }
 
+// Title of the page, and below it the line that was found.
+class HitRow : public QStyledItemDelegate {
+ public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
+        return {100, QFontMetrics(head_font()).height() + option.fontMetrics.height() + 8};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& given, const QModelIndex& at) const override {
+        QStyleOptionViewItem option = given;
+        initStyleOption(&option, at);
+        const QString text = option.text;
+        option.text.clear();
+        option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
+        const bool marked = option.state & QStyle::State_Selected;
+        const auto group = option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+        const QRect lines = option.rect.adjusted(8, 4, -8, -4);
+        const auto draw = [&](const QFont& font, const QString& words, Qt::Alignment side,
+                              QPalette::ColorRole plain) {
+            painter->setFont(font);
+            painter->setPen(option.palette.color(group, marked ? QPalette::HighlightedText : plain));
+            painter->drawText(lines, int(side) | Qt::TextSingleLine,
+                              QFontMetrics(font).elidedText(words, Qt::ElideRight, lines.width()));
+        };
+        painter->save();
+        draw(head_font(), text.section(QLatin1Char('\n'), 0, 0), Qt::AlignTop, QPalette::Text);
+        draw(option.font, text.section(QLatin1Char('\n'), 1), Qt::AlignBottom, QPalette::PlaceholderText);
+        painter->restore();
+    }
+};
+
 QPushButton* button(const char* name, const char* caption, QWidget* parent) {
     return named(new QPushButton(QLatin1String(caption), parent), name, QLatin1String(caption));
 }
@@ -68,6 +101,7 @@ HelpWindow::HelpWindow(QWidget* parent)
     browser->document()->setUndoRedoEnabled(false);
     txtSearch->setPlaceholderText(QStringLiteral("in all pages"));
     txtSearch->setClearButtonEnabled(true);
+    lstFound->setItemDelegate(new HitRow(lstFound));
     lstFound->setUniformItemSizes(true);
     lstFound->setAlternatingRowColors(true);
     lstFound->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -207,11 +241,6 @@ bool HelpWindow::search_key(int key) {
         default:
             return false;
     }
-}
-
-void HelpWindow::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    hide();
 }
 
 bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -33,8 +33,6 @@ class HelpWindow : public QWidget {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    // Hides it only: a window of the system that is made anew with each opening keeps memory.
-    void closeEvent(QCloseEvent* event) override;
 
  private:
     struct Visit {
