@@ -172,7 +172,7 @@ Refused take_values(Session& session, const SpecifiedValues& values) {
         boxes[box] = value.value_or(0.0);
     }
     const InputTaken taken = take_input(document, session.factors(), kind, {}, boxes);
-    if (taken.refusal) return Fault{status_usage, taken.refusal->text + "."};
+    if (taken.refusal) return Fault{status_usage, taken.refusal->text + ": " + taken.rule};
     commit(session, std::move(document));
     return {};
 }

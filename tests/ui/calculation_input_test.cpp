@@ -180,7 +180,17 @@ TEST_F(Calculation, refuses_in_place_what_is_no_value) {
         EXPECT_TRUE(box->toolTip().isEmpty() && box->accessibleDescription().isEmpty());
         EXPECT_EQ(window->parentWidget()->size(), usual);
     }
-    type("");  // p of the last case
+    // Another box is corrected first: the one that is wrong now is told, and it alone.
+    input()->cmdParameter_OK->click();
+    EXPECT_TRUE(input()->par[1]->refused());
+    input()->par[0]->setText(QStringLiteral("-"));
+    input()->cmdParameter_OK->click();
+    EXPECT_TRUE(input()->par[0]->refused());
+    EXPECT_FALSE(input()->par[1]->refused());
+    input()->par[0]->setText(QStringLiteral("300"));
+    input()->par[0]->setFocus();
+    type("");
+    input()->par[1]->selectAll();
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5e2"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(point().p, 500);

@@ -57,8 +57,6 @@ NumberBox::NumberBox(int digits, QWidget* parent) : QLineEdit(parent), digits_(d
     connect(this, &QLineEdit::textChanged, this, &NumberBox::take_back_refusal);
 }
 
-double NumberBox::value() const { return Val(typed()); }
-
 void NumberBox::set_value(double value) { setText(QString::fromStdString(genNum(value))); }
 
 void NumberBox::set_unit(std::optional<Quantity> quantity, const InputUnit& unit, double M) {
@@ -98,6 +96,8 @@ void NumberBox::go_on() {
 }
 
 void NumberBox::refuse(const std::string& rule) {
+    for (NumberBox* box : form_of(this)->findChildren<NumberBox*>())
+        if (box != this) box->take_back_refusal();
     set_rule(QString::fromStdString(rule));
     setFocus();
     selectAll();

@@ -18,7 +18,6 @@ class NumberBox : public QLineEdit {
     // Wide enough for so many digits: 14 for a state value, 16 for a parameter, 8 for a limit of an axis.
     explicit NumberBox(int digits = 14, QWidget* parent = nullptr);
 
-    double value() const;          // the leading number of the text, 0 when there is none
     void set_value(double value);  // general form, 15 digits
     std::string typed() const { return text().toStdString(); }
 
@@ -34,7 +33,8 @@ class NumberBox : public QLineEdit {
     void press_on_enter(QAbstractButton* button);
 
     // Refuses the text: a ring in the colour of errors, focus and selection; the rule is told to who listens
-    // (RefusalLine) and stands in the accessible description. The next key or change takes it back.
+    // (RefusalLine) and stands in the accessible description. The next key or change takes it back, and so
+    // does the refusal of another box of the window.
     void refuse(const std::string& rule);
     void take_back_refusal();
     bool refused() const { return !rule_.isEmpty(); }
