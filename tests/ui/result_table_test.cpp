@@ -201,6 +201,13 @@ TEST_F(TableOfResult, marked_cells_are_copied_else_all) {
     key(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(std::ranges::count(clipboard(), '\t'), 2);
     EXPECT_EQ(std::ranges::count(clipboard(), '\n'), 1);
+    // What is hidden is not among the marked cells.
+    show(state(300, 5));
+    tab.go_to(tab.cell("h", Model::FirstValue));
+    for (int i = 0; i < 4; ++i) key(Qt::Key_Right, Qt::ShiftModifier);
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(std::ranges::count(clipboard(), '\t'), 1);
+    show(state(300, 100));
     tab.press("result_copy");
     EXPECT_EQ(clipboard(), all);
 }

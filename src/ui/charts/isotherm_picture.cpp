@@ -12,6 +12,7 @@
 #include <iterator>
 
 #include "base/number_text.h"
+#include "ui/charts/chart_ticks.h"
 #include "ui/look/look.h"
 
 namespace quom {
@@ -33,33 +34,6 @@ QString short_number(double value) {
     if (value == 0.0) return QStringLiteral("0");
     const double unit = std::pow(10.0, std::floor(std::log10(std::fabs(value))) - 4.0);
     return number(std::round(value / unit) * unit);
-}
-
-// 1, 2 or 5 times a power of ten, at least `least`.
-double round_step(double least) {
-    const double decade = std::pow(10.0, std::floor(std::log10(least)));
-    for (const double factor : {1.0, 2.0, 5.0})
-        if (factor * decade >= least * (1.0 - 1e-9)) return factor * decade;
-    return 10.0 * decade;
-}
-
-std::vector<double> linear_ticks(double low, double high, int most) {
-    const double step = round_step((high - low) / std::max(most, 1));
-    std::vector<double> ticks;
-    for (double i = std::ceil(low / step - 1e-9); i * step <= high * (1.0 + 1e-12); ++i)
-        ticks.push_back(i * step);
-    return ticks;
-}
-
-std::vector<double> log_ticks(double low, double high) {
-    const bool dense = high / low < 1e3;
-    std::vector<double> ticks;
-    for (double k = std::floor(std::log10(low)); k <= std::log10(high); ++k)
-        for (const double factor : {1.0, 2.0, 5.0}) {
-            const double tick = factor * std::pow(10.0, k);
-            if ((factor == 1.0 || dense) && tick >= low && tick <= high) ticks.push_back(tick);
-        }
-    return ticks;
 }
 
 QPen stretch_pen(Stretch kind, const IsothermInk& ink) {
@@ -176,7 +150,7 @@ class IsothermPainter {
     double line_;  // height of a line of text
     QRectF plot_;
     std::vector<LegendEntry> legend_;
-    std::vector<double> v_ticks_, p_ticks_;
+    ChartTicks v_ticks_, p_ticks_;
 };
 
 void IsothermPainter::collect_legend() {
@@ -213,34 +187,44 @@ void IsothermPainter::lay_out() {
     const QFontMetricsF metrics(p_.font());
     const double legend_height = legend(10, 0, size_.width() - 20, false);
     plot_ = QRectF(0, 10 + line_, 100, size_.height() - 10 - line_ - (2.6 * line_ + 10) - legend_height);
-    p_ticks_ = picture_.log_p ? log_ticks(picture_.p_low, picture_.p_high)
-                              : linear_ticks(picture_.p_low, picture_.p_high,
-                                             static_cast<int>(plot_.height() / (2.6 * line_)));
+    const auto p_ticker =
+        picture_.log_p ? log_ticker() : linear_ticker(static_cast<int>(plot_.height() / (2.6 * line_)));
+    p_ticks_ = ticks_of(*p_ticker, picture_.p_low, picture_.p_high);
     double widest = 0;
-    for (const double tick : p_ticks_) widest = std::max(widest, metrics.horizontalAdvance(number(tick)));
+    for (const QString& text : p_ticks_.numbers) widest = std::max(widest, metrics.horizontalAdvance(text));
     plot_.setLeft(widest + 16);
     plot_.setRight(size_.width() - 16);
-    v_ticks_ = log_ticks(picture_.v_low, picture_.v_high);
+    v_ticks_ = ticks_of(*log_ticker(), picture_.v_low, picture_.v_high);
 }
 
 void IsothermPainter::draw_axes() {
     const QFontMetricsF metrics(p_.font());
     double last_right = -1e9;
-    for (const double tick : v_ticks_) {
-        const double x = std::floor(x_of(tick)) + 0.5;
+    for (std::size_t i = 0; i < v_ticks_.at.size(); ++i) {
+        const double x = std::floor(x_of(v_ticks_.at[i])) + 0.5;
         p_.setPen(QPen(ink_.grid, 1));
         p_.drawLine(QPointF(x, plot_.top()), QPointF(x, plot_.bottom()));
         p_.setPen(QPen(ink_.axis, 1));
         p_.drawLine(QPointF(x, plot_.bottom()), QPointF(x, plot_.bottom() - 5));
-        const QString text = number(tick);
+        const QString& text = v_ticks_.numbers[i];
         const double width = metrics.horizontalAdvance(text);
         if (x - width / 2 < last_right + 6) continue;
         text_in(QRectF(x - width / 2 - 2, plot_.bottom() + 4, width + 4, line_), Qt::AlignCenter, text,
                 ink_.ink);
         last_right = x + width / 2;
     }
+    p_.setPen(QPen(ink_.axis, 1));
+    for (const double tick : v_ticks_.between) {
+        const double x = std::floor(x_of(tick)) + 0.5;
+        p_.drawLine(QPointF(x, plot_.bottom()), QPointF(x, plot_.bottom() - 3));
+    }
+    for (const double tick : p_ticks_.between) {
+        const double y = std::floor(y_of(tick)) + 0.5;
+        p_.drawLine(QPointF(plot_.left(), y), QPointF(plot_.left() + 3, y));
+    }
     double last_top = 1e9;
-    for (const double tick : p_ticks_) {
+    for (std::size_t i = 0; i < p_ticks_.at.size(); ++i) {
+        const double tick = p_ticks_.at[i];
         const double y = std::floor(y_of(tick)) + 0.5;
         p_.setPen(QPen(tick == 0.0 ? ink_.axis : ink_.grid, 1));
         p_.drawLine(QPointF(plot_.left(), y), QPointF(plot_.right(), y));
@@ -248,7 +232,7 @@ void IsothermPainter::draw_axes() {
         p_.drawLine(QPointF(plot_.left(), y), QPointF(plot_.left() + 5, y));
         if (y + line_ / 2 > last_top) continue;
         text_in(QRectF(0, y - line_ / 2, plot_.left() - 6, line_), Qt::AlignRight | Qt::AlignVCenter,
-                number(tick), ink_.ink);
+                p_ticks_.numbers[i], ink_.ink);
         last_top = y - line_ / 2;
     }
     text_in(QRectF(6, 4, plot_.width(), line_), Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("p / kPa"),

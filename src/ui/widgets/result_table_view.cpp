@@ -126,7 +126,8 @@ void ResultTableView::fold(const QStringList& keys) {
 }
 
 QString ResultTableView::marked_text() const {
-    const QModelIndexList marked = selectionModel()->selectedIndexes();
+    QModelIndexList marked = selectionModel()->selectedIndexes();
+    marked.removeIf([this](const QModelIndex& cell) { return isColumnHidden(cell.column()); });
     return marked.isEmpty() ? model_.text() : model_.text_of(marked);
 }
 
