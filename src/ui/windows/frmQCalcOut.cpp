@@ -83,6 +83,7 @@ void frmQCalcOut::load() {
         bench_.commit(std::move(document));
     }
     tabs->setCurrentIndex(bench_.memory.value(TabKey, 0).toInt());
+    (tabs->currentWidget() == table ? static_cast<QWidget*>(table) : Liste)->setFocus();
     cmdVor->setEnabled(!direct_);
     cmdRueck->setEnabled(!direct_);
     const bool has_point = direct_ || bench_.document().calc.CurrentPoint > 0;
@@ -173,7 +174,7 @@ void frmQCalcOut::grey(bool stale) {
     for (ViewLabel* label : {co1, Bezeichnung2, lblGleich}) label->set_stale(stale);
     Liste->set_stale(stale);
     table->set_stale(stale);
-    cmdCEOSDiagnose->setEnabled(!stale && view_.cmdCEOSDiagnose);
+    show_diagnosis_button();
     cmdInfoSuperCrit->setEnabled(!stale);
 }
 
@@ -219,11 +220,11 @@ void frmQCalcOut::show_view() {
 }
 
 void frmQCalcOut::show_diagnosis_button() {
-    const OutputView& view = view_;
-    cmdCEOSDiagnose->setEnabled(view.cmdCEOSDiagnose);
+    const bool usable = view_.cmdCEOSDiagnose && !strip->is_stale();
+    cmdCEOSDiagnose->setEnabled(usable);
     QPalette palette;
-    if (view.cmdCEOSDiagnose && view.cmdCEOSDiagnose_colour != colour_button) {
-        palette.setColor(QPalette::Button, QColor(static_cast<QRgb>(view.cmdCEOSDiagnose_colour)));
+    if (usable && view_.cmdCEOSDiagnose_colour != colour_button) {
+        palette.setColor(QPalette::Button, QColor(static_cast<QRgb>(view_.cmdCEOSDiagnose_colour)));
         palette.setColor(QPalette::ButtonText, QColor(0x1B1F24));
     }
     cmdCEOSDiagnose->setPalette(palette);

@@ -116,6 +116,7 @@ void frmQCalcOut::build_layout() {
     layout->addWidget(fraBatchVorgabe);
 
     tabs->addTab(make_list_page(), QStringLiteral("L&ist"));
+    table->setContentsMargins(PageMargins);
     tabs->addTab(table, QStringLiteral("T&able"));
     tabs->addTab(make_record_page(), QStringLiteral("&Record, output"));
     tabs->setCornerWidget(table->corner());
