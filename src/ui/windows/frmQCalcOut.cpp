@@ -83,7 +83,6 @@ void frmQCalcOut::load() {
         bench_.commit(std::move(document));
     }
     tabs->setCurrentIndex(bench_.memory.value(TabKey, 0).toInt());
-    (tabs->currentWidget() == table ? static_cast<QWidget*>(table) : Liste)->setFocus();
     cmdVor->setEnabled(!direct_);
     cmdRueck->setEnabled(!direct_);
     const bool has_point = direct_ || bench_.document().calc.CurrentPoint > 0;
