@@ -7,7 +7,9 @@
 #include <QSlider>
 
 #include "base/number_text.h"
+#include "calc/isotherm_points.h"
 #include "forms/iso_form.h"
+#include "forms/reference_form.h"
 #include "report/basis_line.h"
 #include "report/eos_report.h"
 #include "report/tank_view.h"
@@ -331,7 +333,7 @@ TEST_F(Freshness, options_and_reference_state) {
     });
     EXPECT_TRUE(options.optMolarSpez[1]->isChecked());
     EXPECT_EQ(options.Slider1_punktdichte->value(), 300);
-    EXPECT_EQ(reference.hOffset->text().toDouble(), open_reference().h);
+    EXPECT_FLOAT_EQ(reference.hOffset->text().toFloat(), static_cast<float>(open_reference().h));
     EXPECT_EQ(reference.TEnv->text(), QStringLiteral("280"));
     const auto labels = reference.findChildren<QLabel*>();
     EXPECT_TRUE(std::ranges::any_of(

@@ -47,7 +47,8 @@ StateStrip::Line StateStrip::words(const QString& text, Ink ink, bool head, bool
     Line line;
     for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         const double gap = line.empty() ? 0.0 : -1.0;  // a blank
-        line.push_back({.text = word, .ink = ink, .head = head, .bold = bold, .icon = 0, .gap = gap});
+        line.push_back(
+            {.text = word, .ink = ink, .head = head, .bold = bold, .icon = 0, .gap = gap, .joined = false});
     }
     if (!line.empty()) line.front().icon = icon;
     return line;
@@ -81,13 +82,15 @@ void StateStrip::show_outcome(const Fluid& fluid, const Outcome& outcome) {
                         .head = false,
                         .bold = false,
                         .icon = figure.large ? 14 : 0,
-                        .gap = FigureGap});
+                        .gap = FigureGap,
+                        .joined = false});
         line.push_back({.text = with_minus(text_of(figure.difference)),
                         .ink = ink,
                         .head = false,
                         .bold = true,
                         .icon = 0,
-                        .gap = -1.0});
+                        .gap = -1.0,
+                        .joined = true});
     }
     lines.push_back(std::move(line));
     for (const std::string& warning : warning_lines(fluid, outcome)) {
@@ -142,6 +145,10 @@ double StateStrip::width_of(const Piece& piece) const {
            (piece.icon > 0 ? piece.icon + IconGap : 0);
 }
 
+double StateStrip::gap_before(const Piece& piece) const {
+    return piece.gap < 0 ? QFontMetricsF(font_of(piece)).horizontalAdvance(QLatin1Char(' ')) : piece.gap;
+}
+
 double StateStrip::text_left() const {
     const bool icon = form_ == Form::refused || form_ == Form::stale;
     if (icon) return Bar + 12 + IconSize + 12;
@@ -158,11 +165,14 @@ StateStrip::Placement StateStrip::place(double width) const {
     double top = 0;
     for (const Line& line : lines_) {
         double x = left, height = 0;
-        for (const Piece& piece : line) {
+        for (auto at = line.begin(); at != line.end(); ++at) {
+            const Piece& piece = *at;
             const QFontMetricsF metrics(font_of(piece));
             const double wide = width_of(piece);
-            double gap = piece.gap < 0 ? metrics.horizontalAdvance(QLatin1Char(' ')) : piece.gap;
-            if (x > left && x + gap + wide > right) {
+            double gap = gap_before(piece), whole = gap + wide;
+            for (auto next = std::next(at); next != line.end() && next->joined; ++next)
+                whole += gap_before(*next) + width_of(*next);
+            if (x > left && !piece.joined && x + whole > right) {
                 top += height;
                 x = left;
                 height = 0;

@@ -45,8 +45,9 @@ class StateStrip : public QWidget {
         Ink ink = Ink::text;
         bool head = false;  // of the headline, larger
         bool bold = false;
-        int icon = 0;    // size of a warning triangle before the text, 0: none
-        double gap = 0;  // to the piece before
+        int icon = 0;         // size of a warning triangle before the text, 0: none
+        double gap = 0;       // to the piece before
+        bool joined = false;  // never parted from the piece before
     };
     using Line = std::vector<Piece>;
     struct Placed {
@@ -61,6 +62,7 @@ class StateStrip : public QWidget {
     static Line words(const QString& text, Ink ink, bool head, bool bold = false, int icon = 0);
     QFont font_of(const Piece& piece) const;
     double width_of(const Piece& piece) const;
+    double gap_before(const Piece& piece) const;
     double text_left() const;
     double text_right_margin() const;
     Placement place(double width) const;

@@ -172,7 +172,7 @@ void frmQCalcOut::grey(bool stale) {
     for (ViewLabel* label : {co1, Bezeichnung2, lblGleich}) label->set_stale(stale);
     Liste->set_stale(stale);
     table->set_stale(stale);
-    cmdCEOSDiagnose->setEnabled(!stale && view_.cmdCEOSDiagnose);
+    show_diagnosis_button();
     cmdInfoSuperCrit->setEnabled(!stale);
 }
 
@@ -218,11 +218,11 @@ void frmQCalcOut::show_view() {
 }
 
 void frmQCalcOut::show_diagnosis_button() {
-    const OutputView& view = view_;
-    cmdCEOSDiagnose->setEnabled(view.cmdCEOSDiagnose);
+    const bool usable = view_.cmdCEOSDiagnose && !strip->is_stale();
+    cmdCEOSDiagnose->setEnabled(usable);
     QPalette palette;
-    if (view.cmdCEOSDiagnose && view.cmdCEOSDiagnose_colour != colour_button) {
-        palette.setColor(QPalette::Button, QColor(static_cast<QRgb>(view.cmdCEOSDiagnose_colour)));
+    if (usable && view_.cmdCEOSDiagnose_colour != colour_button) {
+        palette.setColor(QPalette::Button, QColor(static_cast<QRgb>(view_.cmdCEOSDiagnose_colour)));
         palette.setColor(QPalette::ButtonText, QColor(0x1B1F24));
     }
     cmdCEOSDiagnose->setPalette(palette);

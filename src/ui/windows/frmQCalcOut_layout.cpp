@@ -29,6 +29,8 @@ namespace quom {
 
 namespace {
 
+constexpr QMargins PageMargins(0, 8, 0, 0);
+
 template <class Button>
 Button* captioned(const char* name, const char* caption, QWidget* parent) {
     const QString text = QString::fromUtf8(caption);
@@ -114,9 +116,11 @@ void frmQCalcOut::build_layout() {
     layout->addWidget(fraBatchVorgabe);
 
     tabs->addTab(make_list_page(), QStringLiteral("L&ist"));
+    table->setContentsMargins(PageMargins);
     tabs->addTab(table, QStringLiteral("T&able"));
     tabs->addTab(make_record_page(), QStringLiteral("&Record, output"));
     tabs->setCornerWidget(table->corner());
+    tabs->setDocumentMode(true);  // the pages stand on the ground of the window
     named(tabs->tabBar(), "tabBar", QStringLiteral("Parts of the result"));
     layout->addWidget(tabs, 1);
     layout->addWidget(footer);
@@ -136,6 +140,7 @@ void frmQCalcOut::build_layout() {
 QWidget* frmQCalcOut::make_list_page() {
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(PageMargins);
     auto* state = new QHBoxLayout;
     state->addWidget(co1);
     state->addWidget(Bezeichnung2);
@@ -169,6 +174,7 @@ QWidget* frmQCalcOut::make_list_page() {
 QWidget* frmQCalcOut::make_record_page() {
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(PageMargins);
     auto* record = new QGroupBox(QStringLiteral("Calculation record"));
     auto* rows = new QGridLayout(record);
     rows->addWidget(cmdProtokoll, 0, 0);
