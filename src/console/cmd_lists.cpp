@@ -63,6 +63,7 @@ Report find(Program& program, const std::string& text) {
     table.columns.pop_back();
     table.columns.back() = {"found_in", "found in", ""};
     table.columns.push_back({"synonym", "found by", ""});
+    table.columns[4].layout = Layout::json;  // the formula tells M, and lines stay short
     for (const NameHit& hit : hits) {
         if (table.rows.size() == FindLimit) break;
         table.rows.push_back(row_of(file, hit.index));
