@@ -207,6 +207,20 @@ TEST_F(Output, boxes_of_the_extended_output) {
     EXPECT_FALSE(window->chkFuncPrint->isEnabled());
 }
 
+// The next result of a mode is read where the one before was read.
+TEST_F(Output, scroll_place_stays_while_the_mode_does) {
+    frmQCalcOut* window = open(Mode::T_p, 300, 500);
+    for (QCheckBox* box : {window->chkUHS, window->ResPlus[0], window->ResPlus[1]}) box->click();
+    QScrollBar* down = window->Liste->verticalScrollBar();
+    ASSERT_GT(down->maximum(), 6);
+    down->setValue(6);
+    enter(Mode::T_p, 310, 500);
+    EXPECT_EQ(text(window->par1), "T = 310.000 K");
+    EXPECT_EQ(down->value(), 6);
+    enter(Mode::equilibrium_T, 300, 0);
+    EXPECT_EQ(down->value(), 0);
+}
+
 TEST_F(Output, iso_calculator_finds_states_and_goes_back_to_the_last) {
     frmQCalcOut* window = open(Mode::equilibrium_T, 300, 0);
     press(window, "cmdIsoCalc");
