@@ -59,15 +59,18 @@ Report find(Program& program, const std::string& text) {
     if (hits.empty()) return refusal("find", nothing_contains(file, names, text));
     Report report;
     Table table{"substances", "", columns, {}};
-    // The last two give way to the synonym.
+    // The last two give way to what the text was found in.
     table.columns.pop_back();
-    table.columns.back() = {"synonym", "found by", ""};
+    table.columns.back() = {"found_in", "found in", ""};
+    table.columns.push_back({"synonym", "found by", ""});
     for (const NameHit& hit : hits) {
         if (table.rows.size() == FindLimit) break;
         table.rows.push_back(row_of(file, hit.index));
         table.rows.back().pop_back();
         const bool shown = hit.kind <= NameKind::casrn;  // the row shows what matched
-        table.rows.back().back() = remark(shown ? std::string() : std::string(hit.name));
+        const bool Englisch = program.session.document.options.Englisch;
+        table.rows.back().back() = std::string(kind_word(hit.kind, Englisch));
+        table.rows.back().push_back(remark(shown ? std::string() : std::string(hit.name)));
     }
     report.title = std::to_string(hits.size()) + " substances with \"" + text + "\"";
     if (hits.size() == 1) report.title = "1 substance with \"" + text + "\"";

@@ -168,6 +168,13 @@ std::optional<ModelRefusal> choose_models(ModelForm& form, const ModelWishes& wi
     return std::nullopt;
 }
 
+std::string next_step(const Session& session) {
+    if (!session.shell.ModelsConfirmed) return "next: OK puts these models in force";
+    if (!has_critical_data(session.substance()))
+        return "next: the menu \"Calculation...\"; without T(cr), p(cr) the ideal gas only";
+    return "next: choose what to calculate in the menu \"Calculation...\"";
+}
+
 std::optional<Message> check(const ModelForm& form) {
     if (eos_info(form.models.EOSKode).family != EosFamily::tovarn_ji) return std::nullopt;
     const EosConstants constants = InitEOSPar(form.substance, form.models.EOSKode, form.eos_input);
@@ -200,14 +207,6 @@ ModelOk confirm_models(Session& session, const ModelForm& form, Messages& messag
     session.shell.ModelStatus = ok.ModelStatus;
     session.shell.ModelsConfirmed = true;
     return ok;
-}
-
-std::string next_step(const Session& session) {
-    if (!session.shell.ModelsConfirmed) return "next: OK puts these models in force";
-    if (!has_critical_data(session.substance()))
-        return "next: choose what to calculate in the menu \"Calculation...\"; without T(cr) and p(cr) it is "
-               "the ideal gas only";
-    return "next: choose what to calculate in the menu \"Calculation...\", for example a state at T and p";
 }
 
 void unconfirm_models(Session& session) {

@@ -62,6 +62,9 @@ struct ModelWishes {
 // Chooses one after the other as a user would. A refusal changes nothing.
 std::optional<ModelRefusal> choose_models(ModelForm& form, const ModelWishes& wishes);
 
+// What to do next, in a line: confirm the models, or calculate.
+std::string next_step(const Session& session);
+
 // Why OK is refused: the parameters give no equation of state.
 std::optional<Message> check(const ModelForm& form);
 
@@ -75,8 +78,6 @@ struct ModelOk {
     Changes changes;
 };
 ModelOk confirm_models(Session& session, const ModelForm& form, Messages& messages);
-// What to do next, in a line: confirm the models, or calculate.
-std::string next_step(const Session& session);
 // A choice in the window takes the confirmation back until the next OK.
 void unconfirm_models(Session& session);
 

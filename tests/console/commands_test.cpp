@@ -30,6 +30,10 @@ TEST(Lists, every_way_to_name_a_substance) {
         EXPECT_EQ(found(std::string("show ") + name)["substance"]["StoffCAS"], "124-38-9") << name;
     EXPECT_EQ(found("show CH3OH")["substance"]["StoffName"], "Methanol");
     EXPECT_EQ(found("find butan")["substances"][1]["StoffName"], "Butanal");
+    const Json water = found("find wasser")["substances"][0];
+    EXPECT_EQ(water["found_in"], "german");
+    EXPECT_EQ(water["synonym"], "Wasser");
+    EXPECT_EQ(found("find C3H8")["substances"][0]["found_in"], "formula");
     EXPECT_GT(found("list")["substances"].size(), 400u);
 }
 

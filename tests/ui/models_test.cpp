@@ -1,8 +1,12 @@
 #include <QLabel>
+#include <QMenuBar>
 #include <QRadioButton>
 #include <QTimer>
+#include <functional>
 
+#include "base/code_page.h"
 #include "base/number_text.h"
+#include "engine/models.h"
 #include "ui/main/status_panel.h"
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/result_list.h"
@@ -22,6 +26,8 @@ using ::testing::Pair;
 class ModelsWindow : public WindowDriver {
  protected:
     ModelsWindow() {
+        frame.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&frame));
         open_starter_database();
         choose_substance("Propane");
         window = frame.child<frmQModell>();
@@ -36,6 +42,25 @@ class ModelsWindow : public WindowDriver {
         return box->itemText(box->count() - 1).toStdString();
     }
     const ModelSelection& models() { return document().models; }
+    // Keys and a notch of the wheel as a user's: to what has the focus, and to what lies under the pointer.
+    static void key(Qt::Key k) { QTest::keyClick(QApplication::focusWidget(), k); }
+    static void turn_wheel(QWidget* over) {
+        const QPointF at = over->rect().center();
+        QWheelEvent notch(at, over->mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QSpontaneKeyEvent::setSpontaneous(&notch);
+        qApp->notify(over, &notch);
+    }
+    void open_calculation() {
+        press(window, "cmdOKModell");
+        menu("mnuCalc_1")->trigger();
+        ASSERT_TRUE(frame.child("frmParinput"));
+        frame.show_child(window);
+        window->EOSKombi->setFocus();
+    }
+    bool calculation_is_open() const { return frame.child("frmParinput") != nullptr; }
+    std::string eos() const { return window->EOSKombi->currentText().toStdString(); }
+    std::string next() const { return window->lblNext->text().toStdString(); }
 
     frmQModell* window = nullptr;
 };
@@ -207,6 +232,112 @@ TEST_F(ModelsWindow, the_virial_equation_by_hand_keeps_what_was_typed) {
     choose(window->EOSKombi, "VIRIAL-EOS manual input");
     press(window, "cmdOKModell");
     EXPECT_EQ(document().eos_input.b0, 0.0);
+    // Looked through and left by OK: the box comes once, and before the models are confirmed.
+    choose(window->EOSKombi, "CEOS Peng / Robinson");
+    frame.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
+    window->EOSKombi->setFocus();
+    while (eos() != "VIRIAL-EOS manual input") key(Qt::Key_Down);
+    answer("0.25", true);
+    press(window, "cmdOKModell");
+    EXPECT_EQ(document().eos_input.b0, 0.25);
+    EXPECT_TRUE(enabled("mnuCalcMain"));
+    QTest::qWait(1);
+    EXPECT_FALSE(QApplication::activeModalWidget());
+}
+
+TEST_F(ModelsWindow, equations_are_looked_through_without_being_taken) {
+    open_calculation();
+    EXPECT_EQ(next(), "next: choose what to calculate in the menu \"Calculation...\"");
+    const std::string taken = eos();
+    for (ChoiceBox* box : {window->EOSKombi, window->pkombi, window->HLVKombi, window->cpKombi}) {
+        box->setFocus();
+        const QString before = box->currentText();
+        const int at = box->currentIndex();
+        key(Qt::Key_Home);
+        for (int i = 1; i < box->count(); ++i) {  // the virial equation by hand is among them
+            key(Qt::Key_Down);
+            EXPECT_EQ(box->currentIndex(), i);
+            EXPECT_EQ(next(), i != at ? "next: <Enter> takes the equation shown, <Esc> goes back"
+                                      : "next: choose what to calculate in the menu \"Calculation...\"");
+            EXPECT_FALSE(QApplication::activeModalWidget());
+        }
+        EXPECT_TRUE(calculation_is_open());
+        EXPECT_TRUE(enabled("mnuCalcMain"));
+        key(Qt::Key_Escape);
+        EXPECT_EQ(box->currentText(), before);
+        EXPECT_THAT(next(), HasSubstr("choose what to calculate"));
+    }
+    EXPECT_EQ(eos(), taken);
+    EXPECT_TRUE(calculation_is_open());
+
+    window->EOSKombi->setFocus();
+    key(Qt::Key_Up);  // Soave / Redlich / Kwong, before Peng / Robinson
+    key(Qt::Key_Return);
+    EXPECT_FALSE(enabled("mnuCalcMain"));
+    EXPECT_EQ(next(), "next: OK puts these models in force");
+    EXPECT_EQ(eos(), "CEOS Soave / Redlich / Kwong");
+    key(Qt::Key_Return);  // nothing is open any more: the default button
+    EXPECT_TRUE(enabled("mnuCalcMain"));
+    EXPECT_EQ(models().EOSKode, Eos::soave);
+    EXPECT_TRUE(messages.take().empty());
+}
+
+TEST_F(ModelsWindow, leaving_the_list_takes_what_it_shows) {
+    const struct {
+        const char* way;
+        std::function<void()> leave;
+        bool confirms;
+    } ways[] = {
+        {"Tab", [] { key(Qt::Key_Tab); }, false},
+        {"a key of a command", [] { key(Qt::Key_F5); }, false},
+        {"a click on OK", [this] { press(window, "cmdOKModell"); }, true},
+        {"the menu bar", [this] { frame.menuBar()->setFocus(Qt::MenuBarFocusReason); }, false},
+    };
+    for (const auto& way : ways) {
+        open_calculation();
+        key(Qt::Key_Up);
+        const std::string shown = eos();
+        way.leave();
+        EXPECT_EQ(eos(), shown) << way.way;
+        EXPECT_EQ(enabled("mnuCalcMain"), way.confirms) << way.way;
+        if (way.confirms) {
+            EXPECT_EQ(trim(eos_info(models().EOSKode).text), shown) << way.way;
+        }
+        choose(window->EOSKombi, "CEOS Peng / Robinson");
+    }
+    // A click in the list that drops down takes at once; keys within it do not.
+    open_calculation();
+    key(Qt::Key_F4);
+    QAbstractItemView* list = window->EOSKombi->view();
+    ASSERT_TRUE(list->isVisible());
+    QTest::keyClick(list, Qt::Key_Up);
+    EXPECT_TRUE(calculation_is_open() && enabled("mnuCalcMain"));
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_FALSE(enabled("mnuCalcMain"));
+    EXPECT_EQ(eos(), "CEOS Soave / Redlich / Kwong");
+}
+
+TEST_F(ModelsWindow, the_wheel_turns_what_has_the_focus) {
+    open_calculation();
+    window->cmdOKModell->setFocus();
+    for (QComboBox* box : window->findChildren<QComboBox*>()) {
+        EXPECT_NE(box->focusPolicy(), Qt::WheelFocus) << box->objectName().toStdString();
+        const int before = box->currentIndex();
+        turn_wheel(box);
+        if (box->lineEdit()) turn_wheel(box->lineEdit());
+        EXPECT_EQ(box->currentIndex(), before) << box->objectName().toStdString();
+    }
+    EXPECT_EQ(QApplication::focusWidget(), window->cmdOKModell);
+    EXPECT_TRUE(calculation_is_open());
+    window->EOSKombi->setFocus();
+    const std::string taken = eos();
+    turn_wheel(window->EOSKombi);
+    EXPECT_NE(eos(), taken);
+    EXPECT_TRUE(calculation_is_open()) << "shown, not taken";
+    key(Qt::Key_Escape);
+    EXPECT_EQ(eos(), taken);
+    turn_wheel(window->EOSKombi);  // the program ends with an equation that was not taken
 }
 
 TEST_F(ModelsWindow, keys_and_help) {

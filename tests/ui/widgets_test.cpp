@@ -1,8 +1,14 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
+#include <QSpinBox>
 #include <QStandardItemModel>
+#include <QTabBar>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include "ui/look/look.h"
 #include "ui/main/traffic_lights.h"
@@ -10,6 +16,7 @@
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/result_list.h"
 #include "ui/widgets/table_view.h"
+#include "ui/widgets/wheel_focus.h"
 #include "ui/window_driver.h"
 
 namespace quom {
@@ -56,6 +63,59 @@ TEST(TableViewTest, copies_and_pastes_text) {
     table.selectAll();
     table.copy();
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "1\t2\n3\t4\n5\t6");
+}
+
+// A wheel over controls that have not the focus scrolls what they lie in.
+TEST(WheelFocusTest, turns_only_what_has_the_focus) {
+    WheelFocus filter;
+    QScrollArea area;
+    auto* inside = new QWidget;
+    auto* layout = new QVBoxLayout(inside);
+    auto* box = new QComboBox;
+    box->setEditable(true);
+    box->addItems({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    auto* number = new QSpinBox;
+    auto* slider = new QSlider(Qt::Horizontal);
+    slider->setValue(50);
+    auto* heads = new QTabBar;
+    for (const char* head : {"x", "y"}) heads->addTab(QLatin1String(head));
+    for (QWidget* widget : {static_cast<QWidget*>(box), static_cast<QWidget*>(number),
+                            static_cast<QWidget*>(slider), static_cast<QWidget*>(heads)})
+        layout->addWidget(widget);
+    inside->setMinimumHeight(1000);
+    area.setWidget(inside);
+    area.setWidgetResizable(true);
+    area.resize(300, 200);
+    area.show();
+    area.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
+    area.setFocus();
+    const auto turn = [&](QWidget* over) {
+        const QPointF at = over->rect().center();
+        QWheelEvent notch(at, over->mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QSpontaneKeyEvent::setSpontaneous(&notch);
+        qApp->notify(over, &notch);
+    };
+    const auto state = [&] {
+        return std::array{box->currentIndex(), number->value(), slider->value(), heads->currentIndex()};
+    };
+    const auto before = state();
+    for (QWidget* over :
+         {static_cast<QWidget*>(box), static_cast<QWidget*>(box->lineEdit()), static_cast<QWidget*>(number),
+          static_cast<QWidget*>(slider), static_cast<QWidget*>(heads)}) {
+        const int scrolled = area.verticalScrollBar()->value();
+        turn(over);
+        EXPECT_EQ(state(), before) << over->metaObject()->className();
+        EXPECT_GT(area.verticalScrollBar()->value(), scrolled) << over->metaObject()->className();
+        EXPECT_EQ(QApplication::focusWidget(), &area);
+    }
+    box->setFocus();
+    turn(box->lineEdit());
+    EXPECT_EQ(box->currentIndex(), before[0] + 1);
+    slider->setFocus();
+    turn(slider);
+    EXPECT_NE(slider->value(), before[2]);
 }
 
 TEST(Labels, are_painted_trimmed_and_spoken_plainly) {

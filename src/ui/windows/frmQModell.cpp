@@ -81,7 +81,10 @@ frmQModell::frmQModell(mdiQUOM& frame)
     connect_controls();
 }
 
-frmQModell::~frmQModell() = default;
+// A box that loses the focus on the way has nobody to tell any more.
+frmQModell::~frmQModell() {
+    for (ChoiceBox* box : {EOSKombi, pkombi, HLVKombi, cpKombi}) box->disconnect(this);
+}
 
 void frmQModell::build_layout() {
     auto* layout = new QVBoxLayout(this);
@@ -118,8 +121,7 @@ void frmQModell::build_layout() {
     layout->addSpacing(6);
     layout->addWidget(rule(this));
     layout->addSpacing(6);
-    lblNext->setMinimumHeight(2 * lblNext->fontMetrics().lineSpacing());  // the window keeps its height
-    lblNext->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblNext->setWordWrap(false);
     layout->addWidget(lblNext);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(
@@ -223,8 +225,7 @@ void frmQModell::show_next() {
     const ChoiceBox* const boxes[] = {EOSKombi, pkombi, HLVKombi, cpKombi};
     const bool passing = std::ranges::any_of(boxes, &ChoiceBox::passing);
     const std::string text =
-        passing ? "next: <Enter> takes the equation that is shown, <Esc> goes back to the former one"
-                : next_step(frame_.session());
+        passing ? "next: <Enter> takes the equation shown, <Esc> goes back" : next_step(frame_.session());
     lblNext->setText(QString::fromStdString(text));
 }
 
@@ -254,7 +255,10 @@ void frmQModell::choose_eos(bool left) {
 }
 
 void frmQModell::ask_for_constants() {
-    if (!std::exchange(constants_wanted_, false)) return;
+    if (std::exchange(constants_wanted_, false)) type_virial_constants();
+}
+
+void frmQModell::type_virial_constants() {
     frmBParInput input(form_->eos_input, frame_.bench().messages(), this);
     if (input.exec() == QDialog::Accepted) form_->eos_input = input.constants();
 }

@@ -46,6 +46,7 @@ class frmQModell : public QWidget {
     void show_next();   // what to do next
     void changed();     // a selection differs from the confirmed one
     void take_shown();  // entries of the boxes that are shown and not yet taken
+    void type_virial_constants();
     void choose_eos(bool left);
     void ask_for_constants();  // once after the manual virial equation was chosen
     void confirm();
