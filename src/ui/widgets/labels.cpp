@@ -38,7 +38,8 @@ QSize TrimmedButton::sizeHint() const {
     ensurePolished();
     QStyleOptionButton option;
     initStyleOption(&option);
-    const QSize text = fontMetrics().size(Qt::TextShowMnemonic, option.text);
+    QSize text = fontMetrics().size(Qt::TextShowMnemonic, option.text);
+    if (!option.icon.isNull()) text.rwidth() += option.iconSize.width() + 8;
     return style()->sizeFromContents(QStyle::CT_PushButton, &option, text, this);
 }
 
