@@ -41,10 +41,10 @@ TEST(PaletteForm, beginnings_of_words_then_what_can_run_then_the_last_used_then_
 
 TEST(PaletteForm, marks_are_what_was_typed) {
     const auto marked = [](std::string_view typed) {
+        const std::vector<PaletteHit> hits = palette_hits(sample(), typed, {});
         std::vector<std::string> parts;
-        for (const TextPart& part : palette_hits(sample(), typed, {}).at(0).marks)
-            parts.push_back(
-                palette_hits(sample(), typed, {}).at(0).entry.text.substr(part.begin, part.length));
+        for (const TextPart& part : hits.at(0).marks)
+            parts.push_back(hits[0].entry.text.substr(part.begin, part.length));
         return parts;
     };
     EXPECT_THAT(marked("equ p("), ElementsAre("Equ", "p("));
