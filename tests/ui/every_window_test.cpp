@@ -70,7 +70,7 @@ class EveryWindow : public WindowDriver {
         press(frame.child<frmQModell>(), "cmdOKModell");
         look_at_modal("Toolbar1_11", look);
         look_at_modal("mnuOptions", look);
-        frmBParInput virial({}, messages, &frame);
+        frmBParInput virial({}, &frame);
         virial.show();
         look(&virial);
         virial.close();

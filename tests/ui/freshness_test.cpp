@@ -185,8 +185,8 @@ class Freshness : public WindowDriver {
         IsoCalculator now;
         now.optIsoPhase = window->optIsoPhase[0]->isChecked() ? phase_L : phase_V;
         show_current_state(session(), now);
-        EXPECT_EQ(window->txtTpVorgabe->value(), now.txtTpVorgabe);
-        EXPECT_FLOAT_EQ(static_cast<float>(window->txtFuConst->value()), static_cast<float>(now.txtFuConst));
+        EXPECT_EQ(window->txtTpVorgabe->text().toDouble(), now.txtTpVorgabe);
+        EXPECT_FLOAT_EQ(window->txtFuConst->text().toFloat(), static_cast<float>(now.txtFuConst));
     }
     void expect_nothing_older() {
         expect_result_fresh();
