@@ -529,7 +529,8 @@ TEST_F(Calculation, the_menu_leads_to_the_result_beside_the_input) {
     const QRect inputs = input()->parentWidget()->geometry();
     const QWidget* result_window = frame.child("frmQCalcOut");
     const QRect results = result_window->parentWidget()->geometry();
-    EXPECT_EQ(results.left(), inputs.right() + 11);
+    const QRect models = frame.child("frmQModell")->parentWidget()->geometry();
+    EXPECT_EQ(results.left(), std::max(inputs.right(), models.right()) + 11);
     EXPECT_TRUE(frame.area->viewport()->rect().contains(results));
     const auto list = [&] { return in<ResultList>(result_window, "Liste")->toPlainText(); };
     const QString first = list();

@@ -180,7 +180,7 @@ TEST_F(PaletteTest, keys_of_the_program_work_from_any_box) {
     auto* input = frame.child<frmParinput>();
     ASSERT_TRUE(input);
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("350"));
-    key(Qt::Key_Tab);
+    key(Qt::Key_Return);
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1000"));
     EXPECT_FALSE(frame.child<frmQCalcOut>());
     key(Qt::Key_F5);
