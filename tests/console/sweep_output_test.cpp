@@ -81,7 +81,8 @@ TEST(ShortestNumber, is_what_the_standard_writes) {
 
 // A value that cannot be is not taken for a missing one.
 TEST(SweepOutput, tells_a_missing_value_from_one_that_cannot_be) {
-    const CommandRun run = sweep("--results reason --in - --out -", "T/C;p/bar\n-300;5\n-273.15;5\n20;-1\n20;0\n");
+    const CommandRun run =
+        sweep("--results reason --in - --out -", "T/C;p/bar\n-300;5\n-273.15;5\n20;-1\n20;0\n");
     EXPECT_EQ(run.out, "reason\nT_not_positive\nno_T_given\np_not_positive\nno_p_given\n");
 }
 

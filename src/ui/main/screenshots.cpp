@@ -98,8 +98,7 @@ constexpr Step Steps[] = {
                                .default_button = Answer::yes,
                                .kind = MessageKind::question});
      }},
-    {"virial",
-     [](mdiQUOM& f) { frmBParInput(f.session().document.eos_input, &f).exec(); }},
+    {"virial", [](mdiQUOM& f) { frmBParInput(f.session().document.eos_input, &f).exec(); }},
     {"reference-state", [](mdiQUOM& f) { open_reference_state(f, 0); }},
     {"options", [](mdiQUOM& f) { open_options(f, 0); }},
     {"selection", [](mdiQUOM& f) { start_calculation(f, 4); }},
