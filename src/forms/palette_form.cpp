@@ -122,6 +122,7 @@ std::vector<PaletteHit> palette_hits(const std::vector<PaletteEntry>& entries, s
                           r.order);
     });
     std::vector<PaletteHit> hits;
+    hits.reserve(found.size());
     for (Ranked& r : found) hits.push_back(std::move(r.hit));
     return hits;
 }

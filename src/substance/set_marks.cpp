@@ -83,8 +83,9 @@ MarkTable read_marks(std::string_view csv) {
     MarkTable table;
     for (const CsvRow& row : std::span(rows).subspan(1)) {
         const auto bad = [&](const std::string& what) {
-            return MarkTable{.rows = {},
-                             .fault = name + ", line " + std::to_string(row.line) + ": " + what + "."};
+            std::string fault = name;
+            fault.append(", line ").append(std::to_string(row.line)).append(": ").append(what).append(".");
+            return MarkTable{.rows = {}, .fault = std::move(fault)};
         };
         if (row.fields.size() != header.size())
             return bad(std::to_string(row.fields.size()) + " fields in place of " +
