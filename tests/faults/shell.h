@@ -23,7 +23,8 @@ struct ShellRun {
 class Shell {
  public:
     Shell() {
-        std::signal(SIGHUP, SIG_DFL);  // ignored where the tests were started by nohup, and so by all below
+        // Ignored where the tests were started in the background or by nohup, and so by all below.
+        for (const int ignored : {SIGHUP, SIGINT, SIGQUIT}) std::signal(ignored, SIG_DFL);
         const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
         folder_ = std::filesystem::temp_directory_path() /
                   ("quom_faults_" + std::to_string(::getpid()) + "_" + test->name());
