@@ -11,6 +11,7 @@
 #include <QPixmap>
 #include <QProcess>
 #include <QSet>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -21,6 +22,7 @@
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/menu_actions.h"
+#include "ui/main/palette.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/widgets/number_box.h"
 #include "ui/windows/frmBParInput.h"
@@ -83,9 +85,21 @@ constexpr Step Steps[] = {
          press(f, frmQStoffWahl::Name, "StoffOK");
      }},
     {"models-confirmed", [](mdiQUOM& f) { press(f, frmQModell::Name, "cmdOKModell"); }},
-    {"eos-parameters", [](mdiQUOM& f) { show_eos_parameters(f, 0); }},
+    {"palette",
+     [](mdiQUOM& f) {
+         if (auto* palette = f.findChild<Palette*>()) {
+             palette->open();
+             palette->txtFind->setText(QStringLiteral("t rho"));
+         }
+     }},
+    {"eos-parameters",
+     [](mdiQUOM& f) {
+         if (auto* palette = f.findChild<Palette*>()) palette->leave();
+         show_eos_parameters(f, 0);
+     }},
     {"diagnosis",
      [](mdiQUOM& f) {
+         f.unload("frmQTextEdit");
          const Session& s = f.session();
          MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(s.substance()),
                                                   substance_marks(s.ProgramPath, s.substance())));
@@ -110,6 +124,10 @@ constexpr Step Steps[] = {
          calculate(f, {"300", "100"});
      }},
     {"functions-table", [](mdiQUOM& f) { press(f, frmQCalcOut::Name, "chkUHS"); }},
+    {"result-table",
+     [](mdiQUOM& f) {
+         if (auto* w = f.child<frmQCalcOut>()) w->tabs->setCurrentIndex(1);
+     }},
     {"eos-diagnosis", [](mdiQUOM& f) { press(f, frmQCalcOut::Name, "cmdCEOSDiagnose"); }},
     {"supercritical-input",
      [](mdiQUOM& f) {
