@@ -1,8 +1,12 @@
-// A whole session with the keyboard alone, at 1024 x 768: every key goes to what has the focus.
+// A whole session by keyboard alone and by mouse alone, at 1024 x 768: every key goes to what has the focus,
+// every press to what lies at that place of the screen.
 #include <QMenu>
 #include <QMenuBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
+#include <QToolButton>
+#include <QWindow>
 
 #include "ui/main/mdi_area.h"
 #include "ui/main/start_page.h"
@@ -187,6 +191,63 @@ TEST_F(KeyboardSession, TankAndInverseSearch) {
     key(Qt::Key_Escape);
     EXPECT_FALSE(frame.child<frmIsoCalc>());
     EXPECT_TRUE(frame.child<frmQCalcOut>()->isAncestorOf(QApplication::focusWidget()));
+}
+
+// Presses at places of the main window; what lies on top there gets them.
+class MouseSession : public KeyboardSession {
+ protected:
+    static void press_at(QWidget* control, const QPoint& place) {
+        QWidget* window = control->window();
+        const QPoint at = control->mapTo(window, place);
+        ASSERT_TRUE(window->rect().contains(at)) << control->objectName().toStdString();
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, at);
+        QApplication::processEvents();
+    }
+    static void press_on(QWidget* control) {
+        ASSERT_TRUE(control && control->isVisible());
+        press_at(control, control->rect().center());
+    }
+    void press_button(const QWidget* window, const char* name) { press_on(in<QWidget>(window, name)); }
+    void press_entry(const char* menu_name, const char* entry) {
+        QMenuBar* bar = frame.menuBar();
+        press_at(bar, bar->actionGeometry(menu(menu_name)).center());
+        auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_TRUE(popup) << menu_name;
+        press_at(popup, popup->actionGeometry(menu(entry)).center());
+    }
+};
+
+TEST_F(MouseSession, FromTheStartPageToAResultAndATank) {
+    press_on(QApplication::focusWidget());  // the first row of the start page
+    auto* substances = frame.child<frmQStoffWahl>();
+    ASSERT_TRUE(substances);
+    press_on(substances->NameCombo);
+    type("propan");
+    press_button(substances, "StoffOK");
+    EXPECT_EQ(session().substance().StoffName, "Propane");
+    press_button(frame.child<frmQModell>(), "cmdOKModell");
+
+    press_entry("mnuCalcMain", "mnuCalc_0");
+    auto* input = frame.child<frmParinput>();
+    ASSERT_TRUE(input);
+    const char* const values[] = {"300", "100"};
+    for (int i = 0; i < 2; ++i) {
+        press_on(input->par[i]);
+        type(values[i]);
+    }
+    press_on(input->cmdParameter_OK);
+    ASSERT_TRUE(frame.child<frmQCalcOut>());
+    EXPECT_THAT(state(), HasSubstr("two phases"));
+    // Tabs and the closing button of the result are not covered by the input.
+    auto* result = frame.child<frmQCalcOut>();
+    QTabBar* tabs = result->tabs->tabBar();
+    press_at(tabs, tabs->tabRect(1).center());
+    EXPECT_EQ(result->tabs->currentIndex(), 1);
+    press_on(result->cmdCalc_OK);
+    EXPECT_FALSE(frame.child<frmQCalcOut>());
+
+    press_on(in<QToolButton>(&frame, "Toolbar1_15"));
+    ASSERT_TRUE(frame.child<frmParinput>());
 }
 
 }  // namespace

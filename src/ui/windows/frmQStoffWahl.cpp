@@ -291,6 +291,11 @@ void frmQStoffWahl::leave() {
 }
 
 bool frmQStoffWahl::eventFilter(QObject* watched, QEvent* event) {
+    // A name that was not typed gives way to what is typed next, also after a click into the box.
+    QLineEdit* name = NameCombo->lineEdit();
+    if (watched == name && event->type() == QEvent::MouseButtonRelease && !name->isModified() &&
+        !name->hasSelectedText())
+        name->selectAll();
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
     const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
