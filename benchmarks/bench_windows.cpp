@@ -9,9 +9,9 @@
 
 #include "base/files.h"
 #include "forms/shell.h"
-#include "ui/windows/frmQStoffWahl.h"
 #include "ui/look/look.h"
 #include "ui/main/mdiQUOM.h"
+#include "ui/windows/frmQStoffWahl.h"
 
 namespace {
 
