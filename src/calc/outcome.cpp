@@ -5,7 +5,7 @@
 namespace quom {
 namespace {
 
-std::string number(double x) { return genNum(static_cast<float>(x)); }
+std::string number(double x) { return genNum(x, 7); }
 std::string kelvin(double T) { return number(T) + " K"; }
 std::string kilopascal(double p) { return number(p) + " kPa"; }
 std::string volume(double v) { return number(v) + " m^3/kmol"; }

@@ -126,7 +126,7 @@ const WarningRow& row_of(WarningKind kind) {
 }
 
 // "90" or "90.25": no more than the digits that are there.
-std::string number(double x) { return genNum(static_cast<float>(x)); }
+std::string number(double x) { return genNum(x, 7); }
 
 }  // namespace
 

@@ -86,6 +86,14 @@ TEST(SweepOutput, tells_a_missing_value_from_one_that_cannot_be) {
     EXPECT_EQ(run.out, "reason\nT_not_positive\nno_T_given\np_not_positive\nno_p_given\n");
 }
 
+// Beyond the range of single precision a reason still names the number.
+TEST(SweepOutput, a_reason_names_numbers_of_any_size) {
+    const CommandRun run =
+        quomc("sweep propane --mode 4 --results reason,message --in - --out -", "T\n1e300\n-1e-300\n4e2\n");
+    EXPECT_THAT(run.out, HasSubstr("above_critical_T;1E+300 K is not below T(cr) = 369.89 K"));
+    EXPECT_THAT(run.out, HasSubstr("above_critical_T;400 K is not below T(cr) = 369.89 K"));
+}
+
 // Units by definition: 0 C = 273.15 K, 1 bar = 100 kPa; h by mass is h/M, M = 44.097 kg/kmol.
 TEST(SweepOutput, has_the_units_and_columns_that_were_asked_for) {
     const CommandRun own = sweep("--functions --in - --out -", "T;p\n300;500\n");
