@@ -24,12 +24,10 @@ std::string kelvin(double dT) { return formatMask(std::fabs(dT), "0.0") + " K"; 
 // As many digits as tell of the distance; below 1e-6 kPa the short form.
 std::string kilopascal(double dp) {
     const double size = std::fabs(dp);
-    return (size != 0.0 && size < 1e-6 ? genNum(static_cast<float>(size)) : digits_text(size, 4)) + " kPa";
+    return (size != 0.0 && size < 1e-6 ? genNum(size, 7) : digits_text(size, 4)) + " kPa";
 }
-std::string value_text(double x) {
-    return x < 1e-3 || x >= 1e6 ? genNum(static_cast<float>(x)) : digits_text(x, 6);
-}
-std::string number(double x) { return genNum(static_cast<float>(x)); }
+std::string value_text(double x) { return x < 1e-3 || x >= 1e6 ? genNum(x, 7) : digits_text(x, 6); }
+std::string number(double x) { return genNum(x, 7); }
 
 // Saturation by the concept in force.
 class SaturationInForce {

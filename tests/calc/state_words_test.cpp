@@ -118,6 +118,10 @@ TEST(StateWords, trust_line_says_why_it_is_empty) {
     const auto head = [&](const Bench& b, const Outcome& o) { return trust_line(*b.fluid, o).head; };
     EXPECT_EQ(head(water, water.run(Mode::T_p, 700, 101.325)),
               "Nothing in the record to compare with at 700 K: T is above T(cr).");
+    EXPECT_EQ(refusal_words(water.run(Mode::equilibrium_T, 1e40, 0)).reason,
+              "1E+40 K is not below T(cr) = 647.096 K: there is no saturation.");
+    EXPECT_EQ(head(water, water.run(Mode::equilibrium_T, 1e40, 0)),
+              "Nothing in the record to compare with at 1E+40 K: T is above T(cr).");
     const Bench virial(test::propane, Eos::virial_peng_robinson);
     EXPECT_THAT(head(virial, virial.run(Mode::T_p, 300, 101.325)), HasSubstr("V-phase alone"));
     EXPECT_THAT(head(water, water.run(Mode::fn_rhoL, 300, 0)), HasSubstr("of the record itself"));
