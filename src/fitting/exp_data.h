@@ -2,7 +2,8 @@
 #pragma once
 #include <cstdint>
 #include <string>
-#include <vector>
+
+#include "base/shared_vector.h"
 
 namespace quom {
 
@@ -17,8 +18,22 @@ struct TpRhoPoint {
     bool operator==(const TpRhoPoint&) const = default;
 };
 
+// The file of a data set: where it came from or was saved to, and what its head says.
+struct ExpDataFile {
+    std::string ExpFile;     // full path, empty: none
+    std::string ExpTitle;    // its file name
+    std::string ExpDate;     // of saving, as the file has it
+    std::string ExpComment;  // comment of the file
+    std::string ExpCAS;      // CAS number of the substance that was measured
+    std::string ExpName;     // and its name
+    bool operator==(const ExpDataFile&) const = default;
+};
+
 struct ExperimentalData {
-    std::vector<TpRhoPoint> points = std::vector<TpRhoPoint>(1);  // [0] direct input, [1..] measured points
+    SharedVector<TpRhoPoint> points = SharedVector<TpRhoPoint>(1);  // [0] direct input, [1..] measured points
+    ExpDataFile file;
+    bool ExpGeaendert = false;  // changed since it was loaded or saved
+    int optFitFunction = 1;     // column of y: 1 p, 2 rho(L), 3 rho(V), 4 delta(LV)h, 5 cp
     bool operator==(const ExperimentalData&) const = default;
 };
 

@@ -144,8 +144,8 @@ InputTaken take_point(Document& document, const UnitFactors& factors, const Mode
         rho = density_of_volume(molar_mass_of(document), factors.vFactor, value(BoxValue::volume));
     if (form.optRhoV && !(static_cast<float>(rho) > 0.0f))
         return refused(box_of(form, BoxValue::volume), not_convertible(document, "V", "large"));
-    if (document.exp.points.empty()) document.exp.points.resize(1);
-    TpRhoPoint& point = document.exp.points[0];
+    if (document.exp.points.empty()) document.exp.points.edit().resize(1);
+    TpRhoPoint& point = document.exp.points.edit()[0];
     point = {};
     point.T = value(BoxValue::T);
     point.p = value(BoxValue::p);

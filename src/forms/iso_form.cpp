@@ -32,8 +32,8 @@ std::optional<double> displayed(const Session& session, const Outcome& state, in
 
 Changes set_point(Session& session, double T, double p) {
     Document document = session.document;
-    document.exp.points[0].T = T;
-    document.exp.points[0].p = p;
+    document.exp.points.edit()[0].T = T;
+    document.exp.points.edit()[0].p = p;
     return commit(session, std::move(document));
 }
 

@@ -6,6 +6,7 @@
 #include "calc/state_input.h"
 #include "engine/models.h"
 #include "fitting/exp_data.h"
+#include "fitting/xy_data.h"
 #include "quantities/units.h"
 #include "substance/substance_constants.h"
 
@@ -43,6 +44,7 @@ struct CalculationInput {
     int CurrentPoint = 0;               // data point in force, 0 = direct input
     int ExtLevel = 1;                   // 1 no extended output; 2 first box, 3 second box, 4 both
     bool ShowFunctions = false;         // the table of functions in the list
+    int ProcessForm = 0;                // selection of the process line form
     double ProcessT = 0, ProcessP = 0;  // start of the process of mode 12 [K], [kPa]
     bool operator==(const CalculationInput&) const = default;
 };
@@ -64,6 +66,7 @@ struct Document {
     Units units;
     Options options;
     ExperimentalData exp;
+    XYData xy;
     CalculationInput calc;
     std::string ProjectComment;  // "<>" stands for none
     bool operator==(const Document&) const = default;

@@ -6,6 +6,15 @@
 namespace quom {
 namespace {
 
+// Measured points and what is kept of their file; the direct input is no data.
+bool same_data(const ExperimentalData& before, const ExperimentalData& after) {
+    if (before.file != after.file || before.ExpGeaendert != after.ExpGeaendert) return false;
+    const SharedVector<TpRhoPoint>&old_points = before.points, &new_points = after.points;
+    if (old_points.shares(new_points)) return true;
+    return old_points.size() == new_points.size() &&
+           std::equal(old_points.begin() + 1, old_points.end(), new_points.begin() + 1);
+}
+
 Changes changes_between(const Document& before, const Document& after) {
     Changes c;
     c.substance = before.DatabaseKind != after.DatabaseKind || before.DatabasePath != after.DatabasePath ||
@@ -14,11 +23,9 @@ Changes changes_between(const Document& before, const Document& after) {
     c.reference = before.reference != after.reference;
     c.units = before.units != after.units;
     c.options = before.options != after.options;
-    const std::vector<TpRhoPoint>& old_points = before.exp.points;
-    const std::vector<TpRhoPoint>& new_points = after.exp.points;
-    c.data = old_points.size() != new_points.size() ||
-             !std::equal(old_points.begin() + 1, old_points.end(), new_points.begin() + 1);
-    c.inputs = before.calc != after.calc || old_points.front() != new_points.front();
+    c.data = !same_data(before.exp, after.exp);
+    c.xy = before.xy != after.xy;
+    c.inputs = before.calc != after.calc || before.exp.points.front() != after.exp.points.front();
     return c;
 }
 
@@ -49,7 +56,7 @@ UnitFactors factors_of(const Document& document, const Fluid& fluid, double T) {
 UnitFactors Session::factors(double T) const { return factors_of(document, *fluid, T); }
 
 Changes commit(Session& session, Document document) {
-    if (document.exp.points.empty()) document.exp.points.resize(1);  // [0] is the direct input
+    if (document.exp.points.empty()) document.exp.points.edit().resize(1);  // [0] is the direct input
     const Changes changes = changes_between(session.document, document);
     const Document before = std::exchange(session.document, std::move(document));
     if (changes.fluid()) {

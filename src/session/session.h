@@ -54,9 +54,10 @@ struct Changes {
     bool reference = false;
     bool units = false;
     bool options = false;
-    bool data = false;    // measured points
+    bool data = false;    // measured points, or what is kept of their file
+    bool xy = false;      // X-Y data
     bool inputs = false;  // calculation in hand, direct input
-    bool any() const { return substance || models || reference || units || options || data || inputs; }
+    bool any() const { return substance || models || reference || units || options || data || xy || inputs; }
     bool fluid() const { return substance || models || reference; }
 };
 

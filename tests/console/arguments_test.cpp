@@ -8,6 +8,7 @@
 
 #include "quomc_run.h"
 #include "support/reduced_database.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -131,7 +132,7 @@ TEST(Databases, cut_foreign_and_whole) {
     const fs::path folder = fs::temp_directory_path() / ("quomc-" + std::to_string(::getpid()));
     fs::create_directories(folder);
     const fs::path file = folder / "mine.Q07";
-    fs::copy_file(fs::path(QUOM_STARTER_DATA) / "quom.q07", file);
+    fs::copy_file(fs::path(test::starter_data()) / "quom.q07", file);
     const std::string line = "show water --db " + file.string();
     EXPECT_EQ(quomc(line).status, 0);
 

@@ -8,6 +8,7 @@
 #include "base/files.h"
 #include "quomc_run.h"
 #include "substance/record.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -18,7 +19,7 @@ using Json = nlohmann::json;
 
 // The starter database with one cell of water changed, on the disk.
 std::string database_with(int cell, float value) {
-    const FileBytes starter = read_file(QUOM_STARTER_DATA "/quom.q07");
+    const FileBytes starter = read_file(test::starter_data() + "/quom.q07");
     EXPECT_TRUE(starter.bytes);
     const RecordLayout& layout = *record_layout(7);
     std::string bytes = *starter.bytes, water = bytes.substr(layout.length, layout.length);
@@ -60,7 +61,7 @@ TEST(Audit, a_wrong_digit_in_a_database_file) {
 
 // What contradicts itself in the starter database is known, with its reason, and nothing else does.
 TEST(Audit, the_starter_database_has_the_known_doubts_only) {
-    const FileBytes file = read_file(QUOM_TEST_DATA "/../data/known_doubts.csv");
+    const FileBytes file = read_file(test::test_data() + "/../data/known_doubts.csv");
     ASSERT_TRUE(file.bytes);
     std::set<std::string> known, seen;
     for (const CsvRow& row : csv_rows(*file.bytes)) {

@@ -13,6 +13,7 @@
 #include "base/files.h"
 #include "quomc_run.h"
 #include "support/reduced_database.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -51,7 +52,7 @@ TEST(Lists, a_missing_or_foreign_file_of_synonyms_is_said) {
     namespace fs = std::filesystem;
     const fs::path folder = fs::temp_directory_path() / ("quomc-names-" + std::to_string(::getpid()));
     fs::create_directories(folder);
-    fs::copy_file(fs::path(QUOM_STARTER_DATA) / "quom.q07", folder / "quom.q07",
+    fs::copy_file(fs::path(test::starter_data()) / "quom.q07", folder / "quom.q07",
                   fs::copy_options::overwrite_existing);
     const std::string here = "--program-folder " + folder.string() + " ";
     for (const char* said : {"has no file of synonyms SYNOM7.TXT", "is no file of synonyms"}) {
@@ -75,7 +76,7 @@ TEST(Lists, a_newer_starter_database) {
     const fs::path folder = fs::temp_directory_path() / ("quomc-starter-" + std::to_string(::getpid()));
     fs::create_directories(folder / "own");
     fs::create_directories(folder / "share/quom");
-    std::string bytes = *read_file(std::string(QUOM_STARTER_DATA) + "/quom.q07").bytes;
+    std::string bytes = *read_file(test::starter_data() + "/quom.q07").bytes;
     const std::string own = (folder / "own/quom.q07").string(),
                       newer = (folder / "own/quom-2999-01-31.q07").string();
     ASSERT_EQ(write_file_atomic(own, bytes), "");

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "console/quomc.h"
+#include "support/test_paths.h"
 
 namespace quom {
 
@@ -21,7 +22,7 @@ struct CommandRun {
 // Arguments separated by blanks; "~" stands for a blank inside of one. input: what the standard input holds.
 inline CommandRun quomc(const std::string& line, const std::string& input = {}) {
     std::vector<std::string> args;
-    if (line.find("--program-folder") == std::string::npos) args = {"--program-folder", QUOM_STARTER_DATA};
+    if (line.find("--program-folder") == std::string::npos) args = {"--program-folder", test::starter_data()};
     std::istringstream words(line);
     for (std::string word; words >> word; args.push_back(word))
         for (char& c : word)

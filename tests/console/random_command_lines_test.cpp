@@ -7,6 +7,7 @@
 #include <random>
 
 #include "../fuzz/command_lines.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -25,7 +26,7 @@ TEST(RandomCommandLines, answer_or_tell_why_not) {
         std::vector<std::uint8_t> bytes(8 + random() % 56);
         for (std::uint8_t& b : bytes) b = static_cast<std::uint8_t>(random());
         const fuzz::CommandLine line = fuzz::command_line_of(bytes);
-        const std::string fault = fuzz::fault_of(line, QUOM_STARTER_DATA);
+        const std::string fault = fuzz::fault_of(line, test::starter_data());
         EXPECT_EQ(fault, "") << fuzz::text_of(line) << "\nseed " << seed << ", line " << i;
         faults += !fault.empty();
     }

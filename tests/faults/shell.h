@@ -12,6 +12,8 @@
 #include <sstream>
 #include <string>
 
+#include "support/test_paths.h"
+
 namespace quom {
 
 struct ShellRun {
@@ -30,9 +32,9 @@ class Shell {
                   ("quom_faults_" + std::to_string(::getpid()) + "_" + test->name());
         std::filesystem::remove_all(folder_);
         std::filesystem::create_directories(folder_ / "work");
-        put("../prelude", "quomc() { \"" QUOMC "\" --program-folder \"" QUOM_STARTER_DATA
-                          "\" \"$@\"; }\n"
-                          "QUOMC='" QUOMC "' DATA='" QUOM_STARTER_DATA "' SHIM='" FAULT_SHIM "'\n");
+        const std::string quomc = console(), data = starter_data();
+        put("../prelude", "quomc() { \"" + quomc + "\" --program-folder \"" + data + "\" \"$@\"; }\nQUOMC='" +
+                              quomc + "' DATA='" + data + "' SHIM='" + fault_shim() + "'\n");
     }
     ~Shell() { std::filesystem::remove_all(folder_); }
     Shell(const Shell&) = delete;

@@ -14,7 +14,7 @@ using test::change;
 
 Session at(double T, double p) {
     Session s = sample::propane();
-    change(s, [&](Document& d) { d.exp.points[0] = {.T = T, .p = p}; });
+    change(s, [&](Document& d) { d.exp.points.edit()[0] = {.T = T, .p = p}; });
     return s;
 }
 
@@ -67,7 +67,7 @@ TEST(IsoCalculator, opens_calculates_and_resets) {
     EXPECT_FALSE(iso_calculate(s, c));
     EXPECT_EQ(c.txtTpCalc, "No solution found");
     EXPECT_EQ(s.document, before);
-    change(s, [](Document& d) { d.exp.points[0].T = 500; });
+    change(s, [](Document& d) { d.exp.points.edit()[0].T = 500; });
     iso_reset(s, c);
     EXPECT_EQ(s.document.exp.points[0].T, T);
     EXPECT_EQ(c.txtFuConst, h);

@@ -116,7 +116,7 @@ TEST(ReferenceForm, reaches_the_functions_with_the_commit) {
     Session s = test::substance_session(test::propane, Eos::peng_robinson);
     test::change(s, [](Document& d) {
         d.calc.CalcMode = Mode::functions;
-        d.exp.points[0] = {.T = 350, .p = 100};
+        d.exp.points.edit()[0] = {.T = 350, .p = 100};
     });
     const Outcome before = calculate(s, 0);
     ReferenceBoxes boxes = reference_boxes(s.document);

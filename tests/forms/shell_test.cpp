@@ -8,6 +8,7 @@
 
 #include "support/queued_messages.h"
 #include "support/starter_session.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -38,7 +39,7 @@ TEST(ShellTest, external_programs_by_name_and_by_short_name) {
 TEST(ShellTest, what_a_command_needs) {
     Session s;
     QueuedMessages user;
-    start_session(s, QUOM_STARTER_DATA, true);
+    start_session(s, test::starter_data(), true);
     EXPECT_TRUE(s.document.options.Englisch && s.document.options.DezimalKomma);
     EXPECT_EQ(s.document.models.EOSKode, Eos::none);
     EXPECT_FALSE(fulfilled(s, Needs::database));
@@ -104,7 +105,7 @@ TEST(ShellTest, a_batch_needs_data) {
     EXPECT_THAT(user.take(),
                 ElementsAre(Pair("Execution not possible",
                                  "This type of calculation is possible only if exper. data are available.")));
-    test::change(s, [](Document& d) { d.exp.points.resize(2); });
+    test::change(s, [](Document& d) { d.exp.points.edit().resize(2); });
     opening_calculation_menu(s, user);
     EXPECT_TRUE(user.take().empty());
 }

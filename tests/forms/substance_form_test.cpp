@@ -7,6 +7,7 @@
 #include "substance/substance_support.h"
 #include "substance/synonyms.h"
 #include "support/starter_session.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -135,7 +136,7 @@ TEST_F(SubstanceSearching, a_substance_that_the_database_lacks_is_said) {
     // The names are those of the database until another one is loaded.
     folder.write(SynonymFile, "END\r\n");
     EXPECT_EQ(found("aqua").front().name, "Water");
-    ASSERT_EQ(LoadDatabase(s, 7, QUOM_STARTER_DATA "/quom.q07").err, 0);
+    ASSERT_EQ(LoadDatabase(s, 7, test::starter_data() + "/quom.q07").err, 0);
     EXPECT_FALSE(search("aqua").sure);
     EXPECT_EQ(found("Propan").front().name, "Propane");
 }

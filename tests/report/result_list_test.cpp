@@ -16,6 +16,7 @@
 #include "report/outcome_messages.h"
 #include "report/titles.h"
 #include "support/starter.h"
+#include "support/test_paths.h"
 
 namespace quom::test {
 namespace {
@@ -216,7 +217,7 @@ std::string render(const TextCase& c) {
 
 // The cases of a golden file; what stands before the first one says where its figures come from.
 std::map<std::string, std::string> golden_cases(int mode) {
-    const std::string path = QUOM_TEST_DATA "/golden/calc_" + std::to_string(mode) + ".txt";
+    const std::string path = test::test_data() + "/golden/calc_" + std::to_string(mode) + ".txt";
     std::ifstream file(path);
     EXPECT_TRUE(file.good()) << path;
     std::map<std::string, std::string> found;

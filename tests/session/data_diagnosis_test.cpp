@@ -5,6 +5,7 @@
 
 #include "support/queued_messages.h"
 #include "support/starter.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -97,19 +98,19 @@ TEST(DataDiagnosisTest, words) {
 TEST(DataDiagnosisTest, marks) {
     const SubstanceConstants c = test::starter_substance(test::carbon_dioxide);
     const std::string text =
-        data_diagnosis_text(DatenSituation(c), substance_marks(QUOM_STARTER_DATA, c)).text;
+        data_diagnosis_text(DatenSituation(c), substance_marks(test::starter_data(), c)).text;
     EXPECT_THAT(
         text, HasSubstr("  available\n- T(nb): extrapolated, root of the liquid's vapor pressure equation"));
     EXPECT_THAT(text, HasSubstr("194.686 K\n- cp(idG), polynomial: fit, fitted here to JANAF 1998 (max "));
     EXPECT_THAT(text, EndsWith("\n\nWITH THIS DATA SITUATION, THERE ARE NO LIMITATIONS"));
 
     // Without the file the mark that follows from the record stays, and the user hears why.
-    const SubstanceMarks none = substance_marks(QUOM_TEST_DATA, c);
+    const SubstanceMarks none = substance_marks(test::test_data(), c);
     EXPECT_EQ(
         one_line(none),
         "extrapolated: T(nb); There is no marks.csv in the program folder: estimates and fits are not told "
         "apart.");
-    EXPECT_TRUE(sentences(substance_marks(QUOM_TEST_DATA, {})).empty()) << "no substance";
+    EXPECT_TRUE(sentences(substance_marks(test::test_data(), {})).empty()) << "no substance";
 }
 
 // A zero that was given is stored as 1E-37.

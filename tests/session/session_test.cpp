@@ -19,9 +19,9 @@ Session calculated() {
     Session session = sample::propane();
     change(session, [](Document& d) {
         d.calc.CalcMode = Mode::T_p;
-        d.exp.points.resize(2);
-        d.exp.points[0] = {.T = 300, .p = 500};
-        d.exp.points[1] = {.T = 320, .p = 800};
+        d.exp.points.edit().resize(2);
+        d.exp.points.edit()[0] = {.T = 300, .p = 500};
+        d.exp.points.edit()[1] = {.T = 320, .p = 800};
     });
     for (const int point : {0, 1}) EXPECT_TRUE(calculate(session, point).has_result());
     return session;
@@ -89,14 +89,14 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"another point", [](Document& d) { d.calc.CurrentPoint = 1; }, &Changes::inputs, false, true,
              true},
         Case{"tank in mode 3", [](Document& d) { d.calc.tank.m = 5; }, &Changes::inputs, false, true, true},
-        Case{"direct input", [](Document& d) { d.exp.points[0].p = 600; }, &Changes::inputs, false, false,
-             true},
-        Case{"a measured point", [](Document& d) { d.exp.points[1].T = 330; }, &Changes::data, false, true,
-             false},
-        Case{"a column that mode 3 does not read", [](Document& d) { d.exp.points[1].rhoL = 500; },
+        Case{"direct input", [](Document& d) { d.exp.points.edit()[0].p = 600; }, &Changes::inputs, false,
+             false, true},
+        Case{"a measured point", [](Document& d) { d.exp.points.edit()[1].T = 330; }, &Changes::data, false,
+             true, false},
+        Case{"a column that mode 3 does not read", [](Document& d) { d.exp.points.edit()[1].rhoL = 500; },
              &Changes::data, false, true, true},
-        Case{"points deleted", [](Document& d) { d.exp.points.resize(1); }, &Changes::data, false, true,
-             false}),
+        Case{"points deleted", [](Document& d) { d.exp.points.edit().resize(1); }, &Changes::data, false,
+             true, false}),
     [](const auto& info) {
         std::string name = info.param.what;
         for (char& c : name)
@@ -114,7 +114,7 @@ TEST(SessionOutcomes, are_kept_at_their_points) {
     EXPECT_EQ(current_outcome(session), nullptr);
     EXPECT_TRUE(calculate(session, 7).failure) << "a point that is not there has no values";
     EXPECT_EQ(session.document.exp.points.size(), 2u);
-    change(session, [](Document& d) { d.exp.points.clear(); });
+    change(session, [](Document& d) { d.exp.points.edit().clear(); });
     EXPECT_EQ(session.document.exp.points.size(), 1u) << "the direct input is always there";
 }
 
@@ -147,7 +147,7 @@ struct Input {
 // Every value of the document is another one, so that a value from the wrong place shows.
 TEST(DocumentInput, each_mode_reads_its_own_values) {
     Document d;
-    d.exp.points[0] = {.T = 301, .p = 502, .rhoV = 3, .rhoL = 504};
+    d.exp.points.edit()[0] = {.T = 301, .p = 502, .rhoV = 3, .rhoL = 504};
     d.calc.tank = {.m = 5, .V = 6, .T = 307};
     d.calc.ProcessT = 308;
     d.calc.ProcessP = 509;
@@ -184,9 +184,9 @@ TEST(DocumentInput, each_mode_reads_its_own_values) {
 TEST(DocumentInput, what_is_not_above_a_millionth_is_not_given) {
     Document d;
     d.calc.CalcMode = Mode::T_p;
-    d.exp.points.resize(2);
+    d.exp.points.edit().resize(2);
     for (const double bad : {0.0, -1.0, 1e-7, HUGE_VAL, static_cast<double>(NAN)}) {
-        d.exp.points[1] = {.T = bad, .p = 100};
+        d.exp.points.edit()[1] = {.T = bad, .p = 100};
         EXPECT_FALSE(state_input(d, 1).T) << bad;
         EXPECT_EQ(state_input(d, 1).p, 100) << bad;
     }

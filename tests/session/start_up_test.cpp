@@ -92,7 +92,7 @@ TEST(StartUp, reset_touches_what_belongs_to_a_substance_and_nothing_else) {
             .RefKode = 2, .TRef0 = 273, .pRef0 = 1, .hOffset = 5, .sOffset = 6, .TEnv = 280, .pEnv = 90};
         d.calc.CalcMode = Mode::functions;
         d.options.Dens = 700;
-        d.exp.points[0].T = 300;
+        d.exp.points.edit()[0].T = 300;
     });
     calculate(session, 0);
     ResetSession(session);
@@ -119,7 +119,7 @@ TEST(StartUp, confirming_a_substance) {
         Session session = test::starter_session();
         change(session, [](Document& d) {
             d.models.EVPKode = Evp::thompson;
-            d.exp.points.resize(3);
+            d.exp.points.edit().resize(3);
             d.units.vcrStart = 1;
         });
         EXPECT_EQ(confirm_substance(session, 0, user), 0);

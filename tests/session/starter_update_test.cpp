@@ -9,6 +9,7 @@
 
 #include "base/files.h"
 #include "support/queued_messages.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -23,8 +24,8 @@ class StarterUpdateTest : public ::testing::Test {
         fs::create_directories(root / "own");
         fs::create_directories(root / "share");
         places.installed = {(root / "nowhere").string(), (root / "share").string()};
-        starter = *read_file(std::string(QUOM_STARTER_DATA) + "/quom.q07").bytes;
-        EXPECT_EQ(database_version(std::string(QUOM_STARTER_DATA) + "/quom.q07"), starter.substr(0, 10));
+        starter = *read_file(test::starter_data() + "/quom.q07").bytes;
+        EXPECT_EQ(database_version(test::starter_data() + "/quom.q07"), starter.substr(0, 10));
     }
     ~StarterUpdateTest() override {
         std::error_code fault;

@@ -11,6 +11,7 @@
 #include "substance/search.h"
 #include "substance/synonyms.h"
 #include "substance_support.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -18,7 +19,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-const std::string ProgramPath = QUOM_STARTER_DATA;
+const std::string ProgramPath = test::starter_data();
 
 // Main names of hits.
 std::vector<std::string> names_of(const DatabaseFile& file, const std::vector<NameHit>& hits) {

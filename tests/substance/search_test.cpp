@@ -10,11 +10,12 @@
 #include "substance/database.h"
 #include "substance/synonyms.h"
 #include "substance_support.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
 
-const std::string ProgramPath = QUOM_STARTER_DATA;
+const std::string ProgramPath = test::starter_data();
 
 DatabaseFile starter(bool Englisch = true) {
     OpenedDatabase opened = open_database(7, ProgramPath + "/quom.q07", Englisch);

@@ -11,24 +11,21 @@
 #include "substance/database.h"
 #include "substance/starter_marks.h"
 #include "substance_support.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
 
 using ::testing::HasSubstr;
 
-std::string starter_table(const char* name) {
-    return test::bytes_of(std::string(QUOM_TEST_DATA) + "/../data/" + name);
-}
+std::string starter_table(const char* name) { return test::bytes_of(test::test_data() + "/../data/" + name); }
 
 SubstanceConstants starter(std::string_view cas) {
-    const OpenedDatabase opened = open_database(7, std::string(QUOM_STARTER_DATA) + "/quom.q07", true);
+    const OpenedDatabase opened = open_database(7, test::starter_data() + "/quom.q07", true);
     return unpack_substance(opened.file, FindCAS(opened.file, cas), true).constants;
 }
 
-MarkTable starter_marks() {
-    return read_marks(test::bytes_of(std::string(QUOM_STARTER_DATA) + "/" + MarksFile));
-}
+MarkTable starter_marks() { return read_marks(test::bytes_of(test::starter_data() + "/" + MarksFile)); }
 
 std::map<std::string, std::string> words_on(const SubstanceConstants& substance, const MarkTable& table) {
     std::map<std::string, std::string> words;
@@ -95,7 +92,7 @@ TEST(SetMarks, a_foreign_file_is_named_with_its_line) {
 
 // The tool refuses sources that do not belong to the figures.
 TEST(StarterMarks, refuses_what_does_not_fit) {
-    const std::string database = test::bytes_of(std::string(QUOM_STARTER_DATA) + "/quom.q07");
+    const std::string database = test::bytes_of(test::starter_data() + "/quom.q07");
     const std::string list = "no,mark,source\n1,,Book\n2,fit,fitted here\n3,guess,?\n";
     for (const auto& [row, fault] : {std::pair{"74-98-5,1,1", "lacks it"},
                                      {"74-98-6,1", "has 2 fields, the header 3"},

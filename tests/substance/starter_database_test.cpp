@@ -10,6 +10,7 @@
 #include "base/csv_rows.h"
 #include "substance/record.h"
 #include "substance_support.h"
+#include "support/test_paths.h"
 
 namespace quom {
 namespace {
@@ -33,7 +34,7 @@ const char* const Synonyms =
 
 // A table of these rows with the header of the starter tables.
 std::string table(const std::vector<Fields>& rows) {
-    const std::string all = test::bytes_of(std::string(QUOM_TEST_DATA) + "/../data/substances.csv");
+    const std::string all = test::bytes_of(test::test_data() + "/../data/substances.csv");
     std::string text = all.substr(0, all.find('\n'));
     const std::vector<std::string> columns = csv_rows(text).front().fields;
     for (const Fields& row : rows) {

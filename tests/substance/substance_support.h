@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/files.h"
+#include "support/test_paths.h"
 
 namespace quom::test {
 
@@ -36,6 +37,6 @@ inline std::string bytes_of(const std::string& path) {
     return file.bytes.value_or("");
 }
 
-inline std::string golden(const std::string& name) { return std::string(QUOM_TEST_DATA) + "/data/" + name; }
+inline std::string golden(const std::string& name) { return test::test_data() + "/data/" + name; }
 
 }  // namespace quom::test

@@ -9,12 +9,13 @@
 #include "engine/fluid.h"
 #include "engine/model_catalogue.h"
 #include "substance/database.h"
+#include "support/test_paths.h"
 
 namespace quom::test {
 
 // The starter database, opened anew.
 inline DatabaseFile starter_database() {
-    OpenedDatabase opened = open_database(7, std::string(QUOM_STARTER_DATA) + "/quom.q07", true);
+    OpenedDatabase opened = open_database(7, test::starter_data() + "/quom.q07", true);
     if (opened.err != 0) throw std::runtime_error("the starter database is missing: " + opened.fault);
     return std::move(opened.file);
 }

@@ -8,13 +8,14 @@
 #include "session/start_up.h"
 #include "substance/database.h"
 #include "support/starter.h"
+#include "support/test_paths.h"
 
 namespace quom::test {
 
 // A session with the starter database open and no substance chosen.
 inline Session starter_session() {
     Session session;
-    session.ProgramPath = QUOM_STARTER_DATA;
+    session.ProgramPath = test::starter_data();
     if (LoadDatabase(session, 7, "quom.q07").err != 0)
         throw std::runtime_error("the starter database is missing");
     return session;

@@ -144,7 +144,7 @@ std::string rule_under(const NumberBox* box) {
 }
 
 TEST_F(Calculation, refuses_in_place_what_is_no_value) {
-    change([](Document& d) { d.exp.points[0] = {.T = 250, .p = 80}; });
+    change([](Document& d) { d.exp.points.edit()[0] = {.T = 250, .p = 80}; });
     start(Mode::functions);
     const QWidget* window = input();
     const QSize usual = window->parentWidget()->size();
@@ -319,12 +319,12 @@ TEST_F(Calculation, a_typed_box_is_told_until_it_is_calculated) {
     QTest::keyClicks(input()->par[0], QStringLiteral("300"));
     EXPECT_FALSE(input()->has_uncalculated_input());
     // Values from elsewhere stand in the boxes, unless others are being typed.
-    change([](Document& d) { d.exp.points[0].T = 323; });
+    change([](Document& d) { d.exp.points.edit()[0].T = 323; });
     EXPECT_EQ(input()->par[0]->text().toStdString(), "323");
     EXPECT_FALSE(input()->has_uncalculated_input());
     input()->par[1]->selectAll();
     QTest::keyClicks(input()->par[1], QStringLiteral("7"));
-    change([](Document& d) { d.exp.points[0].T = 330; });
+    change([](Document& d) { d.exp.points.edit()[0].T = 330; });
     EXPECT_EQ(input()->par[0]->text().toStdString(), "323");
     EXPECT_TRUE(input()->has_uncalculated_input());
 }
@@ -460,7 +460,7 @@ TEST_F(Calculation, a_cancelled_input_leaves_the_document_as_it_was) {
         d.calc.CalcMode = Mode::functions;
         d.calc.setup = {
             .GlobalCalc = true, .BensonRhoL = false, .RhoLWanted = true, .benson = {250, 200, 500, 4}};
-        d.exp.points[0] = {.T = 310, .p = 200};
+        d.exp.points.edit()[0] = {.T = 310, .p = 200};
     });
     const Document before = document();
     const auto leave = [&] {

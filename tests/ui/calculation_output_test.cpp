@@ -48,7 +48,7 @@ class Output : public WindowDriver {
         change([&](Document& d) {
             d.calc.CalcMode = mode;
             const auto single = static_cast<float>(rho);
-            d.exp.points[0] = {.T = T, .p = p, .rhoV = single, .rhoL = single};
+            d.exp.points.edit()[0] = {.T = T, .p = p, .rhoV = single, .rhoL = single};
         });
     }
     void enter_tank(Mode mode, double m, double T) {
@@ -143,11 +143,11 @@ TEST_F(Output, steps_through_the_data_points) {
     change([](Document& d) {
         d.options.BatchMode = true;
         d.calc.CalcMode = Mode::T_p;
-        d.exp.points.resize(5);
+        d.exp.points.edit().resize(5);
         for (std::size_t i = 1; i <= 4; ++i)
-            d.exp.points[i] = {.T = 300.0 + static_cast<double>(i), .p = 500.0};
-        d.exp.points[1].Aus = -1;
-        d.exp.points[3].Aus = -1;
+            d.exp.points.edit()[i] = {.T = 300.0 + static_cast<double>(i), .p = 500.0};
+        d.exp.points.edit()[1].Aus = -1;
+        d.exp.points.edit()[3].Aus = -1;
     });
     frmQCalcOut* window = open();
     const auto title = [&] { return window->fraBatchVorgabe->title().toStdString(); };
@@ -168,7 +168,7 @@ TEST_F(Output, steps_through_the_data_points) {
     EXPECT_EQ(outcomes[4]->phase, PhaseWord::V);
     EXPECT_FALSE(outcomes[3]) << "a point that is marked as deleted is not calculated";
     change([](Document& d) {
-        for (TpRhoPoint& point : d.exp.points) point.Aus = -1;
+        for (TpRhoPoint& point : d.exp.points.edit()) point.Aus = -1;
     });
     EXPECT_FALSE(frmQCalcOut(frame.bench()).loaded());
     EXPECT_THAT(messages.take(),

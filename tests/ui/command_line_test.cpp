@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <cstdlib>
 
+#include "support/test_paths.h"
 #include "ui/main/command_line.h"
 
 namespace quom {
@@ -28,7 +29,7 @@ Ended quom_run(const std::string& before, const std::string& words) {
     const QTemporaryDir folder;
     const std::string at = folder.path().toStdString();
     const int code = std::system(("cd '" + at + "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " +
-                                  before + " timeout 60 '" QUOM_PROGRAM "' " + words + " >out 2>err")
+                                  before + " timeout 60 '" + test::program() + "' " + words + " >out 2>err")
                                      .c_str());
     const auto text = [&](const char* name) {
         QFile file(folder.filePath(QLatin1String(name)));

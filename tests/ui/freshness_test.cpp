@@ -69,14 +69,14 @@ constexpr FieldChange Fields[] = {
     {"Englisch", [](Document& d) { d.options.Englisch = !d.options.Englisch; }},
     {"BatchMode",
      [](Document& d) {
-         d.exp.points.resize(3);
-         d.exp.points[1] = {.T = 310.0, .p = 400.0};
+         d.exp.points.edit().resize(3);
+         d.exp.points.edit()[1] = {.T = 310.0, .p = 400.0};
          d.options.BatchMode = true;
      }},
     {"Dens", [](Document& d) { d.options.Dens = 100; }},
-    {"point 0, T", [](Document& d) { d.exp.points[0].T = 390.0; }},
-    {"point 0, p", [](Document& d) { d.exp.points[0].p = 5000.0; }},
-    {"point 0, rho", [](Document& d) { d.exp.points[0].rhoV = 50.0F; }},
+    {"point 0, T", [](Document& d) { d.exp.points.edit()[0].T = 390.0; }},
+    {"point 0, p", [](Document& d) { d.exp.points.edit()[0].p = 5000.0; }},
+    {"point 0, rho", [](Document& d) { d.exp.points.edit()[0].rhoV = 50.0F; }},
     {"CalcMode", [](Document& d) { d.calc.CalcMode = Mode::T_rho; }},
     {"CalcMode, refused", [](Document& d) { d.calc.CalcMode = Mode::equilibrium_T; }},
     {"GlobalCalc", [](Document& d) { d.calc.setup.GlobalCalc = !d.calc.setup.GlobalCalc; }},
@@ -92,7 +92,7 @@ constexpr FieldChange Fields[] = {
     {"tank T", [](Document& d) { d.calc.tank.T = 320.0F; }},
     {"CurrentPoint",
      [](Document& d) {
-         d.exp.points.resize(2);
+         d.exp.points.edit().resize(2);
          d.calc.CurrentPoint = 1;
      }},
     {"ExtLevel", [](Document& d) { d.calc.ExtLevel = 4; }},
@@ -116,7 +116,7 @@ class Freshness : public WindowDriver {
         change([mode](Document& d) {
             d.calc.CalcMode = mode;
             d.calc.tank = {.m = 100, .V = 1, .T = 300};
-            d.exp.points[0] = {.T = 400.0, .p = 6000.0, .rhoV = 100.0F};
+            d.exp.points.edit()[0] = {.T = 400.0, .p = 6000.0, .rhoV = 100.0F};
         });
         auto* window = new frmQCalcOut(frame.bench());
         frame.open_child(window, window->sizeHint(), Sizing::free);
@@ -246,8 +246,8 @@ TEST_F(Freshness, what_needs_the_user_is_marked) {
 
     // Values that come from elsewhere.
     change([](Document& d) {
-        d.exp.points.resize(2);
-        d.exp.points[1] = {.T = 310.0, .p = 400.0};
+        d.exp.points.edit().resize(2);
+        d.exp.points.edit()[1] = {.T = 310.0, .p = 400.0};
         d.options.BatchMode = true;
     });
     EXPECT_THAT(strip(), HasSubstr("the values are to come from the data points now"));

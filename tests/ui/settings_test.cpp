@@ -190,7 +190,7 @@ TEST_F(Settings, manual_virial_constants_survive_the_comparison) {
         d.models.EOSKode = Eos::virial_manual;
         d.models.Konzept = false;
         d.eos_input = typed_in;
-        d.exp.points[0] = {.T = 300};
+        d.exp.points.edit()[0] = {.T = 300};
         d.calc.CalcMode = Mode::virial;
     });
     const Outcome& outcome = calculate(session(), 0);

@@ -258,7 +258,7 @@ TEST_F(SubstanceWindow, escape_goes_to_the_list_and_then_out_with_nothing_change
 }
 
 TEST_F(SubstanceWindow, a_new_substance_asks_what_becomes_of_the_data) {
-    change([](Document& d) { d.exp.points.resize(3); });
+    change([](Document& d) { d.exp.points.edit().resize(3); });
     messages.answers = {Answer::no};
     choose_substance("Propane");
     EXPECT_THAT(

@@ -19,6 +19,7 @@
 
 #include "forms/shell.h"
 #include "support/queued_messages.h"
+#include "support/test_paths.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/widgets/dialogs.h"
 
@@ -50,7 +51,7 @@ class WindowDriver : public ::testing::Test {
  protected:
     WindowDriver() : frame(folder.path().toStdString()) {
         for (const char* name : {"quom.q07", "SYNOM7.TXT", "marks.csv"})
-            QFile::copy(QStringLiteral(QUOM_STARTER_DATA "/") + QLatin1String(name),
+            QFile::copy(QString::fromStdString(test::starter_data()) + QLatin1Char('/') + QLatin1String(name),
                         folder.filePath(QLatin1String(name)));
         auto queued = std::make_unique<QueuedDialogs>();
         dialogs = queued.get();
