@@ -55,8 +55,11 @@ CommandLine read_command_line(const QStringList& arguments) {
         QStringLiteral("screenshots"),
         QStringLiteral("Pictures of every window into a folder; needs no display."), QStringLiteral("DIR"));
     QCommandLineOption pictures(QStringLiteral("pictures"), {}, QStringLiteral("DIR"));
-    pictures.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({help, version, folder, trace, screenshots, pictures});
+    QCommandLineOption size(QStringLiteral("picture-size"), {}, QStringLiteral("WIDTHxHEIGHT"),
+                            QStringLiteral("1360x900"));
+    for (QCommandLineOption* internal : {&pictures, &size})
+        internal->setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOptions({help, version, folder, trace, screenshots, pictures, size});
     parser.addPositionalArgument(QStringLiteral("PROJECT"),
                                  QStringLiteral("Project *.QC6 that is loaded at the start."));
     if (!parser.parse(arguments)) {
@@ -69,6 +72,8 @@ CommandLine read_command_line(const QStringList& arguments) {
     line.program_folder = parser.value(folder).toStdString();
     line.screenshots = parser.value(screenshots).toStdString();
     line.pictures = parser.value(pictures).toStdString();
+    const QStringList sides = parser.value(size).split(QLatin1Char('x'));
+    line.picture_size = {sides.first().toInt(), sides.last().toInt()};
     line.trace_start = parser.isSet(trace);
     for (const QString& word : parser.positionalArguments()) line.project.push_back(word.toStdString());
     return line;

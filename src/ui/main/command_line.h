@@ -1,5 +1,6 @@
 // The command line of quom, read before there is a window or a display.
 #pragma once
+#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -11,7 +12,8 @@ namespace quom {
 struct CommandLine {
     std::string program_folder;
     std::string screenshots;  // pictures of every window into this folder, without a display
-    std::string pictures;     // one run for them
+    std::string pictures;     // one run for them, with the main window in picture_size
+    QSize picture_size;
     bool trace_start = false;
     std::vector<std::string> project;  // the rest: one path, also in several words
 

@@ -77,7 +77,8 @@ int main(int argc, char** argv) {
     QTimer::singleShot(0, &frame, [&] {
         trace("ready");
         if (!arguments.pictures.empty()) {
-            const int taken = quom::take_screenshots(frame, QString::fromStdString(arguments.pictures));
+            const int taken = quom::take_screenshots(frame, QString::fromStdString(arguments.pictures),
+                                                     arguments.picture_size);
             std::printf("%d pictures in %s\n", taken, arguments.pictures.c_str());
             frame.close();
             return;

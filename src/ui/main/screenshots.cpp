@@ -159,13 +159,15 @@ constexpr Step Steps[] = {
     {"help", [](mdiQUOM& f) { f.show_help(62); }},
 };
 
-// One run: a folder of pictures at a scale and in a theme.
+// One run: a folder of pictures at a scale, in a theme, with a size of the main window.
 struct PictureRun {
-    const char *folder, *scale, *theme;
+    const char *folder, *scale, *theme, *size;
 };
-constexpr PictureRun Runs[] = {{"100", "1", "light"}, {"200", "2", "light"}, {"dark", "1", "dark"}};
-
-constexpr QSize PictureSize(1360, 900);
+constexpr PictureRun Runs[] = {{"100", "1", "light", "1360x900"},
+                               {"200", "2", "light", "1360x900"},
+                               {"dark", "1", "dark", "1360x900"},
+                               {"1024", "1", "light", "1024x768"},
+                               {"1280", "1", "dark", "1280x820"}};
 
 // A screen without a display that holds the main window at any of the scales.
 constexpr const char* Screen =
@@ -174,12 +176,12 @@ constexpr const char* Screen =
 
 }  // namespace
 
-int take_screenshots(mdiQUOM& frame, const QString& folder) {
+int take_screenshots(mdiQUOM& frame, const QString& folder, const QSize& size) {
     if (!QDir().mkpath(folder)) return 0;
     DefaultAnswers answers;
     Messages& before = frame.bench().messages();
     frame.bench().listen(answers);
-    frame.resize(PictureSize);
+    frame.resize(size);
     int written = 0;
     QSet<QString> seen;  // windows with a picture of their own
     for (const Step& step : Steps) {
@@ -226,7 +228,8 @@ int screenshot_runs(const QString& program, const QStringList& others, const QSt
         process.setProcessEnvironment(environment);
         process.setProcessChannelMode(QProcess::ForwardedChannels);
         process.start(program, QStringList{QStringLiteral("--pictures"),
-                                           QDir(folder).filePath(QLatin1String(run.folder))} +
+                                           QDir(folder).filePath(QLatin1String(run.folder)),
+                                           QStringLiteral("--picture-size"), QLatin1String(run.size)} +
                                    others);
         if (!process.waitForFinished(300000) || process.exitCode() != 0) return 3;
     }
