@@ -202,15 +202,15 @@ TEST(DataPoints, one_inactive_point_is_skipped) {
     ExperimentalData data;
     EXPECT_EQ(data_point_count(data), 0);
     EXPECT_EQ(first_active_point(data), 0);
-    data.points.resize(6);
-    data.points[1].Aus = data.points[3].Aus = data.points[4].Aus = -1;
+    data.points.edit().resize(6);
+    for (const std::size_t inactive : {1u, 3u, 4u}) data.points.edit()[inactive].Aus = -1;
     EXPECT_EQ(data_point_count(data), 5);
     EXPECT_EQ(first_active_point(data), 2);
     EXPECT_EQ(stepped_point(data, 2, 1), 4) << "a second one is not skipped";
     EXPECT_EQ(stepped_point(data, 4, 1), 5);
     EXPECT_EQ(stepped_point(data, 5, 1), 5);
     EXPECT_EQ(stepped_point(data, 2, -1), 2) << "nothing before it";
-    for (TpRhoPoint& point : data.points) point.Aus = -1;
+    for (TpRhoPoint& point : data.points.edit()) point.Aus = -1;
     EXPECT_EQ(first_active_point(data), 0);
 }
 
