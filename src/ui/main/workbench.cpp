@@ -1,0 +1,17 @@
+#include "ui/main/workbench.h"
+
+namespace quom {
+
+void Workbench::tell_moved(const History::Move& move, const char* word) {
+    if (!move.fault.empty()) {
+        tell({.title = "Execution not possible",
+              .text = move.sentence + "\n\n" + move.fault + "\nNothing was changed.",
+              .kind = MessageKind::warning});
+        return;
+    }
+    if (!move.done) return;
+    emit changed(move.changes);
+    emit moved(QLatin1String(word) + QString::fromStdString(move.sentence));
+}
+
+}  // namespace quom
