@@ -313,7 +313,10 @@ History::Move History::move(Session& session, std::deque<Step>& from, std::deque
         result.fault = std::move(database.fault);
         return result;
     }
-    if (!step.project) take_project(session.shell, target.shell);
+    ShellState shell = session.shell;
+    take_confirmation(target.shell, shell);
+    if (step.project) take_project(target.shell, shell);
+    target.shell = std::move(shell);
     if (database.opened) session.names.reset();
     session.database = std::move(database.file);
     session.StoffIndex = target.StoffIndex;

@@ -2,7 +2,17 @@
 
 namespace quom {
 
-void Workbench::tell_moved(const History::Move& move, const char* word) {
+void Workbench::undo() {
+    const Document before = document();
+    tell_moved(before, history.undo(session), "Undone: ");
+}
+
+void Workbench::redo() {
+    const Document before = document();
+    tell_moved(before, history.redo(session), "Done again: ");
+}
+
+void Workbench::tell_moved(const Document& before, const History::Move& move, const char* word) {
     if (!move.fault.empty()) {
         tell({.title = "Execution not possible",
               .text = move.sentence + "\n\n" + move.fault + "\nNothing was changed.",
@@ -10,6 +20,7 @@ void Workbench::tell_moved(const History::Move& move, const char* word) {
         return;
     }
     if (!move.done) return;
+    emit moving(before);
     emit changed(move.changes);
     emit moved(QLatin1String(word) + QString::fromStdString(move.sentence));
 }

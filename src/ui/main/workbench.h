@@ -43,8 +43,8 @@ class Workbench : public QObject {
     }
 
     // One step back or forth; everybody hears of it, and the sentence of what was done.
-    void undo() { tell_moved(history.undo(session), "Undone: "); }
-    void redo() { tell_moved(history.redo(session), "Done again: "); }
+    void undo();
+    void redo();
 
     // Tells of boxes of the calculation in hand that differ from the document: which of them, in words;
     // empty: they agree again.
@@ -58,10 +58,11 @@ class Workbench : public QObject {
  signals:
     void changed(const quom::Changes& changes);
     void typed(const QString& what);
-    void moved(const QString& sentence);  // by undo or redo
+    void moving(const quom::Document& before);  // undo or redo is about to tell of its change
+    void moved(const QString& sentence);        // ... and what it has done
 
  private:
-    void tell_moved(const History::Move& move, const char* word);
+    void tell_moved(const Document& before, const History::Move& move, const char* word);
 
     Messages* messages_;
     QString typed_;
