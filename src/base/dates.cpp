@@ -9,13 +9,14 @@
 namespace quom {
 namespace {
 
+std::string digits(int value, std::size_t width) {
+    const std::string text = std::to_string(value);
+    return std::string(width - std::min(width, text.size()), '0') + text;
+}
+
 std::string date_text(std::time_t time) {
     std::tm parts{};
     if (localtime_r(&time, &parts) == nullptr) return {};
-    const auto digits = [](int value, std::size_t width) {
-        const std::string text = std::to_string(value);
-        return std::string(width - std::min(width, text.size()), '0') + text;
-    };
     return digits(parts.tm_year + 1900, 4) + "-" + digits(parts.tm_mon + 1, 2) + "-" +
            digits(parts.tm_mday, 2);
 }
@@ -23,6 +24,13 @@ std::string date_text(std::time_t time) {
 }  // namespace
 
 std::string today_text() { return date_text(std::time(nullptr)); }
+
+std::string now_text() {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    if (localtime_r(&now, &parts) == nullptr) return {};
+    return date_text(now) + ' ' + digits(parts.tm_hour, 2) + ':' + digits(parts.tm_min, 2);
+}
 
 std::string file_date_text(const std::string& path) {
     std::error_code ec;

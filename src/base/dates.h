@@ -6,6 +6,8 @@ namespace quom {
 
 // Today's date in local time, "2026-11-21".
 std::string today_text();
+// ... and time of the day, "2026-11-21 05:40".
+std::string now_text();
 // Date on which a file was last written; empty when there is no such file.
 std::string file_date_text(const std::string& path);
 

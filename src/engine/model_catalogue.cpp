@@ -250,6 +250,12 @@ std::string missing_constants(const SubstanceConstants& substance, Eos code) {
     return missing.empty() ? missing : "the record has no " + missing;
 }
 
+std::string eos_name(Eos code) {
+    const std::string_view text = trim(eos_info(code).text);
+    constexpr std::string_view kind = "CEOS ";
+    return std::string(text.starts_with(kind) ? text.substr(kind.size()) : text);
+}
+
 std::string ModelStatus(const ModelSelection& models) {
     const std::string_view name =
         models.Konzept ? eos_info(models.EOSKode).text : evp_info(models.EVPKode).text;

@@ -72,6 +72,8 @@ bool warns_of_omega(const SubstanceConstants& substance, const ModelSelection& m
 bool has_critical_data(const SubstanceConstants& substance);
 // Why a substance does not offer an equation of state: "the record has no T(cr), omega"; empty when it does.
 std::string missing_constants(const SubstanceConstants& substance, Eos code);
+// "Peng / Robinson": the name of an equation of state without the kind of equation where that is a cubic.
+std::string eos_name(Eos code);
 // "CEOS Peng / Robinson (GLOBAL concept)", "Wagner (MDB equ.) (PARTIAL concept)".
 std::string ModelStatus(const ModelSelection& models);
 

@@ -1,15 +1,12 @@
 #include "forms/freshness.h"
 
-#include "base/code_page.h"
-#include "base/number_text.h"
 #include "forms/calculation_form.h"
 #include "forms/shell.h"
 #include "report/basis_line.h"
+#include "session/document_words.h"
 
 namespace quom {
 namespace {
-
-std::string trimmed(std::string_view text) { return std::string(trim(text)); }
 
 std::string shown_models(const ShownResult& shown) {
     return "Shown: " + shown.fluid->substance.StoffName + ", " + eos_name(shown.fluid->models.EOSKode) + ". ";
@@ -53,19 +50,13 @@ StaleWords typed_words(const std::string& typed, const std::string& shown) {
 }
 
 std::string model_change(const ModelForm& form, const Document& document) {
-    const ModelSelection& now = form.models;
-    const ModelSelection& before = document.models;
-    if (now.EOSKode != before.EOSKode) return "the equation of state was changed to " + eos_name(now.EOSKode);
-    if (form.eos_input != document.eos_input) return "the constants of the equation of state were changed";
-    if (now.Konzept != before.Konzept)
-        return std::string("the concept was changed to ") + (now.Konzept ? "GLOBAL" : "PARTIAL");
-    if (now.EVPKode != before.EVPKode)
-        return "the vapor pressure equation was changed to " + trimmed(evp_info(now.EVPKode).text);
-    if (now.HLVKode != before.HLVKode)
-        return "delta(LV)h was changed to " + trimmed(hlv_info(now.HLVKode).text);
-    if (now.cpKode != before.cpKode) return "cp(idG) was changed to " + trimmed(cp_info(now.cpKode).text);
-    if (now.nWat != before.nWat) return "the Watson exponent was changed to " + genNum(now.nWat);
-    return {};
+    Document chosen = document;
+    chosen.models = form.models;
+    chosen.eos_input = form.eos_input;
+    const FieldWords* field = changed_field(DocumentPart::models, document, chosen);
+    if (!field) return {};
+    const std::string name = std::string(field->article) + std::string(field->name);
+    return field->several ? name + " were changed" : name + " was changed to " + field->text(chosen);
 }
 
 }  // namespace quom

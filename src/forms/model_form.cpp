@@ -100,6 +100,21 @@ ModelForm open_model_form(const Document& document) {
     return form;
 }
 
+ModelForm confirmed_model_form(const Document& document) {
+    ModelForm form = open_model_form(document);
+    const ModelSelection& models = document.models;
+    const std::pair<ModelList*, int> lists[] = {{&form.EOSKombi, number_of(models.EOSKode)},
+                                                {&form.pkombi, number_of(models.EVPKode)},
+                                                {&form.HLVKombi, number_of(models.HLVKode)},
+                                                {&form.cpKombi, number_of(models.cpKode)}};
+    for (const auto& [list, code] : lists)
+        if (!list->entries.empty() && !list->offers(code)) return form;
+    for (const auto& [list, code] : lists) select(*list, code);
+    form.models = models;
+    form.watson_selected = selected_watson(form.WatsonKombi, models.nWat);
+    return form;
+}
+
 bool differs(const ModelForm& form, const Document& document) {
     return form.models != document.models || form.eos_input != document.eos_input;
 }

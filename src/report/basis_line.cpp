@@ -1,6 +1,5 @@
 #include "report/basis_line.h"
 
-#include "base/code_page.h"
 #include "calc/state_words.h"
 #include "engine/ideal_gas.h"
 #include "report/report.h"
@@ -26,12 +25,6 @@ std::string reference_part(const Fluid& fluid) {
 }
 
 }  // namespace
-
-std::string eos_name(Eos code) {
-    const std::string_view text = trim(eos_info(code).text);
-    constexpr std::string_view kind = "CEOS ";
-    return std::string(text.starts_with(kind) ? text.substr(kind.size()) : text);
-}
 
 std::string basis_line(const Fluid& fluid) {
     std::string line = fluid.substance.StoffName + Separator + models_part(fluid.models) + Separator;

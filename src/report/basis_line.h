@@ -3,14 +3,12 @@
 #include <string>
 
 #include "engine/fluid.h"
+#include "engine/model_catalogue.h"
 
 namespace quom {
 
 // "Propane · Peng / Robinson, GLOBAL concept · h = s = 0 at 298.15 K, 101.325 kPa, ideal gas · cp(idG):
 // sinh/cosh".
 std::string basis_line(const Fluid& fluid);
-
-// "Peng / Robinson": the name of an equation of state without the kind of equation where that is a cubic.
-std::string eos_name(Eos code);
 
 }  // namespace quom

@@ -237,6 +237,9 @@ TEST_F(Freshness, what_needs_the_user_is_marked) {
     EXPECT_THAT(strip(), HasSubstr("Shown: Propane, Peng / Robinson."));
     EXPECT_EQ(text(window->Liste), list) << "what is shown stays to be read";
     EXPECT_NE(window->Liste->palette().color(QPalette::Text), QApplication::palette().color(QPalette::Text));
+    for (const QLabel* head : {window->lblLphase, window->lblVphase})
+        EXPECT_NE(head->palette().color(QPalette::WindowText),
+                  QApplication::palette().color(QPalette::WindowText));
     EXPECT_THAT(window->footer->text().toStdString(), HasSubstr("Peng / Robinson, GLOBAL concept"));
     EXPECT_FALSE(frame.child<frmCEOSDiagnose>()->stale->reason().isEmpty());
     press(window->strip, "cmdCalculateAgain");

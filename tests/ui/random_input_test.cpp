@@ -51,6 +51,10 @@ class RandomInput : public WindowDriver {
                                            Qt::Key_Right,  Qt::Key_Delete, Qt::Key_Home, Qt::Key_End,
                                            Qt::Key_F1,     Qt::Key_0,      Qt::Key_9,    Qt::Key_Comma,
                                            Qt::Key_Minus,  Qt::Key_E,      Qt::Key_P,    Qt::Key_Backspace};
+        if (pick(25) == 0)
+            return QTest::keyClick(w, Qt::Key_Z,
+                                   pick(3) == 0 ? Qt::ControlModifier | Qt::ShiftModifier
+                                                : Qt::KeyboardModifiers(Qt::ControlModifier));
         QTest::keyClick(w, keys[pick(std::size(keys))]);
     }
 

@@ -12,6 +12,7 @@
 #include "ui/look/look.h"
 #include "ui/main/command_line.h"
 #include "ui/main/mdiQUOM.h"
+#include "ui/main/recovery_keeper.h"
 #include "ui/main/screenshots.h"
 #include "ui/windows/frmPhantom.h"
 
@@ -74,6 +75,7 @@ int main(int argc, char** argv) {
     frame.start(quom::command_line_project(arguments.project));
     splash.close();
     trace("start-up");
+    quom::RecoveryKeeper keeper(frame, folder.path);
     QTimer::singleShot(0, &frame, [&] {
         trace("ready");
         if (!arguments.pictures.empty()) {
@@ -83,7 +85,10 @@ int main(int argc, char** argv) {
             frame.close();
             return;
         }
+        keeper.begin();
         offer_starter_update(quom::find_starter_update(places, folder.path), frame.bench().messages());
     });
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    keeper.leave();
+    return status;
 }

@@ -1,5 +1,6 @@
 #include "ui/main/mdiQUOM.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLocale>
 #include <QMdiSubWindow>
@@ -35,6 +36,7 @@ namespace quom {
 namespace {
 
 constexpr QSize FirstSize(1280, 820), LeastSize(960, 640);
+constexpr int MessageTime = 8000;  // of what the status bar tells [ms]
 
 }  // namespace
 
@@ -52,6 +54,9 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     connect(bench_.get(), &Workbench::changed, this, [this](const Changes& changes) {
         if (changes.substance) remember_substance(*bench_);
     });
+    connect(bench_.get(), &Workbench::moving, this, &mdiQUOM::leave_windows_of);
+    connect(bench_.get(), &Workbench::moved, this,
+            [this](const QString& sentence) { statusBar()->showMessage(sentence, MessageTime); });
     area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
     setCentralWidget(area);
     places_ = new WindowPlaces(*area, bench_->memory);
@@ -137,6 +142,7 @@ void mdiQUOM::build_status_bar() {
 void mdiQUOM::start(const std::string& project) {
     const std::string ProgramPath = session().ProgramPath;
     start_session(session(), ProgramPath, QLocale::system().decimalPoint() == QStringLiteral(","));
+    bench_->history.start(session());
     refresh();
     start_page->focus_first();
     if (!project.empty()) load_project(*this, project);
@@ -146,6 +152,7 @@ void mdiQUOM::start(const std::string& project) {
 void mdiQUOM::refresh() {
     const Session& s = session();
     menus_->refresh();
+    show_steps();
     const bool substance = fulfilled(s, Needs::substance);
     txtAmpel->SetzeAmpel(substance ? DatenSituation(s.substance()).AmpelStufe : 0);
     diagnose_shown_->setVisible(substance);
@@ -156,6 +163,30 @@ void mdiQUOM::refresh() {
     area->set_hint(QString::fromStdString(next_step_hint(s)));
     start_page->refresh();
     share_status_bar();
+}
+
+void mdiQUOM::show_steps() {
+    const auto show = [this](const char* name, const char* word, const std::string& sentence) {
+        QAction* action = menus_->action(QLatin1String(name));
+        const QString text = QString::fromStdString(sentence).replace(QLatin1Char('&'), QStringLiteral("&&"));
+        action->setText(QLatin1String(word) + (text.isEmpty() ? text : QStringLiteral(": ") + text));
+        action->setEnabled(!text.isEmpty());
+    };
+    show("mnuUndo", "Undo", bench_->history.undo_sentence(session()));
+    show("mnuRedo", "Redo", bench_->history.redo_sentence());
+}
+
+// As after the action that leads there by hand: another substance and another concept ask anew what is to be
+// calculated; without a substance there is no window of one.
+void mdiQUOM::leave_windows_of(const Document& before) {
+    const Document& now = bench_->document();
+    if (now.DatabaseKind == 0)
+        unload_windows(Lifetime::database);
+    else if (now.substance.StoffIndexAktiv == 0)
+        unload_session_windows();
+    else if (now.substance != before.substance || now.models.Konzept != before.models.Konzept ||
+             now.models.VPhaseOnly() != before.models.VPhaseOnly())
+        unload_calculation_windows();
 }
 
 void mdiQUOM::share_status_bar() {
@@ -230,6 +261,11 @@ void mdiQUOM::unload_windows(Lifetime longest) {
 }
 
 void mdiQUOM::show_help(int topic) {
+    // A window of its own for a modal one, which would let no other be used; it goes with it.
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        auto* help = modal->findChild<HelpWindow*>(QString(), Qt::FindDirectChildrenOnly);
+        return (help ? help : new HelpWindow(modal))->show_topic(topic);
+    }
     if (!help_) help_ = new HelpWindow(this);
     help_->show_topic(topic);
 }

@@ -86,6 +86,8 @@ class mdiQUOM : public QMainWindow {
     void share_status_bar();
     void opening_calculation_menu();
     void opening_windows_menu();
+    void show_steps();                              // captions of undo and redo
+    void leave_windows_of(const Document& before);  // those that undo or redo took the ground from
 
     std::unique_ptr<Messages> boxes_;
     std::unique_ptr<Workbench> bench_;

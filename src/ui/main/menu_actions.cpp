@@ -84,6 +84,9 @@ void start_unit_converter(mdiQUOM& frame, int) {
                                               : "file Konv3X.EXE not found in the directory QUOM");
 }
 
+void undo_step(mdiQUOM& frame, int) { frame.bench().undo(); }
+void redo_step(mdiQUOM& frame, int) { frame.bench().redo(); }
+
 void show_help_topic(mdiQUOM& frame, int topic) { frame.show_help(topic); }
 
 void show_help_note(mdiQUOM& frame, int) {

@@ -23,6 +23,8 @@ void take_substance(mdiQUOM& frame, int index);
 void open_models(mdiQUOM& frame, int);
 void show_eos_parameters(mdiQUOM& frame, int);
 void start_unit_converter(mdiQUOM& frame, int);
+void undo_step(mdiQUOM& frame, int);
+void redo_step(mdiQUOM& frame, int);
 void show_help_topic(mdiQUOM& frame, int topic);
 void show_help_note(mdiQUOM& frame, int);
 void show_version(mdiQUOM& frame, int);

@@ -125,12 +125,14 @@ void PaletteEntries::add_menu_entries(const mdiMenus& menus) {
         const QAction* action = menus.action(QString::fromStdString(name));
         if (!action || action->isSeparator() || action->menu() || parents.contains(name)) continue;
         const MenuRow* parent = above(rows, row);
+        std::string reason = reason_of(frame_.session(), row.action, row.needs);
+        if (reason.empty() && !action->isEnabled()) reason = "there is no step";
         entries_.push_back({.kind = kind_of(rows, row),
                             .id = std::string(MenuPrefix) + name,
                             .text = words(action->text()),
                             .detail = parent && parent->parent[0] ? words(QString::fromUtf8(parent->caption))
                                                                   : std::string(),
-                            .reason = reason_of(frame_.session(), row.action, row.needs)});
+                            .reason = std::move(reason)});
     }
     // Buttons that no entry of a menu stands for.
     for (const ToolRow& row : tool_rows()) {

@@ -1,5 +1,5 @@
-// The keys of the whole program: Ctrl+K finds, F5 calculates, Ctrl+O opens a database, Ctrl+, the options, F1
-// the help on the window in front.
+// The keys of the whole program: Ctrl+K finds, F5 calculates, Ctrl+O opens a database, Ctrl+, the options,
+// Ctrl+Z and Ctrl+Shift+Z undo and redo, F1 the help on the window in front.
 #pragma once
 
 namespace quom {

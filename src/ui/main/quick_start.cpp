@@ -66,7 +66,7 @@ void remember_substance(Workbench& bench) {
 bool use_database(mdiQUOM& frame, int kind, const std::string& path) {
     if (!open_picked_database(frame.session(), kind, path, frame.bench().messages())) return false;
     frame.unload_windows(Lifetime::database);
-    frame.refresh();
+    frame.bench().announce({.substance = true});
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include <QObject>
 
 #include "base/messages.h"
+#include "session/history.h"
 #include "session/session.h"
 #include "ui/main/ui_memory.h"
 
@@ -15,6 +16,7 @@ class Workbench : public QObject {
         : QObject(parent), messages_(&messages) {}
 
     Session session;
+    History history;  // the steps of undo
     UiMemory memory;  // what the windows remember; nothing is kept after the program until a file is given
     const Document& document() const { return session.document; }
     const Fluid& fluid() const { return *session.fluid; }
@@ -28,15 +30,21 @@ class Workbench : public QObject {
     void commit(Document document) { announce(quom::commit(session, std::move(document))); }
     // Tells of a change that a form has committed by itself.
     void announce(const Changes& changes) {
-        if (changes.any()) emit changed(changes);
+        if (!changes.any()) return;
+        history.record(session);
+        emit changed(changes);
     }
 
     // Tells of models that were chosen, or confirmed.
     void announce_models() {
         Changes changes;
         changes.models = true;
-        emit changed(changes);
+        announce(changes);
     }
+
+    // One step back or forth; everybody hears of it, and the sentence of what was done.
+    void undo();
+    void redo();
 
     // Tells of boxes of the calculation in hand that differ from the document: which of them, in words;
     // empty: they agree again.
@@ -50,8 +58,12 @@ class Workbench : public QObject {
  signals:
     void changed(const quom::Changes& changes);
     void typed(const QString& what);
+    void moving(const quom::Document& before);  // undo or redo is about to tell of its change
+    void moved(const QString& sentence);        // ... and what it has done
 
  private:
+    void tell_moved(const Document& before, const History::Move& move, const char* word);
+
     Messages* messages_;
     QString typed_;
 };

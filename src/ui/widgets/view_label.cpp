@@ -91,6 +91,14 @@ void ColumnHeads::resizeEvent(QResizeEvent*) { place(); }
 void ColumnHeads::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange) place();
+    if (event->type() == QEvent::ApplicationPaletteChange) set_stale(stale_);
+}
+
+void ColumnHeads::set_stale(bool stale) {
+    stale_ = stale;
+    QPalette palette;
+    if (stale) palette.setColor(QPalette::WindowText, look_colour(LookColour::Hint));
+    for (QLabel* label : {L, V}) label->setPalette(palette);
 }
 
 void ColumnHeads::place() {

@@ -37,6 +37,7 @@ class ColumnHeads : public QWidget {
     ColumnHeads(QPlainTextEdit* list, QWidget* parent = nullptr);
     QLabel* L;
     QLabel* V;
+    void set_stale(bool stale);  // in the colour of results that are not up to date
     QSize sizeHint() const override;
 
  protected:
@@ -46,6 +47,7 @@ class ColumnHeads : public QWidget {
  private:
     void place();
     QPlainTextEdit* list_;
+    bool stale_ = false;
 };
 
 // Shows a text of the view in a result box.

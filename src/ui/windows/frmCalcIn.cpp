@@ -63,8 +63,25 @@ frmCalcIn::frmCalcIn(Workbench& bench, Mode mode, const CalcSetup& setup, bool d
         finish();
         emit continued(next);
     });
+    connect(&bench_, &Workbench::changed, this, [this](const Changes& changes) {
+        if (changes.fluid()) follow();
+    });
     show_view();
     focus_first();
+}
+
+// Other constants or models: what can be chosen and what is proposed follow from them; the choice between
+// GLOBAL and PARTIAL stays where it can.
+void frmCalcIn::follow() {
+    if (input_open_) {
+        emit reference_input(false);
+        input_open_ = false;
+    }
+    const bool global = selection_.view.GlobalCalc;
+    selection_ = OpenPartial(bench_.fluid(), selection_.mode, selection_.setup, selection_.diagram_pending);
+    if (selection_.view.opt_glob_enabled && selection_.view.GlobalCalc != global)
+        ChooseConcept(bench_.fluid(), selection_, global);
+    show_view();
 }
 
 void frmCalcIn::focus_first() {
@@ -73,25 +90,14 @@ void frmCalcIn::focus_first() {
 }
 
 QWidget* frmCalcIn::make_situation() {
-    const PartialView& view = selection_.view;
-    fraSituation =
-        named(new QGroupBox(view.second_title.empty() ? QStringLiteral("GLOBAL or PARTIAL calculation")
-                                                      : shown(view.second_title)),
-              "fraSituation");
+    fraSituation = named(new QGroupBox(QStringLiteral("GLOBAL or PARTIAL calculation")), "fraSituation");
     auto* column = new QVBoxLayout(fraSituation);
     lblAssumption = text_label("lblAssumption", 3);
-    lblAssumption->setText(shown(view.assumption));
     column->addWidget(lblAssumption);
     auto* row = new QHBoxLayout;
     opt_glob = {option("opt_glob", 0, QStringLiteral("GLOBAL calculation")),
                 option("opt_glob", 1, QStringLiteral("PARTIAL calculation"))};
-    for (QRadioButton* button : opt_glob) {
-        row->addWidget(button);
-        // The text of the whole group in place of the choice, where the concept of the models decides.
-        if (view.situation == PartialSituation::partial_concept) button->hide();
-        // With an EOS of the V-phase alone GLOBAL can be pressed, and says why it cannot be had.
-        button->setEnabled(view.opt_glob_enabled || bench_.fluid().VPhaseOnly);
-    }
+    for (QRadioButton* button : opt_glob) row->addWidget(button);
     row->addStretch();
     column->addLayout(row);
     connect(opt_glob[0], &QRadioButton::clicked, this, [this] { choose_concept(true); });
@@ -147,6 +153,16 @@ QWidget* frmCalcIn::make_reference() {
 
 void frmCalcIn::show_view() {
     const PartialView& view = selection_.view;
+    fraSituation->setTitle(view.second_title.empty() ? QStringLiteral("GLOBAL or PARTIAL calculation")
+                                                     : shown(view.second_title));
+    fraSituation->setAccessibleName(fraSituation->title());
+    lblAssumption->setText(shown(view.assumption));
+    for (QRadioButton* button : opt_glob) {
+        // The text of the whole group in place of the choice, where the concept of the models decides.
+        button->setVisible(view.situation != PartialSituation::partial_concept);
+        // With an EOS of the V-phase alone GLOBAL can be pressed, and says why it cannot be had.
+        button->setEnabled(view.opt_glob_enabled || bench_.fluid().VPhaseOnly);
+    }
     opt_glob[view.GlobalCalc ? 0 : 1]->setChecked(true);
     optPartialBenson[view.BensonRhoL ? 0 : 1]->setChecked(true);
     Ref_opt[static_cast<std::size_t>(view.Ref_opt)]->setChecked(true);

@@ -47,6 +47,7 @@ class frmCalcIn : public InputWindow {
     QWidget* make_density();
     QWidget* make_reference();
     void show_view();
+    void follow();  // the fluid changed
     void choose_concept(bool global);
     void choose_reference(int option);
 

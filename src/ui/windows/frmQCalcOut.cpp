@@ -171,6 +171,7 @@ void frmQCalcOut::grey(bool stale) {
     for (ValueBox* box : {par1, par2, txtco2}) box->set_stale(stale);
     for (ViewLabel* label : {co1, Bezeichnung2, lblGleich}) label->set_stale(stale);
     Liste->set_stale(stale);
+    heads_->set_stale(stale);
     table->set_stale(stale);
     show_diagnosis_button();
     cmdInfoSuperCrit->setEnabled(!stale);

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -167,6 +168,7 @@ void frmQModell::connect_controls() {
             changed();
         });
     connect(cmdOKModell, &QPushButton::clicked, this, [this] { confirm(); });
+    connect(&frame_.bench(), &Workbench::changed, this, &frmQModell::follow);
 
     const auto help = [this](QAbstractButton* button, auto topic) {
         connect(button, &QAbstractButton::clicked, this, [this, topic] { frame_.show_help(topic()); });
@@ -191,8 +193,12 @@ void frmQModell::open(mdiQUOM& frame) {
     window->EOSKombi->setFocus();
 }
 
-void frmQModell::fill() {
-    *form_ = open_model_form(frame_.bench().document());
+void frmQModell::fill(bool following) {
+    const Session& s = frame_.session();
+    *form_ =
+        following && s.shell.ModelsConfirmed ? confirmed_model_form(s.document) : open_model_form(s.document);
+    shown_models_ = frame_.bench().document().models;
+    shown_input_ = frame_.bench().document().eos_input;
     setWindowTitle(QString::fromStdString(form_->substance.StoffName + " Calculation Models for "));
     {
         const QSignalBlocker quiet(WatsonKombi);
@@ -230,6 +236,20 @@ void frmQModell::show_next() {
     lblNext->setText(QString::fromStdString(text));
 }
 
+// Models that somebody else put in force. A choice of this window alone is shown already; constants of the
+// substance that differ make all lists anew.
+void frmQModell::follow(const Changes& changes) {
+    if (telling_ || !(changes.substance || changes.models) || !isVisible()) return;
+    const Session& s = frame_.session();
+    if (!fulfilled(s, Needs::substance)) return;
+    const bool confirmed_others = s.shell.ModelsConfirmed && differs(*form_, s.document);
+    if (form_->substance != s.substance() || !(shown_models_ == s.document.models) ||
+        !(shown_input_ == s.document.eos_input) || confirmed_others)
+        fill(true);
+    else
+        show_next();
+}
+
 void frmQModell::changed() {
     lblWatson->setVisible(form_->watson_shown());
     WatsonKombi->setVisible(form_->watson_shown());
@@ -237,6 +257,7 @@ void frmQModell::changed() {
     Workbench& bench = frame_.bench();
     unconfirm_models(bench.session, model_change(*form_, bench.document()));
     frame_.unload("frmCalcIn");  // its questions are those of the former models
+    const QScopedValueRollback own(telling_, true);
     bench.announce_models();
     show_next();
 }
@@ -276,6 +297,9 @@ void frmQModell::confirm() {
     const ModelSelection& now = bench.document().models;
     if (now.Konzept != before.Konzept || now.VPhaseOnly() != before.VPhaseOnly())
         frame_.unload_calculation_windows();
+    shown_models_ = bench.document().models;
+    shown_input_ = bench.document().eos_input;
+    const QScopedValueRollback own(telling_, true);
     bench.announce(ok.changes);
     bench.announce_models();
     show_next();

@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <memory>
 
+#include "engine/models.h"
 #include "ui/widgets/choice_box.h"
 
 class QAbstractButton;
@@ -15,6 +16,7 @@ namespace quom {
 
 class mdiQUOM;
 class ValueBox;
+struct Changes;
 struct ModelForm;
 
 class frmQModell : public QWidget {
@@ -41,18 +43,22 @@ class frmQModell : public QWidget {
  private:
     void build_layout();
     void connect_controls();
-    void fill();        // the form anew from the document
-    void show_form();   // lists, concept and exponent as the form has them
-    void show_next();   // what to do next
-    void changed();     // a selection differs from the confirmed one
-    void take_shown();  // entries of the boxes that are shown and not yet taken
+    void fill(bool following = false);  // the form anew from the document
+    void show_form();                   // lists, concept and exponent as the form has them
+    void show_next();                   // what to do next
+    void changed();                     // a selection differs from the confirmed one
+    void take_shown();                  // entries of the boxes that are shown and not yet taken
     void type_virial_constants();
     void choose_eos(bool left);
     void ask_for_constants();  // once after the manual virial equation was chosen
     void confirm();
+    void follow(const Changes& changes);
 
     mdiQUOM& frame_;
     std::unique_ptr<ModelForm> form_;
+    ModelSelection shown_models_;  // those of the document that the form was filled from
+    EosInput shown_input_;
+    bool telling_ = false;           // of a choice made here
     bool constants_wanted_ = false;  // those of the manual virial equation were not yet asked for
 };
 

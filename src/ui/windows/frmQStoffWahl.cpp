@@ -149,6 +149,9 @@ void frmQStoffWahl::connect_controls() {
         if (!list.head.empty())
             frmQTextEdit::open(frame_, QStringLiteral(" List of synonyms"), list.head, list.synonyms);
     });
+    connect(&frame_.bench(), &Workbench::moved, this, [this] {
+        if (isVisible()) show_database();
+    });
     connect(ESC, &QPushButton::clicked, this, [this] { leave(); });
     connect(StoffOK, &QPushButton::clicked, this, [this] { confirm(); });
 }
