@@ -62,32 +62,26 @@ const std::array<ExpColumn, exp_columns> exp_column_table = {{{"T /", "K", "T"},
                                                               {"delta(LV)h /", "kJ/kmol", "delta(LV)h"},
                                                               {"cp /", "kJ/(kmol K)", "cp"}}};
 
-double exp_value(const TpRhoPoint& point, std::size_t column) {
-    switch (column) {
-        case 0:
-            return point.T;
-        case 1:
-            return point.p;
-        case 2:
-            return static_cast<double>(point.rhoV);
-        case 3:
-            return static_cast<double>(point.rhoL);
-        case 4:
-            return static_cast<double>(point.HLV);
-        default:
-            return static_cast<double>(point.cp);
+std::optional<Document> document_for_new_data(const Session& session, Messages& messages) {
+    if (session.document.substance.StoffIndexAktiv < 1) {
+        messages.ask({.title = "friendly remark",
+                      .text = "first choose a substance or load a project;\n"
+                              "and after that you can view or load exper. data"});
+        return std::nullopt;
     }
-}
-
-void set_exp_value(TpRhoPoint& point, std::size_t column, double value) {
-    if (column == 0)
-        point.T = value;
-    else if (column == 1)
-        point.p = value;
-    else {
-        float* const singles[] = {&point.rhoV, &point.rhoL, &point.HLV, &point.cp};
-        *singles[column - 2] = static_cast<float>(value);
+    Document document = session.document;
+    if (data_point_count(document.exp) > 0) {
+        if (messages.ask({.title = "WARNING",
+                          .text = "Input of new data is expected;\nthe existing data are deleted.\n"
+                                  "Do you want this?",
+                          .buttons = Buttons::yes_no,
+                          .default_button = Answer::no,
+                          .kind = MessageKind::warning}) != Answer::yes)
+            return std::nullopt;
+        clear_points(document.exp);
+        document.calc.CurrentPoint = 0;
     }
+    return document;
 }
 
 std::string broken_exp_rule(std::size_t column, double value) {

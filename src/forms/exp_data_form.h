@@ -9,11 +9,13 @@
 
 #include "fitting/exp_data.h"
 #include "forms/refusal.h"
+#include "session/session.h"
 
 namespace quom {
 
-// T, p, rho(V), rho(L), delta(LV)h, cp: the order of the table and of the boxes.
-inline constexpr std::size_t exp_columns = 6;
+// The document with which the input of new data begins. None: there is no substance, of which the user was
+// told, or the user keeps the existing data.
+std::optional<Document> document_for_new_data(const Session& session, Messages& messages);
 
 struct ExpColumn {
     std::string_view head, unit;  // "rhoV/" over "kg/m^3"
@@ -21,8 +23,6 @@ struct ExpColumn {
 };
 extern const std::array<ExpColumn, exp_columns> exp_column_table;
 
-double exp_value(const TpRhoPoint& point, std::size_t column);
-void set_exp_value(TpRhoPoint& point, std::size_t column, double value);
 // The rule that a number in K, kPa, kg/m^3, kJ/kmol breaks; empty: it can be stored.
 std::string broken_exp_rule(std::size_t column, double value);
 // The text of a cell, in the digits that are stored.

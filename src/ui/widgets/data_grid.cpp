@@ -197,8 +197,8 @@ void DataGrid::set_sizes() {
 
 QSize DataGrid::sizeHint() const {
     const int lines = text_width(*this, 6) + 12;  // 100,000 of them
-    const int width = horizontalHeader()->length() + lines + style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
-                      2 * frameWidth() + 4;
+    const int width = horizontalHeader()->length() + lines +
+                      style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * frameWidth() + 4;
     return {width, QTableView::sizeHint().height()};
 }
 
@@ -279,7 +279,8 @@ void DataGrid::clear_marked() {
     std::vector<GridNumber> numbers;
     for (const QItemSelectionRange& range : selectionModel()->selection())
         for (int line = range.top(); line <= range.bottom(); ++line)
-            for (int column = range.left(); column <= std::min(range.right(), rows_->columnCount() - 2); ++column)
+            for (int column = range.left(); column <= std::min(range.right(), rows_->columnCount() - 2);
+                 ++column)
                 numbers.push_back({line, column, 0});
     if (!numbers.empty()) lines_.write(numbers);
 }

@@ -1,5 +1,6 @@
-// The grid of a data set: a line a point, numbers edited in place, a check box for lines that are off, cells and
-// lines exchanged with spreadsheets. It keeps no data: what it shows and changes is asked of its GridLines.
+// The grid of a data set: a line a point, numbers edited in place, a check box for lines that are off, cells
+// and lines exchanged with spreadsheets. It keeps no data: what it shows and changes is asked of its
+// GridLines.
 #pragma once
 #include <QAbstractTableModel>
 #include <QTableView>

@@ -20,7 +20,8 @@ QFont page_font(QPrinter& printer, const PrintedText& text) {
     for (double size = 10; size > 5; size -= 0.5) {
         font.setPointSizeF(size);
         const double character = QFontMetricsF(font, &printer).horizontalAdvance(QLatin1Char('0'));
-        if (character * static_cast<double>(longest) <= printer.pageRect(QPrinter::DevicePixel).width()) break;
+        if (character * static_cast<double>(longest) <= printer.pageRect(QPrinter::DevicePixel).width())
+            break;
     }
     return font;
 }

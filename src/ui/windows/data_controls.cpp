@@ -52,8 +52,9 @@ QBoxLayout* control_row(std::initializer_list<QWidget*> controls) {
 }
 
 Message removal_question(int first, int last) {
-    const std::string lines = first == last ? "line " + std::to_string(first)
-                                            : "lines " + std::to_string(first) + " to " + std::to_string(last);
+    const std::string lines = first == last
+                                  ? "line " + std::to_string(first)
+                                  : "lines " + std::to_string(first) + " to " + std::to_string(last);
     return {.title = "WARNING",
             .text = lines + " really remove?",
             .buttons = Buttons::yes_no,

@@ -9,12 +9,10 @@
 #include <QRadioButton>
 #include <algorithm>
 
-#include "base/files.h"
-#include "session/data_files.h"
 #include "ui/main/beside.h"
+#include "ui/main/data_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
-#include "ui/widgets/dialogs.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/notice_strip.h"
 #include "ui/widgets/number_box.h"
@@ -76,8 +74,8 @@ void frmTpRhoEdit::connect_controls() {
     connect(grid, &DataGrid::refused, notice, &NoticeStrip::show_text);
     connect(cmdBatchLoad, &QPushButton::clicked, this, [this] { load(false); });
     connect(cmdBatchAdd, &QPushButton::clicked, this, [this] { load(true); });
-    connect(cmdBatchSave, &QPushButton::clicked, this, [this] { save(); });
-    connect(cmdSaveXY, &QPushButton::clicked, this, &frmTpRhoEdit::save_as_xy);
+    connect(cmdBatchSave, &QPushButton::clicked, this, [this] { save_exp_data(frame_); });
+    connect(cmdSaveXY, &QPushButton::clicked, this, [this] { save_exp_data_as_xy(frame_); });
     connect(txtComment, &QLineEdit::editingFinished, this, [this] {
         const std::string comment = txtComment->text().toStdString();
         if (comment != data().file.ExpComment)
@@ -102,7 +100,7 @@ void frmTpRhoEdit::connect_controls() {
         print_with_preview(this, text);
     });
     connect(cmdClose, &QPushButton::clicked, this, [this] {
-        if (may_close()) frame_.unload(Name);
+        if (BatchSaveFrage(frame_)) frame_.unload(Name);
     });
     connect(cmdHelp, &QAbstractButton::clicked, this, [this] { show_help_of(this); });
     connect(&frame_.bench(), &Workbench::changed, this, &frmTpRhoEdit::document_changed);
@@ -229,7 +227,9 @@ QStringList frmTpRhoEdit::heads() const {
     return heads;
 }
 
-QString frmTpRhoEdit::off_hint() const { return QStringLiteral("excluding that line from graph and fitting"); }
+QString frmTpRhoEdit::off_hint() const {
+    return QStringLiteral("excluding that line from graph and fitting");
+}
 
 int frmTpRhoEdit::count() const { return data_point_count(data()); }
 
@@ -248,7 +248,8 @@ void frmTpRhoEdit::write(const std::vector<GridNumber>& numbers) {
         std::vector<TpRhoPoint>& points = exp.points.edit();
         for (const GridNumber& number : numbers) {
             if (index_of(number.line) >= points.size()) points.resize(index_of(number.line) + 1);
-            set_exp_value(points[index_of(number.line)], static_cast<std::size_t>(number.column), number.value);
+            set_exp_value(points[index_of(number.line)], static_cast<std::size_t>(number.column),
+                          number.value);
         }
     });
 }
@@ -270,9 +271,13 @@ void frmTpRhoEdit::insert_clipboard() {
     const auto lines = grid->marked();
     const int at = lines ? lines->first : count();
     const int before = count();
-    const std::string text = QApplication::clipboard()->text().toStdString();
-    change([&](ExperimentalData& exp) { insert_rows(exp, at + 1, text); });
-    if (count() > before) grid->mark({at, at + count() - before - 1});
+    Document document = frame_.bench().document();
+    const std::string fault =
+        insert_rows(document.exp, at + 1, QApplication::clipboard()->text().toStdString());
+    notice->show_text(QString::fromStdString(fault));
+    if (!fault.empty()) return;
+    frame_.bench().commit(std::move(document));
+    grid->mark({at, at + count() - before - 1});
 }
 
 void frmTpRhoEdit::remove_marked() {
@@ -293,23 +298,15 @@ void frmTpRhoEdit::sort_by(bool pressure) {
 // Files.
 
 void frmTpRhoEdit::load(bool add) {
-    Workbench& bench = frame_.bench();
-    const std::string path = ask_data_file(frame_, add);
-    if (path.empty() || !LoadExpDataFile(bench.session, path, add, bench.messages())) return;
+    if (!load_exp_data(frame_, add)) return;
     loaded_ = !add;
     grid->clearSelection();
-    bench.announce({.data = true});
+    show_document();
 }
-
-bool frmTpRhoEdit::save() { return save_exp_data(frame_); }
-
-void frmTpRhoEdit::save_as_xy() {}
-
-bool frmTpRhoEdit::may_close() { return ask_to_save_exp_data(frame_); }
 
 void frmTpRhoEdit::closeEvent(QCloseEvent* event) {
     // A window that is put away with its session asks nothing: the data stay.
-    if (isVisible() && !may_close()) return event->ignore();
+    if (isVisible() && !BatchSaveFrage(frame_)) return event->ignore();
     QWidget::closeEvent(event);
 }
 

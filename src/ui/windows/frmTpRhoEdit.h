@@ -29,12 +29,12 @@ class frmTpRhoEdit : public QWidget, private GridLines {
 
     NumberBox* y[exp_columns];
     QLabel *lblY[exp_columns], *lblUnit[exp_columns], *lblDensity;
-    QRadioButton* opt_T_unit[2];      // K, °C
-    QRadioButton* opt_p_Unit[3];      // kPa, atm, Torr
-    QRadioButton* opt_Rho_Unit[2];    // density, volume of n kmol
-    NumberBox* txtMol;                // n
+    QRadioButton* opt_T_unit[2];    // K, °C
+    QRadioButton* opt_p_Unit[3];    // kPa, atm, Torr
+    QRadioButton* opt_Rho_Unit[2];  // density, volume of n kmol
+    NumberBox* txtMol;              // n
     QLabel* lblMolHint;
-    QRadioButton* optInputMode[2];    // add line, edit line
+    QRadioButton* optInputMode[2];  // add line, edit line
     QLabel* lblZeile;
     QPushButton* OKinput;
     QPushButton *cmdBatchLoad, *cmdBatchAdd, *cmdBatchSave, *cmdSaveXY;
@@ -89,9 +89,6 @@ class frmTpRhoEdit : public QWidget, private GridLines {
     void enter_line();
     void sort_by(bool pressure);
     void load(bool add);
-    bool save();
-    void save_as_xy();
-    bool may_close();
     void toggle_marked();
 
     mdiQUOM& frame_;

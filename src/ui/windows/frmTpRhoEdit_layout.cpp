@@ -55,8 +55,8 @@ void frmTpRhoEdit::make_controls() {
     grid = named(new DataGrid(*this, this), "grid", QStringLiteral("Experimental data"));
     TSort = data_button(this, "TSort", "Sort by T", "table is sorted by ascending temperature");
     pSort = data_button(this, "pSort", "Sort by p", "table is sorted by ascending pressure");
-    cmdAus = data_button(this, "cmdAus", "Line active/inactive",
-                         "...excluding that line from graph and fitting");
+    cmdAus =
+        data_button(this, "cmdAus", "Line active/inactive", "...excluding that line from graph and fitting");
     cmdErase = data_button(this, "cmdErase", "Remove marked lines");
     cmdClipEinfuegen =
         data_button(this, "cmdClipEinfuegen", "Insert clipboard content", "...at the marked position");
@@ -163,8 +163,8 @@ void frmTpRhoEdit::set_tab_order() {
     order.insert(order.end(), {txtMol, cmdBatchLoad, cmdBatchAdd, cmdBatchSave, txtComment, grid, TSort,
                                pSort, cmdAus, cmdErase, cmdClipEinfuegen});
     order.insert(order.end(), std::begin(optFitFunction), std::end(optFitFunction));
-    order.insert(order.end(), {cmdSaveXY, cmdGraphFunction, cmdlogGraf, cmdFitting, cmdPrintTpVListe,
-                               cmdClose, cmdHelp});
+    order.insert(order.end(),
+                 {cmdSaveXY, cmdGraphFunction, cmdlogGraf, cmdFitting, cmdPrintTpVListe, cmdClose, cmdHelp});
     quom::set_tab_order(order);
 }
 
