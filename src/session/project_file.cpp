@@ -298,13 +298,13 @@ ProjectPreview preview_project(std::string_view path, const Session& session) {
             "Databases *.Q04 and *.Q05 are not longer supported.\n"
             "(Change the name to *.Q07 in the project file)");
 
-    ProjectPreview preview{.refusal = {},
-                           .date = project.date,
-                           .comment = project.comment,
-                           .database_path = project.database_path,
-                           .exp_file = project.exp_file,
-                           .ExpAnzahl = project.ExpAnzahl,
-                           .CAS = project.CAS};
+    ProjectPreview preview;
+    preview.date = project.date;
+    preview.comment = project.comment;
+    preview.database_path = project.database_path;
+    preview.exp_file = project.exp_file;
+    preview.ExpAnzahl = project.ExpAnzahl;
+    preview.CAS = project.CAS;
     const OpenedDatabase opened = open_project_database(session, project, file);
     preview.database_missing = opened.err != 0;
     preview.database_text = name_part(project.database_path) +
