@@ -137,19 +137,20 @@ TEST(ProjectLines, values_that_cannot_be_are_replaced_and_named) {
         return [member](const ProjectFile& p) { return static_cast<double>(p.*member); };
     };
     const Case cases[] = {
-        {7, "-1", of(&ProjectFile::TcrStart), 0},       {8, "1E+39", of(&ProjectFile::pcrStart), 0},
-        {11, "3", of(&ProjectFile::VolumeMode), 0},     {12, "4", of(&ProjectFile::EnergyMode), 0},
-        {12, "-1", of(&ProjectFile::EnergyMode), 0},    {13, "1", of(&ProjectFile::chkCurveTpRestricted), 0},
-        {14, "0", of(&ProjectFile::Dens), 500},         {14, "40000", of(&ProjectFile::Dens), 500},
-        {15, "\"x\"", of(&ProjectFile::SepCSV), ';'},   {16, "9", of(&ProjectFile::EVPKode), 0},
-        {17, "1", of(&ProjectFile::EOSKode), 0},        {17, "9", of(&ProjectFile::EOSKode), 0},
-        {17, "17", of(&ProjectFile::EOSKode), 0},       {17, "-2", of(&ProjectFile::EOSKode), 0},
-        {18, "3", of(&ProjectFile::cpKode), 0},         {19, "8", of(&ProjectFile::HLVKode), 0},
-        {20, "0", of(&ProjectFile::nWat), 0.38f},       {20, "10", of(&ProjectFile::nWat), 0.38f},
-        {22, "3", of(&ProjectFile::RefKode), 1},        {25, "0", of(&ProjectFile::TRef0), 298.15f},
-        {26, "-5", of(&ProjectFile::pRef0), 0},         {27, "-1", of(&ProjectFile::TEnv), 298.15},
-        {28, "-1", of(&ProjectFile::pEnv), 101.325},    {29, "-3", of(&ProjectFile::ProcessForm), 0},
-        {30, "6", of(&ProjectFile::optFitFunction), 1}, {30, "0", of(&ProjectFile::optFitFunction), 1},
+        {7, "-1", of(&ProjectFile::TcrStart), 0},        {8, "1E+39", of(&ProjectFile::pcrStart), 0},
+        {11, "3", of(&ProjectFile::VolumeMode), 0},      {12, "4", of(&ProjectFile::EnergyMode), 0},
+        {12, "-1", of(&ProjectFile::EnergyMode), 0},     {13, "1", of(&ProjectFile::chkCurveTpRestricted), 0},
+        {14, "0", of(&ProjectFile::Dens), 500},          {14, "40000", of(&ProjectFile::Dens), 500},
+        {15, "\"x\"", of(&ProjectFile::SepCSV), ';'},    {16, "9", of(&ProjectFile::EVPKode), 0},
+        {17, "1", of(&ProjectFile::EOSKode), 0},         {17, "9", of(&ProjectFile::EOSKode), 0},
+        {17, "17", of(&ProjectFile::EOSKode), 0},        {17, "-2", of(&ProjectFile::EOSKode), 0},
+        {18, "3", of(&ProjectFile::cpKode), 0},          {19, "8", of(&ProjectFile::HLVKode), 0},
+        {20, "0", of(&ProjectFile::nWat), 0.38f},        {20, "10", of(&ProjectFile::nWat), 0.38f},
+        {22, "3", of(&ProjectFile::RefKode), 1},         {25, "0", of(&ProjectFile::TRef0), 298.15f},
+        {25, "1E-50", of(&ProjectFile::TRef0), 298.15f}, {26, "-5", of(&ProjectFile::pRef0), 0},
+        {27, "-1", of(&ProjectFile::TEnv), 298.15},      {28, "-1", of(&ProjectFile::pEnv), 101.325},
+        {29, "-3", of(&ProjectFile::ProcessForm), 0},    {30, "6", of(&ProjectFile::optFitFunction), 1},
+        {30, "0", of(&ProjectFile::optFitFunction), 1},
     };
     for (const Case& c : cases) {
         const ReadProject read = read_project(with_line(c.line, c.text), "x.QC6");
