@@ -98,7 +98,7 @@ TEST(ProjectLines, other_forms_of_the_same_values) {
     EXPECT_EQ(read_good(lines_up_to(31)), project);  // the reserved values are dropped anyway
     EXPECT_EQ(read_good(no_end + "\r\n\r\n\x1a"), project);
     const std::pair<std::size_t, const char*> forms[] = {
-        {5, "12"},      {7, "  3.005E+02 "}, {9, "0.168"},      {10, "2.17063919322713D-02"},
+        {5, "12"},      {7, "  3.005E+02 "}, {9, "0.168"},      {10, ".0217063919322713"},
         {13, "False"},  {13, "#FALSE#"},     {15, "  \",\"  "}, {16, " 6 "},
         {20, "0.3800"}, {31, "#TRUE#"},      {31, "True"},      {34, "1"},
         {6, "64-17-5"}, {21, " 0 "},         {23, "-1.2345E3"}, {26, "101.3250"},
@@ -213,7 +213,14 @@ class Random {
         for (int i = 1; i < digits; ++i) text += static_cast<char>('0' + whole(0, 9));
         return Val(text + "E" + std::to_string(whole(low_exponent, high_exponent)));
     }
-    double start() { return whole(0, 3) == 0 ? 0.0 : decimal(6, -6, 6); }
+    // A start value is written as the single that it is nearest to.
+    double start() {
+        if (whole(0, 3) == 0) return 0.0;
+        for (;;) {
+            const double x = decimal(6, -6, 6);
+            if (Val(writeNum(static_cast<float>(x))) == x) return x;
+        }
+    }
     double offset() { return whole(0, 3) == 0 ? 0.0 : (whole(0, 1) ? 1 : -1) * decimal(15, -12, 12); }
     std::string text(bool with_comma) {
         static const std::vector<std::string> letters = {"a", "Z", "0",  " ", "ä", "Ö",  "ß", "µ",
