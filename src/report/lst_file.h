@@ -30,12 +30,12 @@ class TabLine {
 
 // What a list shows. The spans belong to the caller; [0] is the direct input and not shown.
 struct ResultList {
-    std::string date;  // "2026-11-21"
+    std::string date{};  // "2026-11-21"
     std::string substance;
-    std::string title;       // of the calculation
-    std::string model;       // status text of the models; shown with an equation of state
-    std::string evp;         // name of the vapor pressure equation
-    std::string batch_file;  // name of the file of the data, empty: none
+    std::string title{};       // of the calculation
+    std::string model{};       // status text of the models; shown with an equation of state
+    std::string evp{};         // name of the vapor pressure equation
+    std::string batch_file{};  // name of the file of the data, empty: none
     Mode mode = Mode::none;
     bool GlobalCalc = true;
     bool has_eos = true;  // an equation of state is chosen

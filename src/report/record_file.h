@@ -20,8 +20,8 @@ RecordRow record_row(const Session& session, const Outcome& outcome);
 
 // What stands above the table.
 struct RecordHead {
-    std::string date, substance, model;  // model: status text
-    Units units;
+    std::string date{}, substance{}, model{};  // model: status text
+    Units units{};
     char separator = ';';
     bool decimal_comma = false;  // numbers have the decimal comma of the system
 };
