@@ -31,7 +31,7 @@ class TabLine {
 // What a list shows. The spans belong to the caller; [0] is the direct input and not shown.
 struct ResultList {
     std::string date{};  // "2026-11-21"
-    std::string substance;
+    std::string substance{};
     std::string title{};       // of the calculation
     std::string model{};       // status text of the models; shown with an equation of state
     std::string evp{};         // name of the vapor pressure equation
