@@ -75,7 +75,8 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     resize(FirstSize.boundedTo(available));
 }
 
-mdiQUOM::~mdiQUOM() = default;
+// The page watches the area, which is not to be asked any more while it is being destroyed.
+mdiQUOM::~mdiQUOM() { delete start_page; }
 
 void mdiQUOM::set_dialogs(std::unique_ptr<Dialogs> dialogs) { dialogs_ = std::move(dialogs); }
 

@@ -278,7 +278,6 @@ void StartPage::cover_area() {
 
 // Windows of the area come, are shown, are hidden and go.
 bool StartPage::eventFilter(QObject* watched, QEvent* event) {
-    if (!area_) return false;  // it is being destroyed, and its windows and this page with it
     const QEvent::Type type = event->type();
     if (watched == area_) {
         if (type == QEvent::Resize) cover_area();

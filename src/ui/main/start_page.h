@@ -3,7 +3,6 @@
 #pragma once
 #include <QAbstractButton>
 #include <QIcon>
-#include <QPointer>
 #include <QScrollArea>
 
 #include "forms/start_page_form.h"
@@ -54,7 +53,7 @@ class StartPage : public QScrollArea {
     void cover_area();
 
     mdiQUOM& frame_;
-    QPointer<QMdiArea> area_;
+    QMdiArea* area_;
     QBoxLayout* cards_ = nullptr;  // side by side, or below each other where the width is short
     StartPageForm form_;
 };
