@@ -32,9 +32,9 @@ class Shell {
                   ("quom_faults_" + std::to_string(::getpid()) + "_" + test->name());
         std::filesystem::remove_all(folder_);
         std::filesystem::create_directories(folder_ / "work");
-        const std::string quomc = console(), data = starter_data();
+        const std::string quomc = test::console(), data = test::starter_data();
         put("../prelude", "quomc() { \"" + quomc + "\" --program-folder \"" + data + "\" \"$@\"; }\nQUOMC='" +
-                              quomc + "' DATA='" + data + "' SHIM='" + fault_shim() + "'\n");
+                              quomc + "' DATA='" + data + "' SHIM='" + test::fault_shim() + "'\n");
     }
     ~Shell() { std::filesystem::remove_all(folder_); }
     Shell(const Shell&) = delete;
