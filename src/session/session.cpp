@@ -80,8 +80,7 @@ Changes commit(Session& session, Document document) {
     if (changes.fluid()) {
         const Document& d = session.document;
         session.fluid = make_fluid({d.substance.constants, d.models, d.eos_input, d.reference});
-        session.outcome.reset();
-        session.batch.clear();
+        forget_results(session);
     } else {
         drop_outdated_outcome(session, before);
         drop_outdated_results(session, before);
@@ -101,6 +100,11 @@ const Outcome& calculate(Session& session, int point) {
             batch_result(outcome, unit_factors(document.units, session.fluid->M, outcome.T.value_or(0.0)));
     }
     return outcome;
+}
+
+void forget_results(Session& session) {
+    session.outcome.reset();
+    session.batch.clear();
 }
 
 const Outcome* current_outcome(const Session& session) {

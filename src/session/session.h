@@ -79,6 +79,8 @@ Changes commit(Session& session, Document document);
 // Calculates a data point (0 direct input) of the document in its mode, keeps the outcome until the next
 // calculation and its list result at the point. A point that is not there has no values.
 const Outcome& calculate(Session& session, int point);
+// Nothing that was calculated is shown again.
+void forget_results(Session& session);
 // The outcome of the point in force; null when another one was calculated last, or none.
 const Outcome* current_outcome(const Session& session);
 

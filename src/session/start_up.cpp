@@ -33,8 +33,7 @@ Document without_substance(Document document) {
 // Outcomes go even where the next substance is the same one: nothing of a session before is shown again.
 void take_over(Session& session, Document document) {
     commit(session, std::move(document));
-    session.outcome.reset();
-    session.batch.clear();
+    forget_results(session);
     session.shell.ModelsConfirmed = false;
     session.shell.ModelStatus.clear();
 }
