@@ -131,10 +131,10 @@ std::string next_step_hint(const Session& s) {
     return {};
 }
 
-void opening_calculation_menu(const Session& s, Messages& messages) {
-    if (s.document.options.BatchMode && !fulfilled(s, Needs::data_points))
-        messages.ask(
-            refusal_message("This type of calculation is possible only if exper. data are available."));
+bool opening_calculation_menu(const Session& s, Messages& messages) {
+    if (!s.document.options.BatchMode || fulfilled(s, Needs::data_points)) return false;
+    messages.ask(refusal_message("This type of calculation is possible only if exper. data are available."));
+    return true;
 }
 
 std::string_view virial_menu_caption(const Session& s) {

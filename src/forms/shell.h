@@ -50,8 +50,9 @@ std::string models_panel(const Session& session);
 // What to do next while no window is open, two lines; empty once the models were confirmed.
 std::string next_step_hint(const Session& session);
 
-// Opening the menu of calculations: in a batch without data points the user is told what is missing.
-void opening_calculation_menu(const Session& session, Messages& messages);
+// Opening the menu of calculations, or starting one: in a batch without data points the user is told what is
+// missing; true then.
+bool opening_calculation_menu(const Session& session, Messages& messages);
 // Caption of the entry of mode 11 by the equation of state in force.
 std::string_view virial_menu_caption(const Session& session);
 

@@ -25,8 +25,7 @@ void take_point(const TpRhoPoint& point, const ModeInfo& mode, StateInput& input
 
 }  // namespace
 
-StateInput state_input(const Document& document, int point) {
-    const CalculationInput& calc = document.calc;
+StateInput state_input(const CalculationInput& calc, const TpRhoPoint& point) {
     const ModeInfo& mode = mode_info(calc.CalcMode);
     StateInput input;
     input.mode = calc.CalcMode;
@@ -40,10 +39,16 @@ StateInput state_input(const Document& document, int point) {
     } else if (mode.specified & spec_process) {
         input.T = given(calc.ProcessT);
         input.p = given(calc.ProcessP);
-    } else if (point >= 0 && static_cast<std::size_t>(point) < document.exp.points.size()) {
-        take_point(document.exp.points[static_cast<std::size_t>(point)], mode, input);
+    } else {
+        take_point(point, mode, input);
     }
     return input;
+}
+
+StateInput state_input(const Document& document, int point) {
+    const SharedVector<TpRhoPoint>& points = document.exp.points;
+    const bool there = point >= 0 && static_cast<std::size_t>(point) < points.size();
+    return state_input(document.calc, there ? points[static_cast<std::size_t>(point)] : TpRhoPoint{});
 }
 
 }  // namespace quom

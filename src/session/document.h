@@ -72,7 +72,9 @@ struct Document {
     bool operator==(const Document&) const = default;
 };
 
-// The calculation of a data point as the document has it.
+// The calculation of a data point; in modes of a tank or a process no value of the point is read.
+StateInput state_input(const CalculationInput& calc, const TpRhoPoint& point);
+// ... as the document has it. A point that is not there has no values.
 StateInput state_input(const Document& document, int point);
 
 }  // namespace quom

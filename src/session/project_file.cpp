@@ -133,7 +133,7 @@ ProjectLoad load_into(Session& session, const std::string& path, Messages& messa
     check_units(document, messages);
     check_reference(document, messages);
     commit(session, std::move(document));
-    session.outcomes.clear();
+    forget_results(session);
     session.shell.ModelChange.clear();
     return {.success = true, .exp_file = project.exp_file, .replaced = std::move(read.replaced)};
 }
@@ -146,7 +146,9 @@ Session copy_without_outcomes(const Session& session) {
             .names = session.names,
             .ProgramPath = session.ProgramPath,
             .StoffIndex = session.StoffIndex,
-            .outcomes = {},
+            .outcome = {},
+            .batch = {},
+            .record = session.record,
             .shell = session.shell};
 }
 

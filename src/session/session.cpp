@@ -29,15 +29,33 @@ Changes changes_between(const Document& before, const Document& after) {
     return c;
 }
 
-// Drops the outcomes of points that would be calculated from other values.
-void drop_outdated(Session& session, const Document& before) {
-    std::vector<std::optional<Outcome>>& outcomes = session.outcomes;
-    if (outcomes.size() > session.document.exp.points.size())
-        outcomes.resize(session.document.exp.points.size());
-    for (std::size_t i = 0; i < outcomes.size(); ++i) {
-        const int point = static_cast<int>(i);
-        if (outcomes[i] && state_input(before, point) != state_input(session.document, point))
-            outcomes[i].reset();
+// Calculates a point from nothing but what is the same in both.
+bool same_point(const CalculationInput& before, const CalculationInput& after, const TpRhoPoint& old_point,
+                const TpRhoPoint& new_point) {
+    return state_input(before, old_point) == state_input(after, new_point);
+}
+
+void drop_outdated_outcome(Session& session, const Document& before) {
+    const int point = session.outcome ? session.outcome->point : 0;
+    const bool there = static_cast<std::size_t>(point) < session.document.exp.points.size();
+    if (!there || state_input(before, point) != state_input(session.document, point)) session.outcome.reset();
+}
+
+// Drops the list results of points that would be calculated from other values, or are inactive since.
+void drop_outdated_results(Session& session, const Document& before) {
+    const Document& after = session.document;
+    std::vector<BatchResult>& batch = session.batch;
+    const TpRhoPoint any{.T = 1, .p = 1, .rhoV = 1, .rhoL = 1};
+    const bool shows_energies = after.calc.CalcMode == Mode::functions;
+    if (!same_point(before.calc, after.calc, any, any) || (shows_energies && before.units != after.units))
+        batch.clear();
+    const SharedVector<TpRhoPoint>&old_points = before.exp.points, &new_points = after.exp.points;
+    if (batch.empty() || old_points.shares(new_points)) return;
+    if (batch.size() > new_points.size()) batch.resize(new_points.size());
+    for (std::size_t i = 0; i < batch.size(); ++i) {
+        const bool stays = i < old_points.size() && new_points[i].Aus == old_points[i].Aus &&
+                           same_point(before.calc, after.calc, old_points[i], new_points[i]);
+        if (!stays) batch[i] = {};
     }
 }
 
@@ -62,25 +80,36 @@ Changes commit(Session& session, Document document) {
     if (changes.fluid()) {
         const Document& d = session.document;
         session.fluid = make_fluid({d.substance.constants, d.models, d.eos_input, d.reference});
-        session.outcomes.clear();
+        forget_results(session);
     } else {
-        drop_outdated(session, before);
+        drop_outdated_outcome(session, before);
+        drop_outdated_results(session, before);
     }
     return changes;
 }
 
 const Outcome& calculate(Session& session, int point) {
-    const auto at = static_cast<std::size_t>(std::max(point, 0));
-    if (session.outcomes.size() <= at)
-        session.outcomes.resize(std::max(at + 1, session.document.exp.points.size()));
-    return session.outcomes[at].emplace(CalcBatch(*session.fluid, state_input(session.document, point)));
+    point = std::max(point, 0);
+    const Document& document = session.document;
+    session.outcome = {point, CalcBatch(*session.fluid, state_input(document, point))};
+    const Outcome& outcome = session.outcome->outcome;
+    const auto at = static_cast<std::size_t>(point);
+    if (at < document.exp.points.size()) {
+        if (session.batch.size() <= at) session.batch.resize(document.exp.points.size());
+        session.batch[at] =
+            batch_result(outcome, unit_factors(document.units, session.fluid->M, outcome.T.value_or(0.0)));
+    }
+    return outcome;
+}
+
+void forget_results(Session& session) {
+    session.outcome.reset();
+    session.batch.clear();
 }
 
 const Outcome* current_outcome(const Session& session) {
-    const int point = session.document.calc.CurrentPoint;
-    if (point < 0 || static_cast<std::size_t>(point) >= session.outcomes.size()) return nullptr;
-    const std::optional<Outcome>& outcome = session.outcomes[static_cast<std::size_t>(point)];
-    return outcome ? &*outcome : nullptr;
+    const bool there = session.outcome && session.outcome->point == session.document.calc.CurrentPoint;
+    return there ? &session.outcome->outcome : nullptr;
 }
 
 }  // namespace quom

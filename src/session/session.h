@@ -6,8 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "calc/batch_result.h"
 #include "calc/outcome.h"
 #include "engine/fluid.h"
+#include "session/calculation_record.h"
 #include "session/document.h"
 #include "substance/database_file.h"
 
@@ -26,6 +28,11 @@ struct ShellState {
     std::string XYFolder;            // last folder of X-Y data
 };
 
+struct PointOutcome {
+    int point = 0;  // data point, 0 direct input
+    Outcome outcome;
+};
+
 struct SubstanceNames;
 
 struct Session {
@@ -34,11 +41,12 @@ struct Session {
         make_fluid({});     // of the document's substance and models; never null
     DatabaseFile database;  // the open database
     std::shared_ptr<const SubstanceNames>
-        names;                // of the database, null until asked for: see substance_names
-    std::string ProgramPath;  // folder of every file named without a folder
-    int StoffIndex = 0;       // row marked in the list of substances (1-based, 0 none)
-    std::vector<std::optional<Outcome>>
-        outcomes;  // one per data point, [0] direct input; absent: not calculated
+        names;                            // of the database, null until asked for: see substance_names
+    std::string ProgramPath;              // folder of every file named without a folder
+    int StoffIndex = 0;                   // row marked in the list of substances (1-based, 0 none)
+    std::optional<PointOutcome> outcome;  // of the point that was calculated last; absent: of none
+    std::vector<BatchResult> batch;  // of the data points, [0] direct input; may be shorter than the points
+    CalculationRecord record;
     ShellState shell;
 
     const SubstanceConstants& substance() const { return document.substance.constants; }
@@ -64,13 +72,16 @@ struct Changes {
 };
 
 // Takes the document over. A new fluid is made where substance, models, typed constants or reference differ;
-// all outcomes go with the fluid before. Of the others those go whose state input differs.
+// all results go with the fluid before. Of the others those go whose state input differs, and the list
+// results of points that were made inactive.
 Changes commit(Session& session, Document document);
 
-// Calculates a data point (0 direct input) of the document in its mode, keeps the outcome at the point and
-// returns it. A point that is not there has no values.
+// Calculates a data point (0 direct input) of the document in its mode, keeps the outcome until the next
+// calculation and its list result at the point. A point that is not there has no values.
 const Outcome& calculate(Session& session, int point);
-// The outcome of the point in force; null when it was not calculated.
+// Nothing that was calculated is shown again.
+void forget_results(Session& session);
+// The outcome of the point in force; null when another one was calculated last, or none.
 const Outcome* current_outcome(const Session& session);
 
 }  // namespace quom

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/dates.h"
 #include "base/files.h"
 #include "session/data_diagnosis.h"
 #include "substance/database.h"
@@ -32,7 +33,7 @@ Document without_substance(Document document) {
 // Outcomes go even where the next substance is the same one: nothing of a session before is shown again.
 void take_over(Session& session, Document document) {
     commit(session, std::move(document));
-    session.outcomes.clear();
+    forget_results(session);
     session.shell.ModelsConfirmed = false;
     session.shell.ModelStatus.clear();
 }
@@ -52,6 +53,7 @@ void start_session(Session& session, std::string ProgramPath, bool DezimalKomma)
     session.document.options.DezimalKomma = DezimalKomma;
     session.ProgramPath = std::move(ProgramPath);
     session.shell.ProjectFolder = session.ProgramPath;
+    session.record.ProtocolFile = NewProtocolName(session.ProgramPath, today_text());
     session.shell.ExpFolder = session.ProgramPath;
     ResetSession(session);
 }

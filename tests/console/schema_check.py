@@ -221,8 +221,7 @@ def main():
         for more, status in REFUSED_BY_ALL:
             if command != "starter" or "--db" not in more:  # looks at the installed ones alone
                 check.check(line + more, status)
-        if command not in ("list", "find", "audit", "starter", "data"):
-        if command not in ("list", "find", "audit", "project", "starter"):
+        if command not in ("list", "find", "audit", "starter", "data", "project"):
             check.check(line.replace(line.split()[1], "qqqqqqqq", 1), 1)
     check.check_refusals(check.answer("state propane --T 80 --p 500", 0))
 

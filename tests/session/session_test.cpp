@@ -14,8 +14,8 @@ namespace {
 
 using test::change;
 
-// Propane at 300 K, 500 kPa in mode 3, with a measured point, both calculated.
-Session calculated() {
+// Propane at 300 K, 500 kPa in mode 3, with a measured point; both calculated, the one that is named last.
+Session calculated(int last = 0) {
     Session session = sample::propane();
     change(session, [](Document& d) {
         d.calc.CalcMode = Mode::T_p;
@@ -23,7 +23,7 @@ Session calculated() {
         d.exp.points.edit()[0] = {.T = 300, .p = 500};
         d.exp.points.edit()[1] = {.T = 320, .p = 800};
     });
-    for (const int point : {0, 1}) EXPECT_TRUE(calculate(session, point).has_result());
+    for (const int point : {1 - last, last}) EXPECT_TRUE(calculate(session, point).has_result());
     return session;
 }
 
@@ -39,26 +39,27 @@ class Commit : public ::testing::TestWithParam<Case> {};
 
 TEST_P(Commit, rebuilds_what_it_must_and_nothing_else) {
     const Case& c = GetParam();
-    Session session = calculated();
-    const auto fluid = session.fluid;
-    const Changes changes = change(session, c.make);
-    EXPECT_EQ(session.fluid != fluid, c.new_fluid);
-    EXPECT_EQ(changes.fluid(), c.new_fluid);
-    EXPECT_EQ(changes.any(), c.changed != nullptr);
-    for (bool Changes::*flag : {&Changes::substance, &Changes::models, &Changes::reference, &Changes::units,
-                                &Changes::options, &Changes::data, &Changes::inputs})
-        EXPECT_EQ(changes.*flag, flag == c.changed);
-    session.outcomes.resize(2);
-    EXPECT_EQ(session.outcomes[0].has_value(), c.outcome0);
-    EXPECT_EQ(session.outcomes[1].has_value(), c.outcome1);
-    // What is kept is what a new calculation would give.
     for (const int point : {0, 1}) {
-        const std::optional<Outcome> kept = session.outcomes[static_cast<std::size_t>(point)];
-        if (!kept) continue;
+        Session session = calculated(point);
+        const auto fluid = session.fluid;
+        const Changes changes = change(session, c.make);
+        EXPECT_EQ(session.fluid != fluid, c.new_fluid);
+        EXPECT_EQ(changes.fluid(), c.new_fluid);
+        EXPECT_EQ(changes.any(), c.changed != nullptr);
+        for (bool Changes::*flag : {&Changes::substance, &Changes::models, &Changes::reference,
+                                    &Changes::units, &Changes::options, &Changes::data, &Changes::inputs})
+            EXPECT_EQ(changes.*flag, flag == c.changed);
+        const bool stays = point == 0 ? c.outcome0 : c.outcome1;
+        EXPECT_EQ(session.outcome.has_value(), stays);
+        session.batch.resize(2);
+        EXPECT_EQ(session.batch[static_cast<std::size_t>(point)].has_result(), stays);
+        // What is kept is what a new calculation would give.
+        if (!session.outcome) continue;
+        const Outcome kept = session.outcome->outcome;
         const Outcome& again = calculate(session, point);
-        EXPECT_EQ(kept->phase, again.phase);
-        EXPECT_EQ(kept->V->v, again.V->v);
-        EXPECT_EQ(kept->V->h, again.V->h);
+        EXPECT_EQ(kept.phase, again.phase);
+        EXPECT_EQ(kept.V->v, again.V->v);
+        EXPECT_EQ(kept.V->h, again.V->h);
     }
 }
 
@@ -104,12 +105,18 @@ INSTANTIATE_TEST_SUITE_P(
         return name;
     });
 
-TEST(SessionOutcomes, are_kept_at_their_points) {
+TEST(SessionOutcomes, the_last_is_kept_and_the_list_result_of_each) {
     Session session = calculated();
-    EXPECT_EQ(current_outcome(session), &*session.outcomes[0]);
+    EXPECT_EQ(current_outcome(session), &session.outcome->outcome);
     change(session, [](Document& d) { d.calc.CurrentPoint = 1; });
-    ASSERT_NE(current_outcome(session), nullptr);
+    EXPECT_EQ(current_outcome(session), nullptr) << "point 0 was calculated last";
+    EXPECT_FLOAT_EQ(session.batch[0].TCalc, 300);
+    EXPECT_FLOAT_EQ(session.batch[1].TCalc, 320);
+    ASSERT_TRUE(calculate(session, 1).has_result());
     EXPECT_EQ(current_outcome(session)->T, 320);
+    change(session, [](Document& d) { d.exp.points.edit()[1].Aus = -1; });
+    EXPECT_FALSE(session.batch[1].has_result()) << "lists leave a point out that was made inactive";
+    EXPECT_TRUE(session.batch[0].has_result());
     change(session, [](Document& d) { d.calc.CurrentPoint = 7; });
     EXPECT_EQ(current_outcome(session), nullptr);
     EXPECT_TRUE(calculate(session, 7).failure) << "a point that is not there has no values";

@@ -162,11 +162,10 @@ TEST_F(Output, steps_through_the_data_points) {
     press(window, "cmdRueck");
     press(window, "cmdRueck");
     EXPECT_EQ(title(), "Specificated values from data point 2");
-    const auto& outcomes = session().outcomes;
-    ASSERT_EQ(outcomes.size(), 5u);
-    ASSERT_TRUE(outcomes[4]);
-    EXPECT_EQ(outcomes[4]->phase, PhaseWord::V);
-    EXPECT_FALSE(outcomes[3]) << "a point that is marked as deleted is not calculated";
+    const std::vector<BatchResult>& batch = session().batch;
+    ASSERT_EQ(batch.size(), 5u);
+    EXPECT_EQ(batch[4].phase(), " V ");
+    EXPECT_EQ(batch[3].state, PointState::open) << "a point that is marked as deleted is not calculated";
     change([](Document& d) {
         for (TpRhoPoint& point : d.exp.points.edit()) point.Aus = -1;
     });

@@ -39,6 +39,12 @@ CalculationWindows& CalculationWindows::of(mdiQUOM& frame) {
 void CalculationWindows::start(Mode mode) {
     frame_.unload_calculation_windows();
     Workbench& bench = frame_.bench();
+    const bool without_data =
+        !is_direct(bench.document(), mode) && !fulfilled(bench.session, Needs::data_points);
+    if (without_data) {
+        if (!frame_.told_of_missing_data()) opening_calculation_menu(bench.session, bench.messages());
+        return;
+    }
     const Dispatch way = CalcDispatch(bench.document(), mode, bench.messages());
     if (way.refused) return;
     if (way.process_input) {

@@ -65,6 +65,10 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     menus_->build_menu_bar();
     connect(menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_calculation_menu);
+    // An entry is triggered after the menu has gone.
+    connect(
+        menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToHide, this,
+        [this] { told_of_missing_data_ = false; }, Qt::QueuedConnection);
     connect(menus_->menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_windows_menu);
     build_toolbar();
@@ -278,7 +282,7 @@ void mdiQUOM::toggle_palette() {
 }
 
 void mdiQUOM::opening_calculation_menu() {
-    quom::opening_calculation_menu(session(), bench_->messages());
+    told_of_missing_data_ = quom::opening_calculation_menu(session(), bench_->messages());
     menus_->action(QStringLiteral("mnuCalc_18"))
         ->setText(QString::fromStdString(std::string(virial_menu_caption(session()))));
     unload_windows(Lifetime::calculation);

@@ -63,6 +63,8 @@ class mdiQUOM : public QMainWindow {
     void unload_session_windows() { unload_windows(Lifetime::substance); }
     void unload_calculation_windows() { unload_windows(Lifetime::calculation); }
 
+    // The user was told, as the menu of calculations opened, that a batch has no data points.
+    bool told_of_missing_data() const { return told_of_missing_data_; }
     void show_help(int topic);
     // Opens the search over everything, or closes it.
     void toggle_palette();
@@ -98,6 +100,7 @@ class mdiQUOM : public QMainWindow {
     HelpWindow* help_ = nullptr;
     Palette* palette_ = nullptr;
     QAction* diagnose_shown_ = nullptr;
+    bool told_of_missing_data_ = false;
 };
 
 }  // namespace quom

@@ -103,4 +103,6 @@ std::optional<QString> Dialogs::ask_text(QWidget* parent, const QString& title, 
     return text;
 }
 
+void Dialogs::print(QWidget* parent, const PrintedText& text) { print_with_preview(parent, text); }
+
 }  // namespace quom

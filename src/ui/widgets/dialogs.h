@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "base/messages.h"
+#include "ui/widgets/print_text.h"
 
 namespace quom {
 
@@ -35,6 +36,8 @@ class Dialogs {
     virtual std::optional<QString> save_file(QWidget* parent, const FileQuestion& question);
     virtual std::optional<QString> ask_text(QWidget* parent, const QString& title, const QString& prompt,
                                             const QString& proposed);
+    // Shows the pages of a text, from where it is printed.
+    virtual void print(QWidget* parent, const PrintedText& text);
 };
 
 }  // namespace quom

@@ -1,7 +1,6 @@
 #include "ui/windows/frmQCalcOut.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -28,6 +27,7 @@
 #include "ui/windows/frmCEOSDiagnose.h"
 #include "ui/windows/frmIsoCalc.h"
 #include "ui/windows/frmPictureSuperCrit.h"
+#include "ui/windows/points_page.h"
 
 namespace quom {
 
@@ -70,6 +70,7 @@ void frmQCalcOut::connect_controls() {
     });
     show_tab();
     connect(&bench_, &Workbench::changed, this, [this] { document_changed(); });
+    connect_output();
     connect(&bench_, &Workbench::typed, this, [this] { document_changed(); });
 }
 
@@ -84,10 +85,10 @@ void frmQCalcOut::load() {
         calc.ShowFunctions = bench_.memory.value(FunctionsKey, calc.ShowFunctions).toBool();
         calc.CurrentPoint = direct_ ? 0 : first_active_point(document.exp);
         bench_.commit(std::move(document));
+        bench_.session.batch.clear();
     }
+    show_batch_controls();
     tabs->setCurrentIndex(bench_.memory.value(TabKey, 0).toInt());
-    cmdVor->setEnabled(!direct_);
-    cmdRueck->setEnabled(!direct_);
     const bool has_point = direct_ || bench_.document().calc.CurrentPoint > 0;
     if (!has_point)
         bench_.tell({.title = "Execution not possible",
@@ -113,6 +114,7 @@ bool frmQCalcOut::calculate(bool warn_triple) {
     outcome_ = quom::calculate(bench_.session, bench_.document().calc.CurrentPoint);
     if (const auto message = outcome_message(bench_.fluid(), outcome_, warn_triple)) bench_.tell(*message);
     show_outcome();
+    if (!direct_) points->show_point(bench_.document().calc.CurrentPoint);
     if (const auto stale = why_stale(bench_.session, shown_)) show_stale(*stale);
     return view_.Text != "EXIT";
 }
@@ -126,6 +128,7 @@ void frmQCalcOut::document_changed() {
         outcome_ = quom::calculate(bench_.session, bench_.document().calc.CurrentPoint);
         show_outcome();
     }
+    if (!direct_) points->refresh();
     if (typed.isEmpty()) return;
     const QString values = QStringList{par1->text(), par2->text()}.join(QLatin1Char(' ')).simplified();
     show_stale(typed_words(typed.toStdString(), values.toStdString()));
@@ -178,6 +181,7 @@ void frmQCalcOut::grey(bool stale) {
     heads_->set_stale(stale);
     table->set_stale(stale);
     show_diagnosis_button();
+    show_record();
     cmdInfoSuperCrit->setEnabled(!stale);
 }
 
@@ -243,8 +247,11 @@ void frmQCalcOut::choose_point(int point) {
 void frmQCalcOut::step(int direction) {
     const Document& document = bench_.document();
     const int next = stepped_point(document.exp, document.calc.CurrentPoint, direction);
-    if (next == document.calc.CurrentPoint) return;
-    choose_point(next);
+    if (next != document.calc.CurrentPoint) go_to_point(next);
+}
+
+void frmQCalcOut::go_to_point(int point) {
+    choose_point(point);
     show_point_text("Specificated values from data point ");
     calculate(true);
 }
@@ -286,21 +293,6 @@ void frmQCalcOut::open_picture() {
     picture_ = new frmPictureSuperCrit(bench_);
     picture_->show_state(outcome_.T.value_or(0.0), outcome_.p.value_or(0.0));
     open_beside(this, picture_, picture_->sizeHint(), Sizing::free);
-}
-
-void frmQCalcOut::end_calculation() {
-    emit calculation_ended();
-    if (mdiQUOM* frame = frame_of(this))
-        frame->unload_calculation_windows();
-    else
-        close();
-}
-
-void frmQCalcOut::closeEvent(QCloseEvent* event) {
-    for (QWidget* window :
-         {static_cast<QWidget*>(iso_), static_cast<QWidget*>(diagnosis_), static_cast<QWidget*>(picture_)})
-        drop_window(window);
-    event->accept();
 }
 
 void frmQCalcOut::changeEvent(QEvent* event) {

@@ -19,7 +19,9 @@ class QTabWidget;
 namespace quom {
 
 class ColumnHeads;
+class Dialogs;
 class FooterLine;
+class PointsPage;
 class ResultList;
 class ResultTable;
 class StateStrip;
@@ -51,6 +53,7 @@ class frmQCalcOut : public QWidget {
     StateStrip* strip;  // with cmdCalculateAgain
     QTabWidget* tabs;   // list, table, record and output
     ResultTable* table;
+    PointsPage* points;  // of a batch
     FooterLine* footer;
     QGroupBox* fraBatchVorgabe;
     ValueBox *par1, *par2;
@@ -100,6 +103,17 @@ class frmQCalcOut : public QWidget {
     void open_diagnosis();
     void open_picture();
     void end_calculation();
+    void close_windows();
+    void connect_output();
+    void show_batch_controls();
+    void go_to_point(int point);
+    void show_record();
+    void write_row();
+    void close_record(bool with_clipboard);
+    void put_out();
+    void print_list();
+    void save_list(const QString& path);
+    Dialogs& dialogs() const;
 
     Workbench& bench_;
     Outcome outcome_;

@@ -24,6 +24,7 @@
 #include "ui/windows/frmIsoCalc.h"
 #include "ui/windows/frmPictureSuperCrit.h"
 #include "ui/windows/frmQCalcOut.h"
+#include "ui/windows/points_page.h"
 
 namespace quom {
 
@@ -58,6 +59,7 @@ frmQCalcOut::frmQCalcOut(Workbench& bench, QWidget* parent)
       strip(new StateStrip(this)),
       tabs(named(new QTabWidget(this), "tabs", QStringLiteral("Result"))),
       table(new ResultTable(bench, this)),
+      points(new PointsPage(bench, this)),
       footer(named(new FooterLine(this), "footer")),
       fraBatchVorgabe(named(new QGroupBox(this), "fraBatchVorgabe")),
       par1(named(new ValueBox(this), "par1", QStringLiteral("Specified value 1"))),
@@ -76,15 +78,15 @@ frmQCalcOut::frmQCalcOut(Workbench& bench, QWidget* parent)
       cmdInfoSuperCrit(captioned<QPushButton>("cmdInfoSuperCrit", "Info &Pict.", this)),
       cmdCEOSDiagnose(captioned<QPushButton>("cmdCEOSDiagnose", "Dia&gnosis of cubic EOS", this)),
       cmdIsoCalc(captioned<QPushButton>("cmdIsoCalc", "I&so Calculator", this)),
-      cmdShowManuInput(captioned<QPushButton>("cmdShowManuInput", "&X-Y Editor", this)),
+      cmdShowManuInput(captioned<QPushButton>("cmdShowManuInput", "X-&Y Editor", this)),
       cmdProtokoll(captioned<QPushButton>("cmdProtokoll", "Wri&te", this)),
       cmdOpenNew(captioned<QPushButton>("cmdOpenNew",
                                         "Close file / Open new file and paste record in clipboard", this)),
       lblProtText2(named(new ValueBox(this), "lblProtText2", QStringLiteral("File of the record"))),
-      optResultPrint{captioned<QRadioButton>("optResultPrint_0", "&none", this),
+      optResultPrint{captioned<QRadioButton>("optResultPrint_0", "none", this),
                      captioned<QRadioButton>("optResultPrint_1", "&Printer", this),
                      captioned<QRadioButton>("optResultPrint_2", "Fil&e", this)},
-      chkFuncPrint(captioned<QCheckBox>("chkFuncPrint", "with extended calculation", this)),
+      chkFuncPrint(captioned<QCheckBox>("chkFuncPrint", "with extended calc&ulation", this)),
       cmdCalc_OK(captioned<QPushButton>("cmdCalc_OK", "C&lose", this)),
       bench_(bench),
       direct_(is_direct(bench.document(), bench.document().calc.CalcMode)),
@@ -93,10 +95,6 @@ frmQCalcOut::frmQCalcOut(Workbench& bench, QWidget* parent)
     lblLphase = named(heads_->L, "lblLphase");
     lblVphase = named(heads_->V, "lblVphase");
     txtco2->setFont(value_font());
-    if (!direct_) {
-        cmdCalc_OK->setText(QStringLiteral("Exit (+ data output)"));
-        cmdCalc_OK->setAccessibleName(cmdCalc_OK->text());
-    }
     build_layout();
     set_tab_order();
     connect_controls();
@@ -119,6 +117,7 @@ void frmQCalcOut::build_layout() {
     table->setContentsMargins(PageMargins);
     tabs->addTab(table, QStringLiteral("T&able"));
     tabs->addTab(make_record_page(), QStringLiteral("&Record, output"));
+    tabs->addTab(points, QStringLiteral("Poi&nts"));
     tabs->setCornerWidget(table->corner());
     tabs->setDocumentMode(true);  // the pages stand on the ground of the window
     named(tabs->tabBar(), "tabBar", QStringLiteral("Parts of the result"));
@@ -133,7 +132,6 @@ void frmQCalcOut::build_layout() {
     buttons->addStretch();
     buttons->addWidget(cmdCalc_OK);
     layout->addLayout(buttons);
-    cmdCalc_OK->setMinimumWidth(std::max(96, cmdCalc_OK->sizeHint().width()));
 }
 
 QWidget* frmQCalcOut::make_list_page() {
@@ -191,10 +189,7 @@ QWidget* frmQCalcOut::make_record_page() {
 
     optResultPrint[0]->setChecked(true);
     chkFuncPrint->setEnabled(false);
-    for (QWidget* control :
-         {static_cast<QWidget*>(cmdProtokoll), static_cast<QWidget*>(cmdOpenNew),
-          static_cast<QWidget*>(optResultPrint[1]), static_cast<QWidget*>(optResultPrint[2])})
-        not_yet_available(control);
+    cmdOpenNew->setToolTip(QStringLiteral("Attention: The old clipboard content will be deleted"));
     return page;
 }
 
@@ -208,6 +203,7 @@ void frmQCalcOut::set_tab_order() {
                                cmdProtokoll, lblProtText2, cmdOpenNew, optResultPrint[0], optResultPrint[1],
                                optResultPrint[2], chkFuncPrint, footer, cmdCEOSDiagnose, cmdIsoCalc,
                                cmdShowManuInput, cmdCalc_OK});
+    order.insert(order.end() - 5, {points->tblPoints, points->cmdCalculateAll, points->cmdCancel});
     for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
