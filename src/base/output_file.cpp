@@ -1,6 +1,8 @@
 #include "base/output_file.h"
 
 #include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -95,6 +97,37 @@ Descriptor open_direct(const Destination& to) {
     return open_descriptor(to.target, O_WRONLY);
 }
 
+constexpr std::string_view Unfinished = ".tmp";  // between a name and "PID-NUMBER"
+
+// The writer in the name of an unfinished file, "PID-NUMBER"; 0: the name is another one.
+pid_t writer_of(std::string_view name) {
+    pid_t writer = 0;
+    unsigned number = 0;
+    const char* const end = name.data() + name.size();
+    const auto [dash, no_writer] = std::from_chars(name.data(), end, writer);
+    if (no_writer != std::errc() || dash == end || *dash != '-' || writer <= 0) return 0;
+    const auto [rest, no_number] = std::from_chars(dash + 1, end, number);
+    return no_number == std::errc() && rest == end ? writer : 0;
+}
+
+// Removes the unfinished files of a path whose writers were killed. A writer holds a lock on its file, also
+// where the folder is shared and its number means nothing here.
+void remove_abandoned(const std::string& target) {
+    const std::string start = name_part(target) + std::string(Unfinished);
+    const std::string folder = folder_part(target);
+    std::error_code fault;
+    fs::directory_iterator entry(folder.empty() ? fs::path(".") : fs::path(folder), fault);
+    for (; !fault && entry != fs::directory_iterator(); entry.increment(fault)) {
+        const std::string name = entry->path().filename().string();
+        if (!name.starts_with(start)) continue;
+        const pid_t writer = writer_of(std::string_view(name).substr(start.size()));
+        if (writer == 0 || ::kill(writer, 0) == 0 || errno != ESRCH) continue;
+        const std::string path = entry->path().string();
+        const Descriptor left = open_descriptor(path, O_WRONLY | O_NOFOLLOW | O_NONBLOCK);
+        if (left.good() && ::flock(left.get(), LOCK_EX | LOCK_NB) == 0) ::unlink(path.c_str());
+    }
+}
+
 bool flush_file(int fd) {
     for (;;) {
         if (::fsync(fd) == 0) return true;
@@ -130,7 +163,7 @@ UnfinishedFile::~UnfinishedFile() {
 }
 
 Descriptor UnfinishedFile::create_beside(const std::string& path) {
-    const std::string stem = path + ".tmp" + std::to_string(::getpid()) + "-";
+    const std::string stem = path + std::string(Unfinished) + std::to_string(::getpid()) + "-";
     const SignalsHeld held;  // a file never stands there without its name in the list
     Descriptor file;
     for (int attempt = 0; attempt < 1000; ++attempt) {
@@ -138,6 +171,7 @@ Descriptor UnfinishedFile::create_beside(const std::string& path) {
         file = open_descriptor(name, O_WRONLY | O_CREAT | O_EXCL);
         if (!file.good() && errno == EEXIST) continue;
         if (!file.good()) break;
+        ::flock(file.get(), LOCK_EX | LOCK_NB);  // tells others that it has a writer
         name_ = std::move(name);
         place_ = take_place(name_);
         break;
@@ -166,6 +200,7 @@ OutputFile OutputFile::open(const std::string& path) {
         out.fail(to.fault);
         return out;
     }
+    if (!to.direct) remove_abandoned(to.target);
     out.file_ = to.direct ? open_direct(to) : out.temporary_.create_beside(to.target);
     const bool ready =
         out.file_.good() && (to.direct || !to.exists || ::fchmod(out.file_.get(), to.mode) == 0);

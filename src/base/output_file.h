@@ -34,7 +34,8 @@ void remove_unfinished_files() noexcept;
 // A file written piece by piece. A regular file, or a new one, is written under a temporary name beside its
 // place and gets its name in finish(); until then what was there before stays whole. The mode of the old file
 // is kept; a link stays a link and its target is replaced. Devices, pipes and the descriptors of the program
-// (/dev/stdout) are written as they are. Without finish() nothing is left of a file.
+// (/dev/stdout) are written as they are. Without finish() nothing is left of a file; what a killed program
+// left is removed when the same path is written again.
 class OutputFile {
  public:
     static OutputFile open(const std::string& path);           // fault() tells

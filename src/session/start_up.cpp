@@ -45,18 +45,6 @@ Message new_substance_question() {
             .kind = MessageKind::question};
 }
 
-// A reference state without its data in the record would take 0 for them.
-void check_reference(Document& document, Messages& messages) {
-    const std::string missing(
-        missing_formation_data(document.substance.constants, document.reference.RefKode));
-    if (missing.empty()) return;
-    document.reference.RefKode = reference_free;
-    messages.ask({.title = "WARNING",
-                  .text = "The record of " + document.substance.constants.StoffName + " has no " + missing +
-                          ".\nThe free input of the reference state is in force now.",
-                  .kind = MessageKind::warning});
-}
-
 }  // namespace
 
 void start_session(Session& session, std::string ProgramPath, bool DezimalKomma) {
@@ -64,6 +52,7 @@ void start_session(Session& session, std::string ProgramPath, bool DezimalKomma)
     session.document.options.DezimalKomma = DezimalKomma;
     session.ProgramPath = std::move(ProgramPath);
     session.shell.ProjectFolder = session.ProgramPath;
+    session.shell.ExpFolder = session.ProgramPath;
     ResetSession(session);
 }
 
@@ -100,6 +89,17 @@ std::int16_t SelectSubstance(Session& session, int index) {
 }
 
 void ResetSession(Session& session) { take_over(session, without_substance(session.document)); }
+
+void check_reference(Document& document, Messages& messages) {
+    const std::string missing(
+        missing_formation_data(document.substance.constants, document.reference.RefKode));
+    if (missing.empty()) return;
+    document.reference.RefKode = reference_free;
+    messages.ask({.title = "WARNING",
+                  .text = "The record of " + document.substance.constants.StoffName + " has no " + missing +
+                          ".\nThe free input of the reference state is in force now.",
+                  .kind = MessageKind::warning});
+}
 
 std::int16_t confirm_substance(Session& session, int index, Messages& messages) {
     if (index == 0) return 0;

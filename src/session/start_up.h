@@ -32,6 +32,10 @@ std::int16_t SelectSubstance(Session& session, int index);
 // equations, RefKode and the offsets stay.
 void ResetSession(Session& session);
 
+// A reference state that lacks its data in the record would take 0 for them: it gives way to the free one,
+// and the user is told.
+void check_reference(Document& document, Messages& messages);
+
 // What the confirmation of a substance does: ResetSession, the question whether experimental data go (title
 // "exper. data"), SelectSubstance, start values of diagrams. A reference state that lacks its data in the new
 // record gives way to the free one, and the user is told. Returns the flag of SelectSubstance. Index 0,
