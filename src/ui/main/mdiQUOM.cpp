@@ -18,8 +18,10 @@
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
 #include "ui/main/palette.h"
+#include "ui/main/project_actions.h"
 #include "ui/main/quick_keys.h"
 #include "ui/main/quick_start.h"
+#include "ui/main/recent_files.h"
 #include "ui/main/start_page.h"
 #include "ui/main/status_panel.h"
 #include "ui/main/traffic_lights.h"
@@ -51,6 +53,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
     connect(bench_.get(), &Workbench::changed, this, [this](const Changes& changes) {
         if (changes.substance) remember_substance(*bench_);
+        remember_data(*bench_, changes);
     });
     area = named(new MdiArea(this), "area", QStringLiteral("Windows"));
     setCentralWidget(area);
@@ -60,6 +63,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     menus_->build_menu_bar();
     connect(menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_calculation_menu);
+    connect(menus_->menu(QStringLiteral("mnuData")), &QMenu::aboutToShow, this, &mdiQUOM::opening_data_menu);
     connect(menus_->menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_windows_menu);
     build_toolbar();
@@ -239,6 +243,11 @@ void mdiQUOM::toggle_palette() {
         palette_->leave();
     else
         palette_->open();
+}
+
+void mdiQUOM::opening_data_menu() {
+    fill_recent_menu(*this, menus_->menu(QStringLiteral("mnuData_RecentProjects")), RecentFiles::projects);
+    fill_recent_menu(*this, menus_->menu(QStringLiteral("mnuData_RecentData")), RecentFiles::data);
 }
 
 void mdiQUOM::opening_calculation_menu() {

@@ -85,6 +85,7 @@ class mdiQUOM : public QMainWindow {
     void build_status_bar();
     void share_status_bar();
     void opening_calculation_menu();
+    void opening_data_menu();
     void opening_windows_menu();
 
     std::unique_ptr<Messages> boxes_;
