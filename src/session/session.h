@@ -25,6 +25,7 @@ struct ShellState {
     bool ModelsConfirmed = false;    // the models of the substance in force were confirmed
     std::string ModelStatus;         // EOS or EVP name with the concept, as they were confirmed
     std::string ModelChange;         // what was chosen since, in words; empty once they are confirmed
+    std::string XYFolder;            // last folder of X-Y data
 };
 
 struct SubstanceNames;
