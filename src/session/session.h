@@ -1,6 +1,7 @@
 // A session: the document and what follows from it. Services (messages, files, clock, progress) are passed
 // beside it.
 #pragma once
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +23,7 @@ struct ShellState {
     std::string ProjectTitle;        // its name
     std::string ExpFolder;           // last folder of experimental data
     bool LastSessionLoaded = false;  // the project in force is the last session
+    std::array<bool, 3> HinweisFlags = {true, true, true};  // one-time notes not yet shown; [2] before saving
     bool ModelsConfirmed = false;    // the models of the substance in force were confirmed
     std::string ModelStatus;         // EOS or EVP name with the concept, as they were confirmed
     std::string ModelChange;         // what was chosen since, in words; empty once they are confirmed

@@ -19,8 +19,10 @@
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
 #include "ui/main/palette.h"
+#include "ui/main/project_actions.h"
 #include "ui/main/quick_keys.h"
 #include "ui/main/quick_start.h"
+#include "ui/main/recent_files.h"
 #include "ui/main/start_page.h"
 #include "ui/main/status_panel.h"
 #include "ui/main/traffic_lights.h"
@@ -53,6 +55,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     connect(bench_.get(), &Workbench::changed, this, &mdiQUOM::refresh);
     connect(bench_.get(), &Workbench::changed, this, [this](const Changes& changes) {
         if (changes.substance) remember_substance(*bench_);
+        remember_data(*bench_, changes);
     });
     connect(bench_.get(), &Workbench::moving, this, &mdiQUOM::leave_windows_of);
     connect(bench_.get(), &Workbench::moved, this,
@@ -69,6 +72,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     connect(
         menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToHide, this,
         [this] { told_of_missing_data_ = false; }, Qt::QueuedConnection);
+    connect(menus_->menu(QStringLiteral("mnuData")), &QMenu::aboutToShow, this, &mdiQUOM::opening_data_menu);
     connect(menus_->menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_windows_menu);
     build_toolbar();
@@ -279,6 +283,11 @@ void mdiQUOM::toggle_palette() {
         palette_->leave();
     else
         palette_->open();
+}
+
+void mdiQUOM::opening_data_menu() {
+    fill_recent_menu(*this, menus_->menu(QStringLiteral("mnuData_RecentProjects")), RecentFiles::projects);
+    fill_recent_menu(*this, menus_->menu(QStringLiteral("mnuData_RecentData")), RecentFiles::data);
 }
 
 void mdiQUOM::opening_calculation_menu() {

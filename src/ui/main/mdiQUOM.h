@@ -87,6 +87,7 @@ class mdiQUOM : public QMainWindow {
     void build_status_bar();
     void share_status_bar();
     void opening_calculation_menu();
+    void opening_data_menu();
     void opening_windows_menu();
     void show_steps();                              // captions of undo and redo
     void leave_windows_of(const Document& before);  // those that undo or redo took the ground from

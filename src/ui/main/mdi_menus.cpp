@@ -35,7 +35,9 @@ bool is_separator(const MenuRow& row) { return row.caption && row.caption[0] == 
 mdiMenus::mdiMenus(mdiQUOM& frame) : frame_(frame) {}
 
 void mdiMenus::build_menu_bar() {
-    QSet<QString> parents{QStringLiteral("mnuWindow")};  // filled when it opens
+    // Filled when they open.
+    QSet<QString> parents{QStringLiteral("mnuWindow"), QStringLiteral("mnuData_RecentProjects"),
+                          QStringLiteral("mnuData_RecentData")};
     for (const MenuRow& row : menu_rows()) parents.insert(QLatin1String(row.parent));
     for (const MenuRow& row : menu_rows()) {
         const QString name = object_name(row.name, row.index);

@@ -108,10 +108,4 @@ void show_version(mdiQUOM& frame, int) {
                  frame.session().ProgramPath});
 }
 
-void load_project(mdiQUOM& frame, const std::string& path) {
-    refuse(frame, "Projects can not be loaded yet: " + path);
-}
-
-void leave_session(mdiQUOM&) {}
-
 }  // namespace quom

@@ -1,6 +1,5 @@
 // What the entries of the menus and the toolbar do.
 #pragma once
-#include <string>
 
 namespace quom {
 
@@ -28,10 +27,5 @@ void redo_step(mdiQUOM& frame, int);
 void show_help_topic(mdiQUOM& frame, int topic);
 void show_help_note(mdiQUOM& frame, int);
 void show_version(mdiQUOM& frame, int);
-
-// Loads the project that the command line names.
-void load_project(mdiQUOM& frame, const std::string& path);
-// What is stored when the program ends.
-void leave_session(mdiQUOM& frame);
 
 }  // namespace quom

@@ -3,6 +3,7 @@
 #include "ui/main/calculation_windows.h"
 #include "ui/main/data_windows.h"
 #include "ui/main/menu_actions.h"
+#include "ui/main/project_actions.h"
 #include "ui/windows/frmQOptions.h"
 
 namespace quom {
@@ -17,11 +18,13 @@ constexpr MenuRow MenuRows[] = {
     {"mnuData", "mnuData_OpenBank", 1, "-", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_OpenBank", 2, "Open database *.Q06", Needs::nothing, open_database, 6},
     {"mnuData", "mnuData_sep", 1, "-", Needs::nothing, nullptr, 0},
-    {"mnuData", "mnuProjectStatus", -1, "Project info", Needs::nothing, nullptr, 0},
+    {"mnuData", "mnuProjectStatus", -1, "Project info", Needs::nothing, show_project_status, 0},
     {"mnuData", "mnuData_NewProject", -1, "start a new project", Needs::nothing, open_database, 7},
-    {"mnuData", "mnuData_LoadLastSession", -1, "Load last session", Needs::nothing, nullptr, 0},
-    {"mnuData", "mnuData_LoadProject", -1, "Load a project *.QC6", Needs::nothing, nullptr, 0},
-    {"mnuData", "mnuData_SaveProject", -1, "Save current project as *.QC6", Needs::substance, nullptr, 0},
+    {"mnuData", "mnuData_LoadLastSession", -1, "Load last session", Needs::nothing, load_last_session, 0},
+    {"mnuData", "mnuData_LoadProject", -1, "Load a project *.QC6", Needs::nothing, ask_for_project, 0},
+    {"mnuData", "mnuData_SaveProject", -1, "Save current project as *.QC6", Needs::substance, save_project, 0},
+    {"mnuData", "mnuData_RecentProjects", -1, "Recent projects", Needs::nothing, nullptr, 0},
+    {"mnuData", "mnuData_RecentData", -1, "Recent data files", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_sep", 2, "-", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_BatchInput", -1, "Editor for exper. Data T-p-rho-delta(LV)h       NEW (Inputn |L oad *.BAQ)", Needs::database, new_exp_data, 0},
     {"mnuData", "mnuData_BatchEdit", -1, "Editor for exper. Data T-p-rho-delta(LV)h      (View | Edit)", Needs::data_points, edit_exp_data, 0},
@@ -197,16 +200,16 @@ constexpr MenuRow MenuRows[] = {
     {"mnuHilfe", "mnuHilfe_Index", -1, "Hilfe zur Hilfe, Hilfeindex", Needs::nothing, show_help_topic, help_index},
     {"mnuHilfe", "mnuHilfe_Tip", -1, "Show Tips (german only)", Needs::nothing, show_help_topic, help_tips},
     {"mnuHilfe", "mnuHilfeHinweis", -1, "Note on german HTML Help", Needs::nothing, show_help_note, 0},
-    {"mnuHilfe", "mnuHilfe_ProjektInfo", -1, "Project info", Needs::nothing, nullptr, 0},
+    {"mnuHilfe", "mnuHilfe_ProjektInfo", -1, "Project info", Needs::nothing, show_project_status, 0},
     {"mnuHilfe", "mnuInfo", -1, "Version of the Program", Needs::nothing, show_version, 0},
 };
 
 constexpr ToolRow ToolRows[] = {
     // index, icon, tool tip, needs, action, value
     {2, "new-project", " new project ", Needs::nothing, open_database, 7},
-    {4, "last-session", " load last session ", Needs::nothing, nullptr, 0},
-    {6, "load-project", " load an existing project *.QC6", Needs::nothing, nullptr, 0},
-    {8, "save-project", " save present project as *.QC6 ", Needs::substance, nullptr, 0},
+    {4, "last-session", " load last session ", Needs::nothing, load_last_session, 0},
+    {6, "load-project", " load an existing project *.QC6", Needs::nothing, ask_for_project, 0},
+    {8, "save-project", " save present project as *.QC6 ", Needs::substance, save_project, 0},
     {0, "", "", Needs::nothing, nullptr, 0},
     {11, "reference-state", "reference state for thermodynamic functions", Needs::substance, open_reference_state, 0},
     {15, "tank", " Tank calc., GLOBAL or PART. concept acc. \"Models\"    ", Needs::calculation, start_tank, 0},
@@ -216,7 +219,7 @@ constexpr ToolRow ToolRows[] = {
     {26, "xy-editor", "  X-Y Editor ", Needs::database, edit_xy_data, 0},
     {0, "", "", Needs::nothing, nullptr, 0},
     {28, "database-editor", " Database Editor, List of synonyms ", Needs::substance, nullptr, 0},
-    {32, "project-info", " project info ", Needs::substance, nullptr, 0},
+    {32, "project-info", " project info ", Needs::substance, show_project_status, 0},
     {0, "", "", Needs::nothing, nullptr, 0},
 };
 // clang-format on

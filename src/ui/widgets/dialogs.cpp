@@ -3,10 +3,16 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QGridLayout>
-#include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
+#include <QVBoxLayout>
 #include <algorithm>
+
+#include "ui/look/look.h"
+#include "ui/widgets/end_row.h"
+#include "ui/widgets/labels.h"
 
 namespace quom {
 
@@ -80,6 +86,7 @@ Answer MessageBoxes::ask(const Message& message) {
 }
 
 std::optional<QString> Dialogs::open_file(QWidget* parent, const FileQuestion& question) {
+    if (question.own) return question.own(parent);
     const QString path =
         QFileDialog::getOpenFileName(parent, question.title, question.start, question.filter);
     if (path.isEmpty()) return std::nullopt;
@@ -97,10 +104,34 @@ std::optional<QString> Dialogs::save_file(QWidget* parent, const FileQuestion& q
 
 std::optional<QString> Dialogs::ask_text(QWidget* parent, const QString& title, const QString& prompt,
                                          const QString& proposed) {
-    bool accepted = false;
-    const QString text = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, proposed, &accepted);
-    if (!accepted) return std::nullopt;
-    return text;
+    TextQuestion question(title, prompt, proposed, parent);
+    if (question.exec() != QDialog::Accepted) return std::nullopt;
+    return question.txtText->text();
+}
+
+TextQuestion::TextQuestion(const QString& title, const QString& prompt, const QString& proposed,
+                           QWidget* parent)
+    : QDialog(parent),
+      txtText(named(new QLineEdit(proposed, this), "txtText", title)),
+      cmdOK(named(new QPushButton(QStringLiteral("OK"), this), "cmdOK", QStringLiteral("OK"))),
+      cmdCancel(
+          named(new QPushButton(QStringLiteral("Cancel <Esc>"), this), "cmdCancel", QStringLiteral("Cancel"))) {
+    setObjectName(QStringLiteral("text_question"));
+    setWindowTitle(title);
+    auto* layout = new QVBoxLayout(this);
+    auto* label = new QLabel(prompt, this);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    layout->addWidget(label);
+    layout->addWidget(txtText);
+    txtText->setAccessibleDescription(prompt);
+    txtText->setMinimumWidth(text_width(*txtText, 48));
+    add_end_row(layout, cmdCancel, cmdOK);
+    set_tab_order({txtText, cmdCancel, cmdOK});
+    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    txtText->setFocus();
+    txtText->selectAll();
 }
 
 void Dialogs::print(QWidget* parent, const PrintedText& text) { print_with_preview(parent, text); }

@@ -1,12 +1,16 @@
 // Boxes, file dialogs and text questions, behind interfaces so that tests can answer them.
 #pragma once
+#include <QDialog>
 #include <QPointer>
 #include <QString>
-#include <QWidget>
+#include <functional>
 #include <optional>
 
 #include "base/messages.h"
 #include "ui/widgets/print_text.h"
+
+class QLineEdit;
+class QPushButton;
 
 namespace quom {
 
@@ -26,6 +30,17 @@ struct FileQuestion {
     QString filter;                 // "name (*.ext)"
     QString suffix;                 // added to a name without one when saving
     bool confirm_overwrite = true;  // false: who saves asks before a file that exists is replaced
+    // A dialog of the program's own that asks in place of the platform's.
+    std::function<std::optional<QString>(QWidget* parent)> own{};
+};
+
+// Asks for a line of text.
+class TextQuestion : public QDialog {
+    Q_OBJECT
+ public:
+    TextQuestion(const QString& title, const QString& prompt, const QString& proposed, QWidget* parent);
+    QLineEdit* txtText;
+    QPushButton *cmdOK, *cmdCancel;
 };
 
 // Every question for a file or a line of text. None: cancelled.

@@ -25,6 +25,8 @@ class frmQModell : public QWidget {
     static constexpr const char* Name = "frmQModell";
     static void open(mdiQUOM& frame);
     explicit frmQModell(mdiQUOM& frame);
+    // Asks for the constants of the manual virial equation.
+    void type_virial_constants();
     ~frmQModell() override;
 
     ChoiceBox* EOSKombi;
@@ -48,7 +50,6 @@ class frmQModell : public QWidget {
     void show_next();                   // what to do next
     void changed();                     // a selection differs from the confirmed one
     void take_shown();                  // entries of the boxes that are shown and not yet taken
-    void type_virial_constants();
     void choose_eos(bool left);
     void ask_for_constants();  // once after the manual virial equation was chosen
     void confirm();

@@ -1,13 +1,10 @@
 #include "ui/windows/input_window.h"
 
 #include <QCloseEvent>
-#include <QHBoxLayout>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <algorithm>
 #include <utility>
-
-#include "ui/widgets/labels.h"
 
 namespace quom {
 
@@ -47,27 +44,6 @@ void InputWindow::fit_frame() {
     if (const QWidget* area = frame->parentWidget()) {
         const int below = frame->geometry().bottom() + 1 - area->height();
         if (below > 0) frame->move(frame->x(), std::max(0, frame->y() - below));
-    }
-}
-
-void add_end_row(QVBoxLayout* layout, QPushButton* leave, QPushButton* confirm) {
-    confirm->setDefault(true);
-    confirm->setMinimumWidth(std::max(96, confirm->sizeHint().width()));
-    auto* row = new QHBoxLayout;
-    row->addStretch();
-    row->addWidget(leave);
-    row->addWidget(confirm);
-    layout->addSpacing(4);
-    layout->addWidget(rule());
-    layout->addLayout(row);
-}
-
-void set_tab_order(const std::vector<QWidget*>& controls) {
-    QWidget* before = nullptr;
-    for (QWidget* control : controls) {
-        if (!control) continue;
-        if (before) QWidget::setTabOrder(before, control);
-        before = control;
     }
 }
 

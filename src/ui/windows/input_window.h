@@ -1,12 +1,12 @@
-// Windows of inputs: what leaving them means, and how their buttons stand.
+// Windows of inputs: what leaving them means.
 #pragma once
 #include <QString>
 #include <QWidget>
 #include <string_view>
-#include <vector>
+
+#include "ui/widgets/end_row.h"
 
 class QPushButton;
-class QVBoxLayout;
 
 namespace quom {
 
@@ -34,11 +34,5 @@ class InputWindow : public QWidget {
     void fit_frame();
     bool done_ = false;
 };
-
-// The row of buttons that ends a window: a rule above, the confirming one last, at least 96 wide and default.
-void add_end_row(QVBoxLayout* layout, QPushButton* leave, QPushButton* confirm);
-
-// Tab goes through the controls in this order; those that are null are left out.
-void set_tab_order(const std::vector<QWidget*>& controls);
 
 }  // namespace quom
