@@ -80,10 +80,7 @@ class DataWindows : public WindowDriver {
         return offered;
     }
 
-    const std::vector<TpRhoPoint>& points() const { return session_points(); }
-    const std::vector<TpRhoPoint>& session_points() const {
-        return const_cast<DataWindows*>(this)->session().document.exp.points.list();
-    }
+    const std::vector<TpRhoPoint>& points() { return document().exp.points.list(); }
     const std::vector<XYPoint>& pairs() { return document().xy.points.list(); }
     std::vector<double> column_T() {
         std::vector<double> T;
@@ -284,9 +281,20 @@ TEST_F(DataWindows, lines_are_removed_sorted_and_switched_off) {
     EXPECT_EQ(grid->model()->index(0, 0).data(Qt::ForegroundRole), QVariant());
     const QModelIndex box = grid->model()->index(1, 6);
     EXPECT_EQ(box.data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
-    click_cell(grid, 1, 6);
+    grid->setFocus();
+    grid->setCurrentIndex(box);
     key(Qt::Key_Space);
     EXPECT_EQ(points()[2].Aus, 0) << "by the check box";
+
+    bool previewed = false;
+    QTimer::singleShot(0, window, [&] {
+        QWidget* preview = QApplication::activeModalWidget();
+        ASSERT_TRUE(preview);
+        previewed = preview->objectName() == QStringLiteral("print_preview");
+        preview->close();
+    });
+    press(window, "cmdPrintTpVListe");
+    EXPECT_TRUE(previewed);
 
     click_line(grid, 1);
     messages.answers = {Answer::no};
@@ -452,7 +460,8 @@ TEST_F(DataWindows, conversions_change_all_active_points_or_none) {
                   "Action is not possible using the present data\n"
                   "(The problematic points can be set \"inactive\" (activate checkbox)\n or deleted.)");
     }
-    click_cell(window->grid, 1, 2);
+    window->grid->setFocus();
+    window->grid->setCurrentIndex(window->grid->model()->index(1, 2));
     key(Qt::Key_Space);
     EXPECT_EQ(pairs()[1].Aus, -1);
     convert(1, "");
