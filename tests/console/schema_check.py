@@ -43,6 +43,8 @@ GOOD = [
     ("iso propane --T 450 --hold h --value 5000", 0), ("iso propane --T 450 --hold h --value 5000 --phase L", 0),
     ("iso water --p 1 --hold s --T0 250 --p0 1 --energy 3", 0),
     ("sweep propane --mode 3 --in {dir}/states.csv --out {dir}/results.csv --functions", 0),
+    ("batch propane --mode 4 --data {dir}/points.BAQ --lst {dir}/points.LST --csv {dir}/points.CSV", 0),
+    ("batch propane --mode 16 --data {dir}/points.BAQ", 0),
     ("audit water", 0), ("audit --rules", 0), ("starter", 0), ("show 1,3-Propanediol", 0),
 ]
 FAILING = [
@@ -59,6 +61,8 @@ FAILING = [
     ("iso propane --T 300 --hold h", 2), ("iso propane --T 300 --hold v --value 50 --phase L", 1),
     ("iso propane --p 5 --hold h --T0 300 --p0 5 --phase L", 1), ("sweep propane --mode 3 --in - --out -", 2),
     ("sweep propane --mode 3 --in {dir}/nowhere.csv --out {dir}/x.csv", 3),
+    ("batch propane --mode 4", 2), ("batch propane --mode 4 --data {dir}/nowhere.BAQ", 3),
+    ("batch propane --mode 9 --data {dir}/points.BAQ", 2), ("batch propane --mode 2 --eos 0 --data {dir}/points.BAQ", 1),
     ("list --program-folder /nowhere/at/all", 3),
 ]
 # What every command refuses, behind its good arguments.
@@ -66,7 +70,7 @@ REFUSED_BY_ALL = [(" --colour red", 2), (" --db nowhere.q07", 3)]
 
 # Numbers without a unit: counts, codes, fractions, ratios.
 PURE = set("""status index mode PhaseRegion y nRoots fd RefKode EOSKode EVPKode HLVKode cpKode code omega nWat SystemNo
-              lines failed warned malformed value low high evp records doubtful count""".split())
+              lines failed warned malformed points active calculated mean value low high evp records doubtful count""".split())
 PURE_OF_PHASES = {"lnphi", "s_res", "cp_res"}
 RECORD = set("KFDB Wagner AntLo AntHi August RhoL RhoS HLV cpPoly cpDIPPR cpL cpS".split())  # units are in the formula
 
@@ -187,6 +191,8 @@ class Check:
 def main():
     quomc, program_folder, schema_path, folder = map(os.path.abspath, sys.argv[1:5])
     os.makedirs(folder, exist_ok=True)
+    with open(os.path.join(folder, "points.BAQ"), "w", encoding="ascii") as points:
+        points.write("date\ncomment\n74-98-6;Propane\n2\n" + "300\n990\n490\n21\n14900\n0\n" + "310\n1200\n0\n0\n0\n0\n")
     with open(os.path.join(folder, "states.csv"), "w", encoding="ascii") as table:
         table.write("T;p\n300;500\n80;500\n300;2000\n")
     with open(schema_path, encoding="utf-8") as file:
