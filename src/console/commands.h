@@ -44,6 +44,7 @@ Action declare_saturation(CLI::App& app);
 Action declare_virial(CLI::App& app);
 Action declare_calc(CLI::App& app);
 Action declare_sweep(CLI::App& app);
+Action declare_batch(CLI::App& app);
 Action declare_tank(CLI::App& app);
 Action declare_iso(CLI::App& app);
 Action declare_data(CLI::App& app);

@@ -29,6 +29,10 @@ constexpr Command table[] = {
     {"sweep", "One calculation for each line of a table or point of a grid",
      "SUBSTANCE --mode N (--in FILE|- | --grid GRID) --out FILE|- [--jobs N] [--functions] [models]",
      "propane --mode 3 --in states.csv --out results.csv", declare_sweep},
+    {"batch", "All points of a data set, with list and record",
+     "(SUBSTANCE --data FILE.BAQ | --project FILE.QC6) --mode N [--lst FILE] [--csv FILE] [--sep CHAR] "
+     "[--ext 1..4] [--functions] [models]",
+     "propane --data points.BAQ --mode 4 --lst points.LST", declare_batch},
     {"tank", "Phases, pressure and shares in a closed tank",
      "SUBSTANCE --T K --V m^3 (--m kg | --n kmol) [models]", "propane --T 300 --V 0.1 --m 20", declare_tank},
     {"iso", "The T or p at which a function has a value",

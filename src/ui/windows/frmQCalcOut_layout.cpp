@@ -18,6 +18,7 @@
 #include "ui/widgets/result_table.h"
 #include "ui/widgets/result_table_view.h"
 #include "ui/widgets/state_strip.h"
+#include "ui/widgets/table_view.h"
 #include "ui/widgets/value_box.h"
 #include "ui/widgets/view_label.h"
 #include "ui/windows/frmCEOSDiagnose.h"
@@ -203,7 +204,8 @@ void frmQCalcOut::set_tab_order() {
                                cmdProtokoll, lblProtText2, cmdOpenNew, optResultPrint[0], optResultPrint[1],
                                optResultPrint[2], chkFuncPrint, footer, cmdCEOSDiagnose, cmdIsoCalc,
                                cmdShowManuInput, cmdCalc_OK});
-    order.insert(order.end() - 5, {points->tblPoints, points->cmdCalculateAll, points->cmdCancel});
+    order.insert(order.end() - 5,
+                 {static_cast<QWidget*>(points->tblPoints), points->cmdCalculateAll, points->cmdCancel});
     for (std::size_t i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 

@@ -102,9 +102,9 @@ void PointsPage::show_running(bool running) {
 }
 
 void PointsPage::show_texts() {
-    const ExperimentalData& data = bench_.document().exp;
+    const SharedVector<TpRhoPoint>& list = bench_.document().exp.points;
     int active = 0;
-    for (std::size_t i = 1; i < data.points.size(); ++i) active += data.points[i].Aus == 0 ? 1 : 0;
+    for (std::size_t i = 1; i < list.size(); ++i) active += list[i].Aus == 0 ? 1 : 0;
     lblPoints->setText(
         QStringLiteral("%1 of %2 points calculated").arg(active - open_points(bench_.session)).arg(active));
     const QString means = means_text(model_->means());
@@ -150,7 +150,7 @@ void PointsPage::calculate(bool missing, std::function<void(bool)> then) {
     };
     run(
         job->wanted_count() <= points_at_once,
-        [job, found](const Progress& progress) { *found = run_batch(*job, progress); }, end);
+        [job, found](const Progress& told) { *found = run_batch(*job, told); }, end);
 }
 
 }  // namespace quom
