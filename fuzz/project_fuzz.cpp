@@ -26,6 +26,20 @@ class Listener final : public Messages {
     int told = 0;
 };
 
+// A folder that nothing else is in: names that the input gives are looked for beside it.
+class Folder {
+ public:
+    Folder() { std::filesystem::create_directories(path_); }
+    ~Folder() { std::filesystem::remove_all(path_); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    std::string file() const { return (path_ / "input.QC6").string(); }
+
+ private:
+    std::filesystem::path path_ =
+        std::filesystem::temp_directory_path() / ("quom_fuzz_" + std::to_string(getpid()));
+};
+
 Session starter_session() {
     Session session;
     start_session(session, QUOM_STARTER_DATA, false);
@@ -38,9 +52,8 @@ Session starter_session() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Session before = starter_session();
-    const std::string path =
-        (std::filesystem::temp_directory_path() / ("quom_fuzz_" + std::to_string(getpid()) + ".QC6"))
-            .string();
+    const Folder folder;
+    const std::string path = folder.file();
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     if (!write_file_atomic(path, bytes).empty()) return 0;
 
@@ -52,7 +65,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (user.told == 0 || session.document != before.document || session.fluid != before.fluid ||
             session.database.path != before.database.path || session.shell.ProjectPath != "")
             std::abort();
-        unlink(path.c_str());
         return 0;
     }
     if (session.shell.ModelsConfirmed || session.document.substance.StoffIndexAktiv == 0) std::abort();
@@ -64,6 +76,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             read.project->Dens != session.document.options.Dens)
             std::abort();
     }
-    unlink(path.c_str());
     return 0;
 }
