@@ -372,25 +372,30 @@ std::string cell_text(const std::optional<double>& value, const UnitConversion& 
     return std::isfinite(shown_value) ? digitsNum(shown_value, digits) : std::string();
 }
 
-std::string result_table_text(const ResultValues& values, const ChosenUnits& chosen, const Units& options,
-                              int digits) {
-    std::string text = values.title + '\n' + values.substance + '\n' + values.models + '\n' +
-                       values.reference + '\n' + "Quantity\tSymbol\tUnit";
+ExportTable result_table_export(const ResultValues& values, const ChosenUnits& chosen, const Units& options,
+                                int digits) {
+    ExportTable table{.title = {values.title, values.substance, values.models, values.reference},
+                      .heads = {"Quantity", "Symbol", "Unit"}};
     for (const std::string& head : values.heads)
-        if (!head.empty()) text += '\t' + head;
-    text += '\n';
+        if (!head.empty()) table.heads.push_back(head);
     for (const ResultSection& section : values.sections) {
-        text += section.title + '\n';
+        table.rows.push_back({section.title});
         for (const ResultRow& row : section.rows) {
             const UnitChoice unit = unit_of(values, row, chosen, options);
-            text += row.quantity + '\t' + row.symbol + '\t' + unit.text;
-            for (std::size_t k = 0; k < result_columns; ++k)
-                if (!values.heads[k].empty())
-                    text += '\t' + cell_text(row.values[k], unit.conversion, digits);
-            text += '\n';
+            std::vector<ExportCell>& cells = table.rows.emplace_back();
+            for (const std::string& text : {row.quantity, row.symbol, unit.text}) cells.emplace_back(text);
+            for (std::size_t k = 0; k < result_columns; ++k) {
+                if (values.heads[k].empty()) continue;
+                cells.emplace_back(cell_text(row.values[k], unit.conversion, digits), true);
+            }
         }
     }
-    return text;
+    return table;
+}
+
+std::string result_table_text(const ResultValues& values, const ChosenUnits& chosen, const Units& options,
+                              int digits) {
+    return to_tsv(result_table_export(values, chosen, options, digits));
 }
 
 }  // namespace quom

@@ -9,6 +9,7 @@
 
 #include "calc/outcome.h"
 #include "quantities/unit_table.h"
+#include "report/table_export.h"
 
 namespace quom {
 
@@ -65,8 +66,10 @@ std::string symbols_alike(const ResultValues& values, const ResultRow& row);
 // A value in a unit with this many digits; "" for an absent one.
 std::string cell_text(const std::optional<double>& value, const UnitConversion& unit, int digits);
 
-// The whole table, columns parted by tabs: title, substance, models, reference state, heads, every section
-// and row. Every line ends with '\n'.
+// The whole table: title, substance, models, reference state, heads, every section and row.
+ExportTable result_table_export(const ResultValues& values, const ChosenUnits& chosen, const Units& options,
+                                int digits);
+// The same with columns parted by tabs. Every line ends with '\n'.
 std::string result_table_text(const ResultValues& values, const ChosenUnits& chosen, const Units& options,
                               int digits);
 

@@ -1,5 +1,6 @@
 // Every window of the program, opened by hand: letters of the keyboard, names for screen readers, drawing.
 #include <QAccessible>
+#include <QClipboard>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMdiSubWindow>
@@ -70,6 +71,8 @@ class EveryWindow : public WindowDriver {
         press(frame.child<frmQModell>(), "cmdOKModell");
         look_at_modal("Toolbar1_11", look);
         look_at_modal("mnuOptions", look);
+        QApplication::clipboard()->setText(QStringLiteral("T/K;p/kPa\n300;100\n310;x\n"));
+        look_at_modal("mnuData_ImportText", look);
         frmBParInput virial({}, &frame);
         virial.show();
         look(&virial);

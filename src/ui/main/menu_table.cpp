@@ -5,6 +5,7 @@
 #include "ui/main/menu_actions.h"
 #include "ui/main/project_actions.h"
 #include "ui/windows/frmQOptions.h"
+#include "ui/windows/frmTextImport.h"
 
 namespace quom {
 
@@ -29,6 +30,7 @@ constexpr MenuRow MenuRows[] = {
     {"mnuData", "mnuData_BatchInput", -1, "Editor for exper. Data T-p-rho-delta(LV)h       NEW (Inputn |L oad *.BAQ)", Needs::database, new_exp_data, 0},
     {"mnuData", "mnuData_BatchEdit", -1, "Editor for exper. Data T-p-rho-delta(LV)h      (View | Edit)", Needs::data_points, edit_exp_data, 0},
     {"mnuData", "mnuData_EditXY", -1, "Editor for X-Y Data (Input | Load *.XY | Edit | Draw) ", Needs::nothing, edit_xy_data, 0},
+    {"mnuData", "mnuData_ImportText", -1, "Import text or table...", Needs::nothing, open_text_import, 0},
     {"mnuData", "mnuData_EditDatenbank", -1, "Editor for *.Q07/*.Q06 database", Needs::substance, nullptr, 0},
     {"mnuData", "mnuData_Fitting", -1, "Fitting Tool", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_sep", 3, "-", Needs::nothing, nullptr, 0},

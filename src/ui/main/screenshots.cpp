@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QEventLoop>
@@ -35,6 +36,7 @@
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmQXYEdit.h"
 #include "ui/windows/frmTpRhoEdit.h"
+#include "ui/windows/frmTextImport.h"
 
 namespace quom {
 
@@ -118,6 +120,13 @@ constexpr Step Steps[] = {
     {"virial", [](mdiQUOM& f) { frmBParInput(f.session().document.eos_input, &f).exec(); }},
     {"reference-state", [](mdiQUOM& f) { open_reference_state(f, 0); }},
     {"options", [](mdiQUOM& f) { open_options(f, 0); }},
+    {"import",
+     [](mdiQUOM& f) {
+         QApplication::clipboard()->setText(QStringLiteral(
+             "# logger 7\nt / °C;Dampfdruck / kPa;Bemerkung\n20,5;1.234,5;\n30,1;1.499,2;\n35,0;"
+             "Ausfall;Sensor\n40;1.813,7;\n-300;2;\n50,2;2.178,9;\n"));
+         open_text_import(f, 0);
+     }},
     {"selection", [](mdiQUOM& f) { start_calculation(f, 4); }},
     {"selection-partial", [](mdiQUOM& f) { press(f, frmCalcIn::Name, "opt_glob_1"); }},
     {"reference-point", [](mdiQUOM& f) { press(f, frmCalcIn::Name, "Ref_opt_2"); }},

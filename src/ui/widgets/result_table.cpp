@@ -59,7 +59,9 @@ ResultTable::ResultTable(Workbench& bench, QWidget* parent)
       digits_(named(new QComboBox(corner_), "result_digits", QStringLiteral("Digits"))),
       fold_(named(new QPushButton(corner_), "result_fold")),
       copy_(named(new QPushButton(QStringLiteral("Copy"), corner_), "result_copy",
-                  QStringLiteral("Copy the table"))) {
+                  QStringLiteral("Copy the table"))),
+      save_(named(new QPushButton(QStringLiteral("Save as..."), corner_), "result_save",
+                  QStringLiteral("Save the table as CSV, text with tabs or HTML"))) {
     setObjectName(QStringLiteral("ResultTable"));
     setFocusProxy(view_);
     refused_->setAlignment(Qt::AlignCenter);
@@ -90,6 +92,7 @@ void ResultTable::build_corner() {
     row->addWidget(digits_);
     row->addWidget(fold_);
     row->addWidget(copy_);
+    row->addWidget(save_);
     // The button keeps its width whichever caption it has.
     fold_->setText(QStringLiteral("Unfold all"));
     fold_->ensurePolished();
@@ -101,6 +104,7 @@ void ResultTable::build_corner() {
     connect(fold_, &QPushButton::clicked, this,
             [this] { view_->fold(view_->any_unfolded() ? section_keys(values_) : QStringList()); });
     connect(copy_, &QPushButton::clicked, this, [this] { view_->copy_all(); });
+    connect(save_, &QPushButton::clicked, this, [this] { view_->save_all(); });
 }
 
 int ResultTable::digits() const { return digits_->currentData().toInt(); }
@@ -141,6 +145,7 @@ void ResultTable::show_controls() {
     digits_->setEnabled(shows_values_ && !stale_);
     fold_->setEnabled(shows_values_);
     copy_->setEnabled(shows_values_);
+    save_->setEnabled(shows_values_);
     const QString caption =
         view_->any_unfolded() || !shows_values_ ? QStringLiteral("Fold all") : QStringLiteral("Unfold all");
     fold_->setText(caption);

@@ -26,7 +26,8 @@ class ResultTable : public QWidget {
     void show_refused();
     // The values shown are not up to date: grey, units and digits stay as they are.
     void set_stale(bool stale);
-    // Digits, "Fold all", "Copy": for the corner of the tabs, which takes it over. Hidden until it is shown.
+    // Digits, "Fold all", "Copy", "Save as...": for the corner of the tabs, which takes it over. Hidden until
+    // it is shown.
     QWidget* corner() const { return corner_; }
 
     ResultTableView* view() const { return view_; }
@@ -50,7 +51,7 @@ class ResultTable : public QWidget {
     QStackedLayout* pages_;
     QWidget* corner_;
     QComboBox* digits_;
-    QPushButton *fold_, *copy_;
+    QPushButton *fold_, *copy_, *save_;
 };
 
 }  // namespace quom

@@ -81,8 +81,8 @@ bool ResultTableModel::has_column(int column) const {
     return column < FirstValue || (column < ColumnCount && !values_.heads[at(column - FirstValue)].empty());
 }
 
-QString ResultTableModel::text() const {
-    return on_screen(result_table_text(values_, units_, options_, digits_));
+ExportTable ResultTableModel::table() const {
+    return result_table_export(values_, units_, options_, digits_);
 }
 
 QString ResultTableModel::text_of(QModelIndexList cells) const {

@@ -12,6 +12,7 @@
 #include <numeric>
 
 #include "ui/look/look.h"
+#include "ui/widgets/table_copy.h"
 
 namespace quom {
 
@@ -132,7 +133,8 @@ QString ResultTableView::marked_text() const {
 }
 
 void ResultTableView::copy() const { QApplication::clipboard()->setText(marked_text()); }
-void ResultTableView::copy_all() const { QApplication::clipboard()->setText(model_.text()); }
+void ResultTableView::copy_all() const { copy_table(model_.table()); }
+void ResultTableView::save_all() { save_table(this, model_.table(), QStringLiteral("result")); }
 
 double ResultTableView::point_of(const QModelIndex& index) const {
     const std::size_t section = model_.section_of(index);
@@ -278,6 +280,7 @@ void ResultTableView::contextMenuEvent(QContextMenuEvent* event) {
     QAction* marked = menu->addAction(QStringLiteral("copy"), this, &ResultTableView::copy);
     marked->setEnabled(selectionModel()->hasSelection());
     menu->addAction(QStringLiteral("copy all"), this, &ResultTableView::copy_all);
+    menu->addAction(QStringLiteral("save as..."), this, &ResultTableView::save_all);
     menu->popup(event->globalPos());
 }
 

@@ -19,7 +19,8 @@ class ResultTableView : public QTreeView {
     // Marked cells as text, else the whole table.
     QString marked_text() const;
     void copy() const;
-    void copy_all() const;
+    void copy_all() const;  // as text and as a table of a page
+    void save_all();        // as CSV, with tabs or as a page, in a file that is asked for
     // Where the point of a number stands [px from the left].
     double point_of(const QModelIndex& index) const;
     void lay_out_columns();
