@@ -191,7 +191,7 @@ TEST_F(DataFilesTest, saving) {
     const Document before = session.document;
     user.answers = {Answer::no};
     EXPECT_FALSE(SaveExpData(session, path("set.BAQ"), user));
-    EXPECT_THAT(user.take(), ElementsAre(Pair("WARNING", "such a file is already existing\nOverwrite?")));
+    EXPECT_THAT(user.take(), ElementsAre(Pair("WARNING", "such a file is already existing\nOverwright?")));
     EXPECT_EQ(bytes_of("set.BAQ"), saved);
     EXPECT_EQ(session.document, before);
     user.answers = {Answer::yes};
