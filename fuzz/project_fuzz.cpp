@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "base/files.h"
@@ -54,8 +55,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const Session before = starter_session();
     const Folder folder;
     const std::string path = folder.file();
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    if (!write_file_atomic(path, bytes).empty()) return 0;
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
 
     Listener user;
     preview_project(path, before);

@@ -1,5 +1,6 @@
 // project: what a project file holds and what of it is missing; and a project made from arguments.
 #include <memory>
+#include <utility>
 
 #include "base/code_page.h"
 #include "base/files.h"
@@ -201,8 +202,10 @@ Report save(Program& program, const ProjectArguments& arguments) {
     if (!arguments.data.empty()) {
         if (const Refused refused = load_data(program, arguments.data)) return refusal("project", *refused);
     }
-    const AskComment comment = [&arguments](const CommentQuestion&) { return arguments.comment; };
-    const ProjectSave saved = SaveProject(session, absolute_path(arguments.save), comment, program.messages);
+    Document document = session.document;
+    document.ProjectComment = arguments.comment;
+    commit(session, std::move(document));
+    const ProjectSave saved = SaveProject(session, absolute_path(arguments.save), {}, program.messages);
     if (!saved.success)
         return refusal("project",
                        {status_file, "The project " + in_quotes(arguments.save) + " was not written."});

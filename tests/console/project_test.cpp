@@ -51,7 +51,7 @@ TEST(QuomcProject, what_is_saved_is_told_again) {
     EXPECT_EQ(value_of(again, "hOffset")["unit"], "kJ/kmol");
     EXPECT_THAT(again["missing"], IsEmpty());
     const CommandRun text = quomc("project " + file);
-    EXPECT_THAT(text.out, AllOf(HasSubstr("Project p.QC6"), HasSubstr("für später"), HasSubstr("GLOBAL"),
+    EXPECT_THAT(text.out, AllOf(HasSubstr("Project p.QC6"), HasSubstr("für später"), HasSubstr("PARTIAL"),
                                 Not(HasSubstr("Missing"))));
 }
 
