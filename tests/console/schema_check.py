@@ -45,7 +45,11 @@ GOOD = [
     ("sweep propane --mode 3 --in {dir}/states.csv --out {dir}/results.csv --functions", 0),
     ("batch propane --mode 4 --data {dir}/points.BAQ --lst {dir}/points.LST --csv {dir}/points.CSV", 0),
     ("batch propane --mode 16 --data {dir}/points.BAQ", 0),
+    ("project --save {dir}/propane.QC6 propane --eos 5 --comment x", 0), ("project {dir}/propane.QC6 --info", 0),
+    ("project --save {dir}/virial.QC6 water --eos 10 --b0 1 --energy 3", 0), ("project {dir}/odd.QC6", 0),
     ("audit water", 0), ("audit --rules", 0), ("starter", 0), ("show 1,3-Propanediol", 0),
+    ("data {dir}/set.BAQ --info", 0), ("data {dir}/points.XY --info", 0), ("data {dir}/set.BAQ --convert {dir}/a.XY", 0),
+    ("data {dir}/set.BAQ --join {dir}/set.BAQ --out {dir}/b.BAQ", 0),
 ]
 FAILING = [
     ("", 2), ("melt water", 2), ("find qqqqqqqq", 1), ("show #0", 1), ("show #99999", 1),
@@ -63,14 +67,19 @@ FAILING = [
     ("sweep propane --mode 3 --in {dir}/nowhere.csv --out {dir}/x.csv", 3),
     ("batch propane --mode 4", 2), ("batch propane --mode 4 --data {dir}/nowhere.BAQ", 3),
     ("batch propane --mode 9 --data {dir}/points.BAQ", 2), ("batch propane --mode 2 --eos 0 --data {dir}/points.BAQ", 1),
-    ("list --program-folder /nowhere/at/all", 3),
+    ("list --program-folder /nowhere/at/all", 3), ("data {dir}/set.BAQ", 2), ("data {dir}/nowhere.BAQ --info", 3),
+    ("data {dir}/states.csv --info", 2), ("data {dir}/points.XY --convert {dir}/c.BAQ", 2),
+    ("project {dir}/nowhere.QC6", 3), ("project {dir}/states.csv", 3), ("project {dir}/no_cas.QC6 --info", 1),
+    ("project {dir}/propane.QC6 --eos 5", 2), ("project --save {dir}/x.txt propane", 2), ("project", 2),
+    ("project --save {dir}/x.QC6 watre", 1), ("project --save {dir}/x/y/z.QC6 water", 3),
 ]
 # What every command refuses, behind its good arguments.
 REFUSED_BY_ALL = [(" --colour red", 2), (" --db nowhere.q07", 3)]
 
 # Numbers without a unit: counts, codes, fractions, ratios.
 PURE = set("""status index mode PhaseRegion y nRoots fd RefKode EOSKode EVPKode HLVKode cpKode code omega nWat SystemNo
-              lines failed warned malformed points active calculated mean value low high evp records doubtful count""".split())
+              lines failed warned malformed value low high evp records doubtful count points
+              line values_per_point active calculated mean""".split())
 PURE_OF_PHASES = {"lnphi", "s_res", "cp_res"}
 RECORD = set("KFDB Wagner AntLo AntHi August RhoL RhoS HLV cpPoly cpDIPPR cpL cpS".split())  # units are in the formula
 
@@ -195,6 +204,15 @@ def main():
         points.write("date\ncomment\n74-98-6;Propane\n2\n" + "300\n990\n490\n21\n14900\n0\n" + "310\n1200\n0\n0\n0\n0\n")
     with open(os.path.join(folder, "states.csv"), "w", encoding="ascii") as table:
         table.write("T;p\n300;500\n80;500\n300;2000\n")
+    for name, text in [("set.BAQ", "1.1.2026\n\n67-64-1;Acetone\n2\n300,30,780,0,0,126,310\n"), ("points.XY", "c\n1;2\n")]:
+        with open(os.path.join(folder, name), "w", encoding="ascii") as file:
+            file.write(text)
+    project = ["22.11.2026", "<>", "none.q07", "gone.BAQ", " 3 ", "74-98-6", *["0"] * 28]
+    project[14], project[24] = '";"', "273.15"
+    for name, cas in ("odd.QC6", "74-98-6"), ("no_cas.QC6", "1-1-1"):
+        project[5] = cas
+        with open(os.path.join(folder, name), "w", encoding="ascii", newline="") as file:
+            file.write("\r\n".join(project) + "\r\n")
     with open(schema_path, encoding="utf-8") as file:
         check = Check(quomc, program_folder, json.load(file), folder)
 
@@ -208,7 +226,7 @@ def main():
         for more, status in REFUSED_BY_ALL:
             if command != "starter" or "--db" not in more:  # looks at the installed ones alone
                 check.check(line + more, status)
-        if command not in ("list", "find", "audit", "starter"):
+        if command not in ("list", "find", "audit", "data", "project", "starter"):
             check.check(line.replace(line.split()[1], "qqqqqqqq", 1), 1)
     check.check_refusals(check.answer("state propane --T 80 --p 500", 0))
 

@@ -407,6 +407,99 @@ TEST(ProjectFiles, what_could_not_be_found_again_is_told_when_it_is_saved) {
     EXPECT_THAT(user.take().at(0).second, HasSubstr("Another substance of the database has the CAS number"));
 }
 
+// Two points of propane as a data file.
+std::string two_points(const std::string& cas = "74-98-6") {
+    return "1.2.2003\r\ncomment\r\n" + cas + " ;Propane\r\n2\r\n" +
+           "300\r\n997\r\n490\r\n0\r\n0\r\n0\r\n310\r\n1270\r\n470\r\n0\r\n0\r\n0\r\n";
+}
+
+TEST(ProjectFiles, measured_data_are_loaded_from_where_they_are) {
+    const test::Folder folder;
+    for (const char* sub : {"project", "measured", "program"})
+        std::filesystem::create_directory(folder.path(sub));
+    Session session = propane_session(folder);
+    QueuedMessages user;
+    const std::string data = folder.write("measured/A.baq", two_points());
+    ASSERT_TRUE(LoadExpDataFile(session, data, false, user));
+    const std::string project = folder.path("project/p.QC6");
+    ASSERT_TRUE(SaveProject(session, project, {}, user).success);
+    EXPECT_EQ(split_lines(test::bytes_of(project))[3], "A.baq");
+    EXPECT_EQ(split_lines(test::bytes_of(project))[4], " 2 ");
+    EXPECT_THAT(user.take(), IsEmpty());
+
+    Session other = propane_session(folder);
+    other.ProgramPath = folder.path("program");
+    other.shell.ExpFolder = folder.path("measured");
+    const auto loaded_from = [&] {
+        const ProjectLoad load = LoadProject(other, project, user);
+        EXPECT_TRUE(load.success);
+        EXPECT_EQ(load.exp_file, "A.baq");
+        EXPECT_EQ(data_point_count(other.document.exp), 2);
+        EXPECT_FALSE(other.document.exp.ExpGeaendert);
+        return other.document.exp.file.ExpFile;
+    };
+    EXPECT_EQ(loaded_from(), data);  // in the last folder of data
+    EXPECT_EQ(loaded_from(), data);
+    // Beside the project is first, the program folder last; any case of letters.
+    folder.write("program/a.BAQ", two_points());
+    EXPECT_EQ(loaded_from(), data);
+    folder.write("project/a.BAQ", two_points());
+    EXPECT_EQ(loaded_from(), folder.path("project/a.BAQ"));
+    std::filesystem::remove(folder.path("project/a.BAQ"));
+    other.shell.ExpFolder = folder.path();
+    EXPECT_EQ(loaded_from(), folder.path("program/a.BAQ"));
+    EXPECT_THAT(user.take(), IsEmpty());
+}
+
+TEST(ProjectFiles, loaded_data_stay_or_go_as_the_user_wants) {
+    const test::Folder folder;
+    Session without = propane_session(folder);
+    QueuedMessages user;
+    ASSERT_TRUE(SaveProject(without, "none.QC6", {}, user).success);
+    const std::pair<std::string, std::string> preserve = {"exper. data",
+                                                          "Do you want to preserve the loaded exper. data?"};
+    const std::string data = folder.write("a.BAQ", two_points());
+    for (const Answer answer : {Answer::yes, Answer::no}) {
+        Session session = propane_session(folder);
+        ASSERT_TRUE(LoadExpDataFile(session, data, false, user));
+        change(session, [](Document& d) {
+            d.exp.points.edit()[0].T = 333;
+            d.calc.CurrentPoint = 2;
+        });
+        user.answers = {answer};
+        ASSERT_TRUE(LoadProject(session, "none.QC6", user).success);
+        EXPECT_THAT(user.take(), ::testing::ElementsAre(preserve));
+        EXPECT_EQ(data_point_count(session.document.exp), answer == Answer::yes ? 2 : 0);
+        EXPECT_EQ(session.document.exp.file.ExpFile.empty(), answer == Answer::no);
+        EXPECT_EQ(session.document.calc.CurrentPoint, answer == Answer::yes ? 2 : 0);
+        EXPECT_EQ(session.document.exp.points[0].T, 333);
+    }
+    Session session = propane_session(folder);
+    ASSERT_TRUE(LoadProject(session, "none.QC6", user).success);  // nothing to preserve: no question
+    EXPECT_THAT(user.take(), IsEmpty());
+
+    // Another type is dropped, the project stays.
+    const ProjectLoad dropped = LoadProject(session, project_with(folder, session, "t.QC6", 4, "a.XY"), user);
+    EXPECT_TRUE(dropped.success);
+    EXPECT_EQ(dropped.exp_file, "");
+    EXPECT_THAT(user.take(),
+                ::testing::ElementsAre(
+                    Pair("Execution not possible", "file is not of the type .BAQ and cannot be loaded")));
+    // One that is missing, or that the user does not want, is told; the project stays, too.
+    ASSERT_TRUE(LoadExpDataFile(session, data, false, user));
+    EXPECT_TRUE(LoadProject(session, project_with(folder, session, "m.QC6", 4, "gone.BAQ"), user).success);
+    auto said = user.take();
+    ASSERT_EQ(said.size(), 2u);
+    EXPECT_THAT(said[0].second, HasSubstr("gone.BAQ"));
+    EXPECT_EQ(said[1], preserve);
+    folder.write("other.BAQ", two_points("64-17-5"));
+    EXPECT_TRUE(LoadProject(session, project_with(folder, session, "o.QC6", 4, "other.BAQ"), user).success);
+    said = user.take();
+    ASSERT_EQ(said.size(), 2u);
+    EXPECT_THAT(said[0].second, HasSubstr("different substance"));
+    EXPECT_EQ(data_point_count(session.document.exp), 2);
+}
+
 TEST(ProjectFiles, a_look_at_a_project_changes_nothing) {
     const test::Folder folder;
     const Session session = propane_session(folder);

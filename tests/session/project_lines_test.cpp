@@ -98,7 +98,7 @@ TEST(ProjectLines, other_forms_of_the_same_values) {
     EXPECT_EQ(read_good(lines_up_to(31)), project);  // the reserved values are dropped anyway
     EXPECT_EQ(read_good(no_end + "\r\n\r\n\x1a"), project);
     const std::pair<std::size_t, const char*> forms[] = {
-        {5, "12"},      {7, "  3.005E+02 "}, {9, "0.168"},      {10, "2.17063919322713D-02"},
+        {5, "12"},      {7, "  3.005E+02 "}, {9, "0.168"},      {10, ".0217063919322713"},
         {13, "False"},  {13, "#FALSE#"},     {15, "  \",\"  "}, {16, " 6 "},
         {20, "0.3800"}, {31, "#TRUE#"},      {31, "True"},      {34, "1"},
         {6, "64-17-5"}, {21, " 0 "},         {23, "-1.2345E3"}, {26, "101.3250"},
@@ -137,19 +137,20 @@ TEST(ProjectLines, values_that_cannot_be_are_replaced_and_named) {
         return [member](const ProjectFile& p) { return static_cast<double>(p.*member); };
     };
     const Case cases[] = {
-        {7, "-1", of(&ProjectFile::TcrStart), 0},       {8, "1E+39", of(&ProjectFile::pcrStart), 0},
-        {11, "3", of(&ProjectFile::VolumeMode), 0},     {12, "4", of(&ProjectFile::EnergyMode), 0},
-        {12, "-1", of(&ProjectFile::EnergyMode), 0},    {13, "1", of(&ProjectFile::chkCurveTpRestricted), 0},
-        {14, "0", of(&ProjectFile::Dens), 500},         {14, "40000", of(&ProjectFile::Dens), 500},
-        {15, "\"x\"", of(&ProjectFile::SepCSV), ';'},   {16, "9", of(&ProjectFile::EVPKode), 0},
-        {17, "1", of(&ProjectFile::EOSKode), 0},        {17, "9", of(&ProjectFile::EOSKode), 0},
-        {17, "17", of(&ProjectFile::EOSKode), 0},       {17, "-2", of(&ProjectFile::EOSKode), 0},
-        {18, "3", of(&ProjectFile::cpKode), 0},         {19, "8", of(&ProjectFile::HLVKode), 0},
-        {20, "0", of(&ProjectFile::nWat), 0.38f},       {20, "10", of(&ProjectFile::nWat), 0.38f},
-        {22, "3", of(&ProjectFile::RefKode), 1},        {25, "0", of(&ProjectFile::TRef0), 298.15f},
-        {26, "-5", of(&ProjectFile::pRef0), 0},         {27, "-1", of(&ProjectFile::TEnv), 298.15},
-        {28, "-1", of(&ProjectFile::pEnv), 101.325},    {29, "-3", of(&ProjectFile::ProcessForm), 0},
-        {30, "6", of(&ProjectFile::optFitFunction), 1}, {30, "0", of(&ProjectFile::optFitFunction), 1},
+        {7, "-1", of(&ProjectFile::TcrStart), 0},        {8, "1E+39", of(&ProjectFile::pcrStart), 0},
+        {11, "3", of(&ProjectFile::VolumeMode), 0},      {12, "4", of(&ProjectFile::EnergyMode), 0},
+        {12, "-1", of(&ProjectFile::EnergyMode), 0},     {13, "1", of(&ProjectFile::chkCurveTpRestricted), 0},
+        {14, "0", of(&ProjectFile::Dens), 500},          {14, "40000", of(&ProjectFile::Dens), 500},
+        {15, "\"x\"", of(&ProjectFile::SepCSV), ';'},    {16, "9", of(&ProjectFile::EVPKode), 0},
+        {17, "1", of(&ProjectFile::EOSKode), 0},         {17, "9", of(&ProjectFile::EOSKode), 0},
+        {17, "17", of(&ProjectFile::EOSKode), 0},        {17, "-2", of(&ProjectFile::EOSKode), 0},
+        {18, "3", of(&ProjectFile::cpKode), 0},          {19, "8", of(&ProjectFile::HLVKode), 0},
+        {20, "0", of(&ProjectFile::nWat), 0.38f},        {20, "10", of(&ProjectFile::nWat), 0.38f},
+        {22, "3", of(&ProjectFile::RefKode), 1},         {25, "0", of(&ProjectFile::TRef0), 298.15f},
+        {25, "1E-50", of(&ProjectFile::TRef0), 298.15f}, {26, "-5", of(&ProjectFile::pRef0), 0},
+        {27, "-1", of(&ProjectFile::TEnv), 298.15},      {28, "-1", of(&ProjectFile::pEnv), 101.325},
+        {29, "-3", of(&ProjectFile::ProcessForm), 0},    {30, "6", of(&ProjectFile::optFitFunction), 1},
+        {30, "0", of(&ProjectFile::optFitFunction), 1},
     };
     for (const Case& c : cases) {
         const ReadProject read = read_project(with_line(c.line, c.text), "x.QC6");
@@ -212,7 +213,14 @@ class Random {
         for (int i = 1; i < digits; ++i) text += static_cast<char>('0' + whole(0, 9));
         return Val(text + "E" + std::to_string(whole(low_exponent, high_exponent)));
     }
-    double start() { return whole(0, 3) == 0 ? 0.0 : decimal(6, -6, 6); }
+    // A start value is written as the single that it is nearest to.
+    double start() {
+        if (whole(0, 3) == 0) return 0.0;
+        for (;;) {
+            const double x = decimal(6, -6, 6);
+            if (Val(writeNum(static_cast<float>(x))) == x) return x;
+        }
+    }
     double offset() { return whole(0, 3) == 0 ? 0.0 : (whole(0, 1) ? 1 : -1) * decimal(15, -12, 12); }
     std::string text(bool with_comma) {
         static const std::vector<std::string> letters = {"a", "Z", "0",  " ", "ä", "Ö",  "ß", "µ",
