@@ -173,7 +173,7 @@ TEST_F(BatchOutput, page_of_all_points) {
 }
 
 TEST_F(BatchOutput, many_points_run_in_the_background_and_can_be_cancelled) {
-    frmQCalcOut* window = open(60000);
+    frmQCalcOut* window = open(100000);
     PointsPage* page = window->points;
     window->tabs->setCurrentWidget(page);
     press(page, "cmdCalculateAll");
@@ -182,9 +182,9 @@ TEST_F(BatchOutput, many_points_run_in_the_background_and_can_be_cancelled) {
     EXPECT_FALSE(window->cmdCalc_OK->isEnabled());
     press(page, "cmdCancel");
     ASSERT_TRUE(QTest::qWaitFor([page] { return !page->is_running(); }, 60000));
-    const int done = 59999 - open_points(session());
-    EXPECT_LT(done, 59999);
-    EXPECT_EQ(page->lblPoints->text(), QStringLiteral("%1 of 59999 points calculated").arg(done));
+    const int done = 99999 - open_points(session());
+    EXPECT_LT(done, 99999);
+    EXPECT_EQ(page->lblPoints->text(), QStringLiteral("%1 of 99999 points calculated").arg(done));
     EXPECT_TRUE(window->cmdCalc_OK->isEnabled());
     press(page, "cmdCalculateAll");
     ASSERT_TRUE(QTest::qWaitFor([page] { return !page->is_running(); }, 60000));
