@@ -52,8 +52,8 @@ std::string progress_text(std::size_t done, int wanted) {
 // Calculates along with the other threads and tells of the progress of all; stops them when it is cancelled.
 void work_and_tell(SharedRun& run, const Progress& progress, int wanted) {
     using Clock = std::chrono::steady_clock;
-    constexpr auto pause = std::chrono::milliseconds(50);
-    Clock::time_point told = Clock::now();
+    constexpr auto pause = std::chrono::milliseconds(20);
+    Clock::time_point told{};  // of the last word; the first follows the first portion
     while (run.calculate_portion()) {
         if (!progress || Clock::now() - told < pause) continue;
         told = Clock::now();

@@ -335,7 +335,7 @@ void restore_session(Session& session, const SessionCopy& copy, Messages& messag
     document.DatabasePath = session.document.DatabasePath;
     session.StoffIndex = document.substance.StoffIndexAktiv;
     commit(session, std::move(document));
-    session.outcomes.clear();
+    forget_results(session);
     shell.ProjectPath = copy.shell.ProjectPath;
     shell.ProjectFolder = copy.shell.ProjectFolder;
     shell.ProjectTitle = copy.shell.ProjectTitle;

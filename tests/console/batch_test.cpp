@@ -99,8 +99,9 @@ TEST_F(BatchCommand, refusals) {
         {line("--mode 4 --lst /nowhere/at/all.LST"), 3, "/nowhere/at/all.LST"},
         {"batch --project " + path("none.QC6") + " --mode 4", 3, "none.QC6"},
         {"batch --project " + path("none.QC6") + " --mode 4 --eos 4", 2, "its own models"},
-        {line("--mode 1"), 1, "No point has a result"},
+        {"batch propane --mode 4 --data " + path("hot.BAQ"), 1, "No point has a result"},
     };
+    std::ofstream(path("hot.BAQ")) << "d\nc\n74-98-6;Propane\n1\n400\n0\n0\n0\n0\n0\n";
     std::ofstream(path("empty.BAQ")) << "d\nc\n74-98-6;Propane\n0\n";
     EXPECT_EQ(quomc("batch propane --mode 4 --data " + path("empty.BAQ")).status, 1);
     for (const auto& c : cases) {

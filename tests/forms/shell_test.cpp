@@ -98,15 +98,15 @@ TEST(ShellTest, a_batch_needs_data) {
     QueuedMessages user;
     Session s = test::substance_session(test::propane, Eos::pitzer_curl);
     EXPECT_EQ(virial_menu_caption(s), "T => Virial coefficient B");
-    opening_calculation_menu(s, user);
+    EXPECT_FALSE(opening_calculation_menu(s, user));
     EXPECT_TRUE(user.take().empty());
     test::change(s, [](Document& d) { d.options.BatchMode = true; });
-    opening_calculation_menu(s, user);
+    EXPECT_TRUE(opening_calculation_menu(s, user));
     EXPECT_THAT(user.take(),
                 ElementsAre(Pair("Execution not possible",
                                  "This type of calculation is possible only if exper. data are available.")));
     test::change(s, [](Document& d) { d.exp.points.edit().resize(2); });
-    opening_calculation_menu(s, user);
+    EXPECT_FALSE(opening_calculation_menu(s, user));
     EXPECT_TRUE(user.take().empty());
 }
 

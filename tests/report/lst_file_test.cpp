@@ -4,8 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include "base/files.h"
@@ -201,7 +203,7 @@ for data set 3
     EXPECT_EQ(section.substr(0, expected.size()), expected);
     // 44.0956/10.75 = 4.10191..., 44.0956/1.25 = 35.27648; the third point has only its V-phase.
     EXPECT_THAT(section, HasSubstr("T/K = 310        p/kPa = 62        v/m^3/kmol = 35.27648 \r\n"));
-    EXPECT_THAT(section, HasSubstr("       chi/(1/kPa):                            .0000001 \r\n"));
+    EXPECT_THAT(section, HasSubstr("       chi/(1/kPa):                             .0000001 \r\n"));
     EXPECT_THAT(section, Not(HasSubstr("ln (phi")));
     EXPECT_THAT(section, Not(HasSubstr("data set 2")));
 }
@@ -256,15 +258,26 @@ TEST(ResultFilePath, follows_the_name) {
     EXPECT_EQ(result_file_path("lpt1:", "/data"), "");
 }
 
-// A number of a list as the tests write it: seven digits, no zero before the point, a blank on both sides.
+// A number of a list as the tests write it: seven digits, no zero before the point, a blank on both sides;
+// with an exponent where it would take more than seven decimals.
 std::string listed(double x) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.7g", x);
-    std::string digits = text;
-    const bool negative = digits.front() == '-';
-    if (negative) digits.erase(0, 1);
-    if (digits.starts_with("0.")) digits.erase(0, 1);
-    return (negative ? "-" : " ") + digits + " ";
+    std::snprintf(text, sizeof text, "%.6e", std::fabs(x));
+    std::string digits = {text[0]};
+    digits.append(text + 2, 6);
+    const int exponent = std::atoi(text + 9);
+    while (digits.size() > 1 && digits.back() == '0') digits.pop_back();
+    const int decimals = std::max(0, static_cast<int>(digits.size()) - 1 - exponent);
+    std::string number;
+    if (decimals > 7) {
+        std::snprintf(text, sizeof text, "E-%02d", -exponent);
+        number = digits.substr(0, 1) + "." + digits.substr(1) + text;
+    } else {
+        std::snprintf(text, sizeof text, "%.*f", decimals, std::fabs(x));
+        number = text;
+        if (number.starts_with("0.")) number.erase(0, 1);
+    }
+    return (x < 0 ? "-" : " ") + number + " ";
 }
 std::string at_columns(std::vector<std::pair<std::size_t, std::string>> items) {
     std::string line;

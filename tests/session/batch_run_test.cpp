@@ -73,7 +73,7 @@ TEST(Batch, cancelled_keeps_what_is_done_and_goes_on_from_there) {
         EXPECT_TRUE(text.ends_with(" of 54000 points")) << text;
         return ++told == 1;
     });
-    ASSERT_TRUE(run.cancelled) << "60000 points took less than the time between two words of progress";
+    ASSERT_TRUE(run.cancelled);
     EXPECT_EQ(told, 1);
     ASSERT_TRUE(keep_results(session, job, run));
     const int open = open_points(session);
@@ -108,7 +108,7 @@ TEST(Batch, a_taker_gets_each_outcome_with_its_functions) {
         if (outcome.V && outcome.V->h) ++with_functions;
     });
     EXPECT_EQ(taken, 270);
-    EXPECT_GT(with_functions, 100);
+    EXPECT_GT(with_functions, 50);
 }
 
 }  // namespace

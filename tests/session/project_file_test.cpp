@@ -82,7 +82,7 @@ struct Before {
           StoffIndex(s.StoffIndex),
           last(s.shell.LastSessionLoaded),
           confirmed(s.shell.ModelsConfirmed),
-          outcomes(s.outcomes.size()) {}
+          outcomes(s.batch.size()) {}
     void expect(const Session& s) const {
         EXPECT_EQ(s.document, document);
         EXPECT_EQ(s.fluid, fluid);
@@ -92,7 +92,7 @@ struct Before {
         EXPECT_EQ(s.StoffIndex, StoffIndex);
         EXPECT_EQ(s.shell.LastSessionLoaded, last);
         EXPECT_EQ(s.shell.ModelsConfirmed, confirmed);
-        EXPECT_EQ(s.outcomes.size(), outcomes);
+        EXPECT_EQ(s.batch.size(), outcomes);
     }
 };
 

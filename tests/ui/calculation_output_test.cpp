@@ -153,7 +153,7 @@ TEST_F(Output, steps_through_the_data_points) {
     const auto title = [&] { return window->fraBatchVorgabe->title().toStdString(); };
     EXPECT_EQ(title(), "Specificated value(s) from data point #2");
     EXPECT_EQ(text(window->par1), "T = 302.000 K");
-    EXPECT_EQ(window->cmdCalc_OK->text().toStdString(), "Exit (+ data output)");
+    EXPECT_EQ(window->cmdCalc_OK->text().remove(QLatin1Char('&')).toStdString(), "Exit (+ data output)");
     press(window, "cmdVor");
     EXPECT_EQ(title(), "Specificated values from data point 4");
     EXPECT_EQ(text(window->par1), "T = 304.000 K");
@@ -443,13 +443,12 @@ TEST_F(Output, every_control_has_its_names) {
                 << name << ' ' << control->objectName().toStdString();
         }
     }
-    for (QWidget* control :
-         {static_cast<QWidget*>(window->cmdProtokoll), static_cast<QWidget*>(window->cmdOpenNew),
-          static_cast<QWidget*>(window->optResultPrint[1]),
-          static_cast<QWidget*>(window->optResultPrint[2])}) {
+    // A list is of data points; a record waits for its first row.
+    for (const QWidget* control :
+         {static_cast<QWidget*>(window->cmdOpenNew), static_cast<QWidget*>(window->optResultPrint[1]),
+          static_cast<QWidget*>(window->optResultPrint[2])})
         EXPECT_FALSE(control->isEnabled());
-        EXPECT_EQ(control->toolTip().toStdString(), "not yet available");
-    }
+    EXPECT_TRUE(window->cmdProtokoll->isEnabled());
 }
 
 }  // namespace

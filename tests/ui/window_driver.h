@@ -36,6 +36,8 @@ class QueuedDialogs : public Dialogs {
     std::optional<QString> save_file(QWidget*, const FileQuestion& question) override {
         return next(question);
     }
+    void print(QWidget*, const PrintedText& text) override { printed.push_back(text); }
+    std::vector<PrintedText> printed;
 
  private:
     std::optional<QString> next(const FileQuestion& question) {

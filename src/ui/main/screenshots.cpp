@@ -200,6 +200,29 @@ constexpr Step Steps[] = {
     {"calculations", [](mdiQUOM& f) { pop_up(f, "mnuCalcMain"); }},
     {"functions", [](mdiQUOM& f) { pop_up(f, "mnuGraf_FuT"); }},
     {"help", [](mdiQUOM& f) { f.show_help(62); }},
+    {"points",
+     [](mdiQUOM& f) {
+         f.unload_calculation_windows();
+         Document document = f.bench().document();
+         document.options.BatchMode = true;
+         document.calc.CalcMode = Mode::T_p;
+         document.exp.points.edit().resize(13);
+         for (int i = 1; i <= 12; ++i)
+             document.exp.points.edit()[static_cast<std::size_t>(i)] = {
+                 .Aus = static_cast<std::int16_t>(i == 4 ? -1 : 0),
+                 .T = 290.0 + 5 * i,
+                 .p = 500,
+                 .rhoV = 9.5F};
+         f.bench().commit(std::move(document));
+         start_calculation(f, 3);
+         if (auto* w = f.child<frmQCalcOut>()) w->tabs->setCurrentIndex(3);
+         press(f, frmQCalcOut::Name, "cmdCalculateAll");
+     }},
+    {"record",
+     [](mdiQUOM& f) {
+         if (auto* w = f.child<frmQCalcOut>()) w->tabs->setCurrentIndex(2);
+         press(f, frmQCalcOut::Name, "cmdProtokoll");
+     }},
 };
 
 // One run: a folder of pictures at a scale, in a theme, with a size of the main window.

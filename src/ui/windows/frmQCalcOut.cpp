@@ -88,7 +88,8 @@ void frmQCalcOut::load() {
         bench_.session.batch.clear();
     }
     show_batch_controls();
-    tabs->setCurrentIndex(bench_.memory.value(TabKey, 0).toInt());
+    const int tab = bench_.memory.value(TabKey, 0).toInt();
+    tabs->setCurrentIndex(tabs->isTabVisible(tab) ? tab : 0);
     const bool has_point = direct_ || bench_.document().calc.CurrentPoint > 0;
     if (!has_point)
         bench_.tell({.title = "Execution not possible",
@@ -170,6 +171,7 @@ void frmQCalcOut::show_stale(const StaleWords& words) {
     const QString changed = text_of(words.changed);
     strip->show_stale(changed, text_of(words.shown));
     grey(true);
+    show_record();
     if (diagnosis_) diagnosis_->show_stale(changed);
     if (picture_) picture_->show_stale(changed);
 }
@@ -181,7 +183,6 @@ void frmQCalcOut::grey(bool stale) {
     heads_->set_stale(stale);
     table->set_stale(stale);
     show_diagnosis_button();
-    show_record();
     cmdInfoSuperCrit->setEnabled(!stale);
 }
 
@@ -224,6 +225,7 @@ void frmQCalcOut::show_view() {
     Liste->setVisible(view.Liste.visible);
     cmdInfoSuperCrit->setVisible(view.cmdInfoSuperCrit);
     show_diagnosis_button();
+    show_record();
 }
 
 void frmQCalcOut::show_diagnosis_button() {

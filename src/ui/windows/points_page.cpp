@@ -45,7 +45,7 @@ PointsPage::PointsPage(Workbench& bench, QWidget* parent)
       cmdCancel(new QPushButton(QStringLiteral("Canc&el"), this)),
       progress(named(new QProgressBar(this), "progress", QStringLiteral("Progress"))),
       lblPoints(named(new QLabel(this), "lblPoints")),
-      lblMeans(named(new QLabel(this), "lblMeans")),
+      lblMeans(named(new QLabel(this), "lblMeans", QStringLiteral("Mean deviations"))),
       bench_(bench),
       model_(new PointTable(bench.session, this)),
       run_(new BackgroundRun(this)) {
