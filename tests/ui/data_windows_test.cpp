@@ -286,16 +286,6 @@ TEST_F(DataWindows, lines_are_removed_sorted_and_switched_off) {
     key(Qt::Key_Space);
     EXPECT_EQ(points()[2].Aus, 0) << "by the check box";
 
-    bool previewed = false;
-    QTimer::singleShot(0, window, [&] {
-        QWidget* preview = QApplication::activeModalWidget();
-        ASSERT_TRUE(preview);
-        previewed = preview->objectName() == QStringLiteral("print_preview");
-        preview->close();
-    });
-    press(window, "cmdPrintTpVListe");
-    EXPECT_TRUE(previewed);
-
     click_line(grid, 1);
     messages.answers = {Answer::no};
     press(window, "cmdErase");
@@ -401,6 +391,18 @@ TEST_F(DataWindows, T_y_pairs_become_x_y_data) {
         auto* button = in<QAbstractButton>(window, name);
         EXPECT_FALSE(button->isEnabled());
         EXPECT_THAT(button->toolTip().toStdString(), HasSubstr("not yet available"));
+    }
+    for (const auto& [editor, button] :
+         {std::pair<QWidget*, const char*>{window, "cmdPrintTpVListe"}, {xy, "cmdPrint"}}) {
+        QString shown;
+        QTimer::singleShot(0, editor, [&shown] {
+            QWidget* preview = QApplication::activeModalWidget();
+            ASSERT_TRUE(preview);
+            shown = preview->objectName();
+            preview->close();
+        });
+        press(editor, button);
+        EXPECT_EQ(shown, QStringLiteral("print_preview"));
     }
 }
 

@@ -106,7 +106,7 @@ QVariant DataGridModel::data(const QModelIndex& at, int role) const {
             return lines_.off(at.row()) ? Qt::Checked : Qt::Unchecked;
         case Qt::ForegroundRole:
             if (!lines_.off(at.row())) return {};
-            return QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+            return QApplication::palette().brush(QPalette::PlaceholderText);
         case Qt::ToolTipRole:
             return number ? QVariant() : QVariant(lines_.off_hint());
         case Qt::AccessibleDescriptionRole:
@@ -182,23 +182,34 @@ DataGrid::DataGrid(GridLines& lines, QWidget* parent)
     refresh();
 }
 
-// One height for all lines, one width for all numbers: nothing is measured line by line.
+// One height for all lines, one width for all numbers: nothing is measured line by line. The numbers share
+// what the view is wider than it needs to be.
 void DataGrid::set_sizes() {
     const int height = fontMetrics().height() + 4;
     verticalHeader()->setMinimumSectionSize(height);
     verticalHeader()->setDefaultSectionSize(height);
-    for (int column = 0; column + 1 < rows_->columnCount(); ++column) {
-        const int head = horizontalHeader()->sectionSizeHint(column);
-        setColumnWidth(column, std::max(text_width(*this, NumberDigits) + 16, head + 4));
-    }
     const int last = rows_->columnCount() - 1;
-    setColumnWidth(last, std::max(36, horizontalHeader()->sectionSizeHint(last) + 4));
+    const int off = std::max(36, horizontalHeader()->sectionSizeHint(last) + 4);
+    for (int column = 0; column < last; ++column)
+        setColumnWidth(column, std::max(least_width(column), (viewport()->width() - off) / last));
+    setColumnWidth(last, off);
+}
+
+int DataGrid::least_width(int column) const {
+    return std::max(text_width(*this, NumberDigits) + 16, horizontalHeader()->sectionSizeHint(column) + 4);
+}
+
+void DataGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    set_sizes();
 }
 
 QSize DataGrid::sizeHint() const {
     const int lines = text_width(*this, 6) + 12;  // 100,000 of them
-    const int width = horizontalHeader()->length() + lines +
-                      style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * frameWidth() + 4;
+    int columns = columnWidth(rows_->columnCount() - 1);
+    for (int column = 0; column + 1 < rows_->columnCount(); ++column) columns += least_width(column);
+    const int width =
+        columns + lines + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * frameWidth() + 4;
     return {width, QTableView::sizeHint().height()};
 }
 

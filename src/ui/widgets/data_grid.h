@@ -88,11 +88,13 @@ class DataGrid : public QTableView {
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void selectionChanged(const QItemSelection& now, const QItemSelection& before) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
     void set_sizes();
+    int least_width(int column) const;
     GridLines& lines_;
     DataGridModel* rows_;
 };

@@ -46,6 +46,7 @@ void switch_off(QWidget* control, const char* why) {
 
 QBoxLayout* control_row(std::initializer_list<QWidget*> controls) {
     auto* row = new QHBoxLayout;
+    if (controls.size() > 0 && qobject_cast<QRadioButton*>(*controls.begin())) row->setSpacing(14);
     for (QWidget* control : controls) row->addWidget(control);
     row->addStretch();
     return row;

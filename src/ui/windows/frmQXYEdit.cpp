@@ -43,7 +43,7 @@ frmQXYEdit* frmQXYEdit::open(mdiQUOM& frame) {
         frame.show_child(window);
     } else {
         window = new frmQXYEdit(frame);
-        frame.open_child(window, {780, 560}, Sizing::free);
+        frame.open_child(window, {780, 610}, Sizing::free);
     }
     window->txtX->setFocus();
     return window;
@@ -74,6 +74,9 @@ void frmQXYEdit::connect_controls() {
     connect(grid, &DataGrid::refused, notice, &NoticeStrip::show_text);
     connect(cmdManip, &QPushButton::clicked, this, [this] {
         fraManip->show();
+        layout()->activate();
+        if (QWidget* sub = parentWidget(); sub && height() < minimumSizeHint().height())
+            sub->resize(sub->width(), sub->height() + minimumSizeHint().height() - height());
         txtW->setFocus();
     });
     connect(cmdCloseManip, &QPushButton::clicked, this, [this] {

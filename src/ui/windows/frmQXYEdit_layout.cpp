@@ -81,6 +81,7 @@ QWidget* frmQXYEdit::make_conversion_group() {
     auto* rows = new QGridLayout(fraManip);
     for (int i = 0; i < 6; ++i) rows->addWidget(optManip[i], i % 3, i / 3);
     auto* factor = new QHBoxLayout;
+    factor->setSpacing(8);
     auto* caption = new TrimmedLabel(QStringLiteral("W = "));
     caption_for(caption, txtW);
     factor->addWidget(caption);
