@@ -27,6 +27,7 @@ constexpr WindowRow Rows[] = {
     {"frmQStoffWahl", Lifetime::database, Part::none, 10},
     {"frmReferenz", Lifetime::program, Part::none, 84},
     {"frmQOptions", Lifetime::program, Part::none, 85},
+    {"frmQCmnDlg", Lifetime::program, Part::none, 88},
     {"help_window", Lifetime::program, Part::none, 0},
     {"mdiQUOM", Lifetime::program, Part::none, 2},
 };

@@ -173,9 +173,9 @@ QWidget* frmQCmnDlg::make_preview() {
     if (project) add(2, "Database", lblBank);
     lblBank->setVisible(project);
     add(3, "Exper. data", lblExp);
-    const QString caption =
-        project ? QStringLiteral(" file comment (can be changed when saving the project) ")
-                : QStringLiteral("file comment");
+    const QString caption = project
+                                ? QStringLiteral(" file comment (can be changed when saving the project) ")
+                                : QStringLiteral("file comment");
     auto* head = new TrimmedLabel(caption, fraViewStoff);
     Text2 = named(new QPlainTextEdit(fraViewStoff), "Text2");
     Text2->setReadOnly(true);
