@@ -125,10 +125,10 @@ std::vector<std::string> folders_in(const std::string& folder) {
 }
 
 std::vector<std::string> files_in(const std::string& folder, std::string_view mask) {
-    return names_in(folder, [mask](const fs::directory_entry& entry, const std::string& name,
-                                   std::error_code& ec) {
-        return mask_matches(mask, name) && entry.is_regular_file(ec);
-    });
+    return names_in(folder,
+                    [mask](const fs::directory_entry& entry, const std::string& name, std::error_code& ec) {
+                        return mask_matches(mask, name) && entry.is_regular_file(ec);
+                    });
 }
 
 TypedName typed_name(std::string_view text, const std::string& folder, std::string_view mask) {
@@ -142,7 +142,8 @@ TypedName typed_name(std::string_view text, const std::string& folder, std::stri
         return {TypedName::Kind::mask, name_part(name), absolute_path(folder_part(path))};
     if (is_folder(path)) return {TypedName::Kind::folder, absolute_path(path), {}};
     if (extension_of(name_part(name)).empty())
-        if (std::string file = existing_file(path + std::string(mask.substr(std::min(mask.find('.'), mask.size()))));
+        if (std::string file =
+                existing_file(path + std::string(mask.substr(std::min(mask.find('.'), mask.size()))));
             !file.empty())
             return {TypedName::Kind::file, absolute_path(file), {}};
     return {};

@@ -13,16 +13,16 @@ namespace quom {
 
 // What the dialog shows of a file. Labels that a kind of file does not have are empty.
 struct FilePreview {
-    std::optional<Message> refusal;  // it is none that can be opened: all else is empty
-    std::string date, comment, substance, database, data;
+    std::optional<Message> refusal{};  // it is none that can be opened: all else is empty
+    std::string date{}, comment{}, substance{}, database{}, data{};
 };
 // Projects (*.QC...) and data files (*.BAQ) by their extension, in any case of letters; of others nothing is
 // told. The session is only read.
 FilePreview file_preview(const std::string& path, const Session& session);
 
-bool is_project_name(std::string_view name);     // extension of projects, also of older ones
-bool is_data_file_name(std::string_view name);   // .BAQ
-bool is_mask(std::string_view text);             // holds "?" or "*"
+bool is_project_name(std::string_view name);    // extension of projects, also of older ones
+bool is_data_file_name(std::string_view name);  // .BAQ
+bool is_mask(std::string_view text);            // holds "?" or "*"
 // Title of the group of the preview.
 std::string_view preview_title(std::string_view mask);
 

@@ -30,6 +30,13 @@ int delimiter_index(char sign) {
     return 0;
 }
 
+bool take_back_reduced(Document& document, const Fluid& fluid) {
+    int& mode = document.units.VolumeMode;
+    if (mode != reduced_volume || !unit_refusal(fluid, 0, reduced_volume)) return false;
+    mode = volume_molar;
+    return true;
+}
+
 OptionsInput open_options(const Document& document, const Fluid& fluid) {
     const Units& units = document.units;
     OptionsInput input;
@@ -95,7 +102,6 @@ OptionsResult apply_options(Document& document, const Fluid& fluid, const Option
     result.unload_diagram = result.units_changed && o.ResetOnClose;
     o.Dens = std::clamp(input.Dens, dens_min, dens_max);
     o.BatchMode = input.batch;
-    result.menu = calc_menu_captions(input.batch);
     o.SepCSV = checked_delimiter(o, input.SepCSV, "Warning for CSV file", messages);
     o.SepXY = checked_delimiter(o, input.SepXY, "Warning for XY file", messages);
     return result;

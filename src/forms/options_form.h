@@ -39,6 +39,9 @@ struct OptionsInput {
     bool batch = false;  // OptCalcMode
     char SepCSV = ';', SepXY = ';';
 };
+// Opening the window takes reduced quantities back where substance or EOS do not allow them any more; true:
+// it did.
+bool take_back_reduced(Document& document, const Fluid& fluid);
 // What the window shows when it opens. Reduced quantities that the substance or the EOS does not allow are
 // off.
 OptionsInput open_options(const Document& document, const Fluid& fluid);
@@ -57,10 +60,9 @@ struct MenuCaption {
 };
 
 struct OptionsResult {
-    bool taken = false;             // false: the window stays open, nothing was taken
-    bool units_changed = false;     // one of the four factors is another one
-    bool unload_diagram = false;    // the 2D diagram is to be unloaded
-    std::vector<MenuCaption> menu;  // captions of mnuCalc from now on
+    bool taken = false;           // false: the window stays open, nothing was taken
+    bool units_changed = false;   // one of the four factors is another one
+    bool unload_diagram = false;  // the 2D diagram is to be unloaded
 };
 // "O. K.": takes the controls into the document and asks about an unsuitable delimiter. Refused units are
 // told.

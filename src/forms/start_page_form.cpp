@@ -2,9 +2,13 @@
 
 #include <algorithm>
 
+#include "base/code_page.h"
+#include "base/dates.h"
 #include "base/files.h"
+#include "engine/models.h"
 #include "forms/shell.h"
 #include "session/program_path.h"
+#include "session/project_file.h"
 #include "substance/database.h"
 #include "substance/search.h"
 
@@ -22,6 +26,8 @@ constexpr StartText Keys[] = {
     {"Ctrl+K", "find anything"},           {"F5", "calculate"}, {"Ctrl+O", "open"}, {"Ctrl+,", "options"},
     {"F1", "help on the window in front"}, {"Esc", "back"},
 };
+
+constexpr std::size_t LargestLastSession = 1 << 20;  // [bytes]
 
 constexpr ExampleValue StateValues[] = {{BoxValue::T, "350"}, {BoxValue::p, "1000"}};
 constexpr ExampleValue BoilingValues[] = {{BoxValue::p, "101.325"}};
@@ -53,19 +59,66 @@ StartRow starter_row(const Session& s) {
     return row;
 }
 
+// What the last session holds, or why it cannot be loaded: its database is not found, or lacks its substance.
+StartRow last_session_row(const Session& s) {
+    StartRow row{.command = StartCommand::load_last_session,
+                 .icon = "last-session",
+                 .text = "Load last session",
+                 .second = "none was saved yet",
+                 .enabled = false};
+    const std::string path = find_in_folder(s.ProgramPath, LastSessionName);
+    if (path.empty()) return row;
+    const ProjectPreview preview = preview_project(path, s);
+    if (preview.refusal)
+        row.second = preview.refusal->text;
+    else if (preview.database_missing || preview.substance_name.empty())
+        row.second = preview.database_missing ? preview.database_text : preview.substance_text;
+    else
+        row.enabled = true;
+    if (!row.enabled) {
+        std::ranges::replace(row.second, '\n', ' ');
+        return row;
+    }
+    row.second = preview.substance_name + ", ";
+    const FileBytes file = read_file(path, LargestLastSession);
+    if (const ReadProject read = read_project(file.bytes.value_or(""), {}); read.project)
+        row.second += std::string(trim(eos_info(eos_of(read.project->EOSKode)).text)) + ", ";
+    row.second += spoken_day(file_date_text(path), today_text()) + " " + file_time_text(path);
+    return row;
+}
+
+StartCard projects_card(const std::vector<std::string>& projects, const std::string& ProgramPath) {
+    StartCard card{"Recent projects", {}};
+    for (std::size_t i = 0; i < projects.size() && card.rows.size() < RecentProjectRows; ++i)
+        if (FileExists(projects[i], ProgramPath))
+            card.rows.push_back({.command = StartCommand::recent_project,
+                                 .index = static_cast<int>(i),
+                                 .icon = "load-project",
+                                 .text = name_part(projects[i]),
+                                 .right = spoken_day(file_date_text(projects[i]), today_text())});
+    return card;
+}
+
+StartCard substances_card(const std::vector<RecentSubstance>& recent, const std::string& ProgramPath) {
+    StartCard card{"Recent substances", {}};
+    for (std::size_t i = 0; i < recent.size() && card.rows.size() < RecentSubstanceCount; ++i)
+        if (FileExists(recent[i].database, ProgramPath))
+            card.rows.push_back({.command = StartCommand::recent_substance,
+                                 .index = static_cast<int>(i),
+                                 .icon = "substance",
+                                 .text = recent[i].name,
+                                 .right = recent[i].formula});
+    return card;
+}
+
 StartCard begin_card(const Session& s) {
     return {"Begin",
             {starter_row(s),
-             {.command = StartCommand::load_last_session,
-              .icon = "last-session",
-              .text = "Load last session",
-              .second = "none was saved yet",
-              .enabled = false},
+             last_session_row(s),
              {.command = StartCommand::load_project,
               .icon = "load-project",
               .text = "Load a project *.QC6 ...",
-              .second = "not yet available",
-              .enabled = false},
+              .second = "substance, models, options and data"},
              {.command = StartCommand::open_database,
               .icon = "new-project",
               .text = "Open database *.Q07 / new project ...",
@@ -114,32 +167,27 @@ int find_recent(const DatabaseFile& file, const RecentSubstance& recent) {
     return by_number > 0 ? by_number : find_in_tables(file, recent.name);
 }
 
-StartPageForm start_page_form(const Session& s, const std::vector<RecentSubstance>& recent) {
+StartPageForm start_page_form(const Session& s, const RecentlyUsed& recent) {
     const std::string hint = next_step_hint(s);
     const std::size_t line_end = std::min(hint.find('\n'), hint.size());
     StartPageForm form{.headline = hint.substr(0, line_end),
                        .sentence = hint.substr(std::min(line_end + 1, hint.size())),
                        .begin = begin_card(s),
                        .beside = {}};
-    StartCard substances{"Recent substances", {}};
-    for (std::size_t i = 0; i < recent.size() && substances.rows.size() < RecentSubstanceCount; ++i)
-        if (FileExists(recent[i].database, s.ProgramPath))
-            substances.rows.push_back({.command = StartCommand::recent_substance,
-                                       .index = static_cast<int>(i),
-                                       .icon = "substance",
-                                       .text = recent[i].name,
-                                       .right = recent[i].formula});
+    StartCard substances = substances_card(recent.substances, s.ProgramPath);
+    StartCard projects = projects_card(recent.projects, s.ProgramPath);
     if (substances.rows.empty()) {
         form.beside = {example_card()};
+        if (!projects.rows.empty()) form.beside.push_back(std::move(projects));
         return form;
     }
-    form.beside = {std::move(substances),
-                   {"Recent projects",
-                    {{.command = StartCommand::recent_project,
-                      .icon = "load-project",
-                      .text = "No project",
-                      .second = "none was saved yet",
-                      .enabled = false}}}};
+    if (projects.rows.empty())
+        projects.rows.push_back({.command = StartCommand::recent_project,
+                                 .icon = "load-project",
+                                 .text = "No project",
+                                 .second = "none was saved yet",
+                                 .enabled = false});
+    form.beside = {std::move(substances), std::move(projects)};
     return form;
 }
 

@@ -23,7 +23,7 @@ enum class StartCommand {
 
 struct StartRow {
     StartCommand command{};
-    int index = 0;       // of the recent substance or the example
+    int index = 0;       // of the recent substance, the recent project or the example
     std::string icon{};  // of the icons of the program
     std::string text{};
     std::string second{};  // line below; of a row that cannot act: why; empty: a row of one line
@@ -66,8 +66,16 @@ std::vector<RecentSubstance> with_recent(std::vector<RecentSubstance> list, cons
 // 0 when the database has it no more.
 int find_recent(const DatabaseFile& file, const RecentSubstance& recent);
 
-// Substances whose database is gone are left out; an index of a row is that in the list given.
-StartPageForm start_page_form(const Session& session, const std::vector<RecentSubstance>& recent);
+// What was used last, the last one first.
+struct RecentlyUsed {
+    std::vector<RecentSubstance> substances;
+    std::vector<std::string> projects;  // paths
+};
+inline constexpr std::size_t RecentProjectRows = 3;
+
+// Substances whose database is gone are left out, as are projects that are gone; an index of a row is that in
+// the list given.
+StartPageForm start_page_form(const Session& session, const RecentlyUsed& recent);
 
 // A calculation to look at: models as they are proposed, values by the boxes that take them.
 struct ExampleValue {

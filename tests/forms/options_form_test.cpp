@@ -107,7 +107,7 @@ TEST(OptionsForm, gives_back_what_was_taken) {
     const OptionsResult r = apply_options(d, *s.fluid, input, nobody);
     EXPECT_TRUE(r.units_changed);
     EXPECT_FALSE(r.unload_diagram) << "the diagram keeps its units";
-    EXPECT_EQ(r.menu.at(1).caption, "columns T, rho(L) => p, state L/V     + thermod. Fu.");
+    EXPECT_EQ(calc_menu_captions(true).at(1).caption, "columns T, rho(L) => p, state L/V     + thermod. Fu.");
     EXPECT_EQ(d.options, (Options{.BatchMode = true,
                                   .ResetOnClose = false,
                                   .ParSpeichern = true,

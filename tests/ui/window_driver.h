@@ -25,10 +25,12 @@
 
 namespace quom {
 
-// Answers questions for files from a queue; an empty queue or text means cancelled.
+// Answers questions for files and texts from queues; an empty queue or file means cancelled.
 class QueuedDialogs : public Dialogs {
  public:
     std::deque<QString> files;
+    std::deque<std::optional<QString>> texts;
+    std::vector<std::pair<QString, QString>> texts_asked;  // title, text proposed
     std::vector<FileQuestion> asked;
     std::optional<QString> open_file(QWidget*, const FileQuestion& question) override {
         return next(question);
@@ -38,6 +40,14 @@ class QueuedDialogs : public Dialogs {
     }
     void print(QWidget*, const PrintedText& text) override { printed.push_back(text); }
     std::vector<PrintedText> printed;
+    std::optional<QString> ask_text(QWidget*, const QString& title, const QString&,
+                                    const QString& proposed) override {
+        texts_asked.emplace_back(title, proposed);
+        if (texts.empty()) return std::nullopt;
+        const std::optional<QString> text = texts.front();
+        texts.pop_front();
+        return text;
+    }
 
  private:
     std::optional<QString> next(const FileQuestion& question) {

@@ -12,6 +12,7 @@
 #include "ui/look/look.h"
 #include "ui/main/command_line.h"
 #include "ui/main/mdiQUOM.h"
+#include "ui/main/project_actions.h"
 #include "ui/main/recovery_keeper.h"
 #include "ui/main/screenshots.h"
 #include "ui/windows/frmPhantom.h"
@@ -72,8 +73,10 @@ int main(int argc, char** argv) {
         frame.bench().tell(
             {.title = "Execution not possible", .text = folder.fault, .kind = quom::MessageKind::stop});
     frame.show();
-    frame.start(quom::command_line_project(arguments.project));
-    splash.close();
+    frame.start({});
+    splash.close();  // a box of the project below would lie behind it
+    if (const std::string project = quom::command_line_project(arguments.project); !project.empty())
+        quom::load_project(frame, project);
     trace("start-up");
     quom::RecoveryKeeper keeper(frame, folder.path);
     QTimer::singleShot(0, &frame, [&] {
@@ -82,7 +85,7 @@ int main(int argc, char** argv) {
             const int taken = quom::take_screenshots(frame, QString::fromStdString(arguments.pictures),
                                                      arguments.picture_size);
             std::printf("%d pictures in %s\n", taken, arguments.pictures.c_str());
-            frame.close();
+            QCoreApplication::exit(0);  // nothing is kept of this session
             return;
         }
         keeper.begin();

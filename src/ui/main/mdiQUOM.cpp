@@ -31,6 +31,7 @@
 #include "ui/widgets/labels.h"
 #include "ui/widgets/wheel_focus.h"
 #include "ui/widgets/window_keys.h"
+#include "ui/windows/frmQOptions.h"
 #include "ui/windows/help_window.h"
 
 namespace quom {
@@ -56,6 +57,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     connect(bench_.get(), &Workbench::changed, this, [this](const Changes& changes) {
         if (changes.substance) remember_substance(*bench_);
         remember_data(*bench_, changes);
+        if (changes.options) show_calculation_captions(*this);
     });
     connect(bench_.get(), &Workbench::moving, this, &mdiQUOM::leave_windows_of);
     connect(bench_.get(), &Workbench::moved, this,

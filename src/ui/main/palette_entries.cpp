@@ -25,6 +25,7 @@
 #include "ui/main/menu_actions.h"
 #include "ui/main/menu_table.h"
 #include "ui/main/quick_start.h"
+#include "ui/main/recent_files.h"
 #include "ui/widgets/labels.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/help_pages.h"
@@ -35,7 +36,7 @@ namespace {
 
 const QString UsedKey = QStringLiteral("palette/used");
 constexpr std::string_view MenuPrefix = "menu:", EosPrefix = "eos:", WindowPrefix = "window:",
-                           HelpPrefix = "help:";
+                           HelpPrefix = "help:", ProjectPrefix = "project:", DataPrefix = "data:";
 
 struct RootKind {
     std::string_view root;
@@ -106,6 +107,7 @@ PaletteEntries::PaletteEntries(mdiQUOM& frame, const mdiMenus& menus)
     add_equations();
     add_windows();
     add_help();
+    add_recent_files();
     const Session& s = frame.session();
     if (s.database.DatabaseKind != 0 || !FileExists(StarterDatabase, s.ProgramPath)) return;
     starter_ =
@@ -186,6 +188,19 @@ void PaletteEntries::add_help() {
     }
 }
 
+void PaletteEntries::add_recent_files() {
+    const auto add = [this](RecentFiles kind, std::string_view prefix, const char* detail, Needs needs) {
+        for (const std::string& path : recent_files(frame_.bench().memory, kind))
+            entries_.push_back({.kind = PaletteKind::window,
+                                .id = std::string(prefix) + path,
+                                .text = name_part(path),
+                                .detail = detail,
+                                .reason = why_not(frame_.session(), needs)});
+    };
+    add(RecentFiles::projects, ProjectPrefix, "recent project", Needs::nothing);
+    add(RecentFiles::data, DataPrefix, "recent data file", Needs::substance);
+}
+
 std::vector<PaletteHit> PaletteEntries::find(std::string_view typed) {
     std::vector<PaletteEntry> entries = entries_;
     if (trim(typed).empty()) {
@@ -215,6 +230,10 @@ void run_palette_entry(mdiQUOM& frame, const mdiMenus& menus, const std::string&
         show_window(frame, behind(WindowPrefix));
     } else if (id.starts_with(HelpPrefix)) {
         frame.show_help(behind(HelpPrefix).section(QLatin1Char('#'), 0, 0).toInt());
+    } else if (id.starts_with(ProjectPrefix)) {
+        open_recent(frame, RecentFiles::projects, id.substr(ProjectPrefix.size()));
+    } else if (id.starts_with(DataPrefix)) {
+        open_recent(frame, RecentFiles::data, id.substr(DataPrefix.size()));
     } else if (const RecentSubstance substance = substance_of_id(id); !substance.name.empty()) {
         take_recent(frame, substance);
     }

@@ -27,6 +27,7 @@ class PaletteEntries {
     void add_equations();
     void add_windows();
     void add_help();
+    void add_recent_files();
 
     mdiQUOM& frame_;
     std::vector<PaletteEntry> entries_;

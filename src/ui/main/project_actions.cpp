@@ -110,9 +110,8 @@ void show_project_status(mdiQUOM& frame, int) {
     Workbench& bench = frame.bench();
     auto* window = frmQTextEdit::open(frame, QLatin1String(project_status_caption), {},
                                       project_status_text(bench.session));
-    QObject::connect(&bench, &Workbench::changed, window, [window, &bench] {
-        window->show_texts({}, project_status_text(bench.session));
-    });
+    QObject::connect(&bench, &Workbench::changed, window,
+                     [window, &bench] { window->show_texts({}, project_status_text(bench.session)); });
 }
 
 void leave_session(mdiQUOM& frame) {

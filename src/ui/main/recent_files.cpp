@@ -84,8 +84,8 @@ void fill_recent_menu(mdiQUOM& frame, QMenu* menu, RecentFiles kind) {
         QString name = QString::fromStdString(name_part(path));
         const QString folder = QDir::toNativeSeparators(QString::fromStdString(folder_part(path)));
         const QFontMetrics metrics = menu->fontMetrics();
-        const QString beside = metrics.elidedText(
-            folder, Qt::ElideLeft, FolderDigits * metrics.horizontalAdvance(QLatin1Char('0')));
+        const QString beside = metrics.elidedText(folder, Qt::ElideLeft,
+                                                  FolderDigits * metrics.horizontalAdvance(QLatin1Char('0')));
         QAction* action =
             menu->addAction(name.replace(QLatin1Char('&'), QStringLiteral("&&")) + QLatin1Char('\t') + beside,
                             &frame, [&frame, kind, path] { open_recent(frame, kind, path); });

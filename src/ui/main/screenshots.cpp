@@ -19,18 +19,21 @@
 #include "base/files.h"
 #include "session/data_diagnosis.h"
 #include "session/program_path.h"
+#include "session/project_file.h"
 #include "ui/main/calculation_windows.h"
 #include "ui/main/data_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/menu_actions.h"
 #include "ui/main/palette.h"
+#include "ui/main/project_actions.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/widgets/number_box.h"
 #include "ui/windows/frmBParInput.h"
 #include "ui/windows/frmCalcIn.h"
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQCalcOut.h"
+#include "ui/windows/frmQCmnDlg.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQOptions.h"
 #include "ui/windows/frmQStoffWahl.h"
@@ -108,6 +111,28 @@ constexpr Step Steps[] = {
          const Session& s = f.session();
          MessageBoxes(&f).ask(data_diagnosis_text(DatenSituation(s.substance()),
                                                   substance_marks(s.ProgramPath, s.substance())));
+     }},
+    {"project-info", [](mdiQUOM& f) { show_project_status(f, 0); }},
+    {"open-project",
+     [](mdiQUOM& f) {
+         f.unload("frmQTextEdit");
+         // In a folder of its own, so that nothing of the user's is shown or touched.
+         const QTemporaryDir folder;
+         const std::string project = folder.filePath(QStringLiteral("propane cycle.QC6")).toStdString();
+         const auto comment = [](const CommentQuestion&) {
+             return std::string("cycle of the plant, design");
+         };
+         SaveProject(f.session(), project, comment, f.bench().messages());
+         QDir(folder.path()).mkdir(QStringLiteral("measured"));
+         open_with_preview(f, {.title = QStringLiteral("Load a project (*.QC6)"),
+                               .folder = folder.path().toStdString(),
+                               .mask = "*.QC6",
+                               .name = "propane cycle.QC6"});
+     }},
+    {"comment",
+     [](mdiQUOM& f) {
+         f.dialogs().ask_text(&f, QStringLiteral(" File comment (optional) "),
+                              QStringLiteral("<Cancel> = No Comment"), QStringLiteral("cycle of the plant"));
      }},
     {"question",
      [](mdiQUOM& f) {

@@ -12,7 +12,9 @@
 #include "ui/look/svg_icons.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/menu_actions.h"
+#include "ui/main/project_actions.h"
 #include "ui/main/quick_start.h"
+#include "ui/main/recent_files.h"
 #include "ui/main/start_page_parts.h"
 #include "ui/widgets/labels.h"
 
@@ -165,7 +167,9 @@ void StartPage::refresh() {
     for (const QMdiSubWindow* sub : area_->subWindowList()) wanted = wanted && sub->isHidden();
     if (!wanted) return hide();
     if (!isHidden()) return;
-    if (StartPageForm form = start_page_form(frame_.session(), recent_substances(frame_.bench().memory));
+    if (StartPageForm form =
+            start_page_form(frame_.session(), {recent_substances(frame_.bench().memory),
+                                               recent_files(frame_.bench().memory, RecentFiles::projects)});
         form != form_ || !widget())
         build(form);
     cover_area();
@@ -259,9 +263,15 @@ void StartPage::run(const StartRow& row) {
         case StartCommand::example:
             return run_example(frame_, examples()[static_cast<std::size_t>(row.index)]);
         case StartCommand::load_last_session:
+            return load_last_session(frame_, 0);
         case StartCommand::load_project:
-        case StartCommand::recent_project:
-            return;  // their rows cannot act yet
+            return ask_for_project(frame_, 0);
+        case StartCommand::recent_project: {
+            const auto recent = recent_files(frame_.bench().memory, RecentFiles::projects);
+            if (const auto at = static_cast<std::size_t>(row.index); at < recent.size())
+                open_recent(frame_, RecentFiles::projects, recent[at]);
+            return;
+        }
     }
 }
 

@@ -27,7 +27,8 @@ constexpr WindowRow Rows[] = {
     {"frmQStoffWahl", Lifetime::database, Part::none, 10},
     {"frmReferenz", Lifetime::program, Part::none, 84},
     {"frmQOptions", Lifetime::program, Part::none, 85},
-    {"frmTextImport", Lifetime::program, Part::none, 86},
+    {"frmTextImport", Lifetime::program, Part::none, 89},
+    {"frmQCmnDlg", Lifetime::program, Part::none, 88},
     {"help_window", Lifetime::program, Part::none, 0},
     {"mdiQUOM", Lifetime::program, Part::none, 2},
 };

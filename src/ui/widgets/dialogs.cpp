@@ -114,8 +114,8 @@ TextQuestion::TextQuestion(const QString& title, const QString& prompt, const QS
     : QDialog(parent),
       txtText(named(new QLineEdit(proposed, this), "txtText", title)),
       cmdOK(named(new QPushButton(QStringLiteral("OK"), this), "cmdOK", QStringLiteral("OK"))),
-      cmdCancel(
-          named(new QPushButton(QStringLiteral("Cancel <Esc>"), this), "cmdCancel", QStringLiteral("Cancel"))) {
+      cmdCancel(named(new QPushButton(QStringLiteral("Cancel <Esc>"), this), "cmdCancel",
+                      QStringLiteral("Cancel"))) {
     setObjectName(QStringLiteral("text_question"));
     setWindowTitle(title);
     auto* layout = new QVBoxLayout(this);

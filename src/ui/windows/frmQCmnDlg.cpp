@@ -12,6 +12,7 @@
 #include <QSignalBlocker>
 #include <QStorageInfo>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/files.h"
 #include "forms/open_form.h"
@@ -64,6 +65,11 @@ QLabel* preview_label(const char* name, QWidget* parent) {
     return label;
 }
 
+void add_item(QListWidget* list, const std::string& name, const QIcon& icon = {}) {
+    auto* item = new QListWidgetItem(icon, QString::fromStdString(name), list);
+    item->setSizeHint({0, list->fontMetrics().height() + 6});
+}
+
 // In one line: a comment is one line of its file.
 std::string comment_text(const QPlainTextEdit* box) {
     QString text = box->toPlainText();
@@ -108,6 +114,9 @@ QWidget* frmQCmnDlg::make_folder_row() {
     layout->setContentsMargins(0, 0, 0, 0);
     drvOpenList = named(new QComboBox(row), "drvOpenList", QStringLiteral("Drive"));
     drvOpenList->addItems(roots());
+    drvOpenList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    drvOpenList->setMinimumContentsLength(10);
+    drvOpenList->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     drvOpenList->setVisible(drvOpenList->count() > 1);
     auto* label = new QLabel(QStringLiteral("Folder:"), row);
     txtFolder = named(new QLineEdit(row), "txtFolder");
@@ -132,6 +141,7 @@ QWidget* frmQCmnDlg::make_lists() {
     const auto add = [&](int column, QLabel* head, const char* name, int digits) {
         auto* list = named(new QListWidget(lists), name);
         list->setUniformItemSizes(true);
+        list->setIconSize({16, 16});
         list->setTextElideMode(Qt::ElideMiddle);
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         list->setMinimumWidth(text_width(*list, digits));
@@ -173,9 +183,9 @@ QWidget* frmQCmnDlg::make_preview() {
     if (project) add(2, "Database", lblBank);
     lblBank->setVisible(project);
     add(3, "Exper. data", lblExp);
-    const QString caption =
-        project ? QStringLiteral(" file comment (can be changed when saving the project) ")
-                : QStringLiteral("file comment");
+    const QString caption = project
+                                ? QStringLiteral(" file comment (can be changed when saving the project) ")
+                                : QStringLiteral("file comment");
     auto* head = new TrimmedLabel(caption, fraViewStoff);
     Text2 = named(new QPlainTextEdit(fraViewStoff), "Text2");
     Text2->setReadOnly(true);
@@ -186,7 +196,8 @@ QWidget* frmQCmnDlg::make_preview() {
     grid->addWidget(head, 5, 0, 1, 2);
     grid->addWidget(Text2, 6, 0, 1, 2);
     grid->setRowStretch(6, 1);
-    fraViewStoff->setMinimumWidth(text_width(*fraViewStoff, 40));
+    fraViewStoff->setMinimumWidth(
+        std::max(text_width(*fraViewStoff, 40), fraViewStoff->minimumSizeHint().width()));
     return fraViewStoff;
 }
 
@@ -225,9 +236,8 @@ void frmQCmnDlg::go_to(const std::string& folder) {
     drvOpenList->setCurrentIndex(root_of(drvOpenList, path));
     cmdReturn->setEnabled(!QDir(path).isRoot());
     dirOpenList->clear();
-    for (const std::string& name : folders_in(folder_)) dirOpenList->addItem(QString::fromStdString(name));
-    for (int i = 0; i < dirOpenList->count(); ++i)
-        dirOpenList->item(i)->setIcon(svg_icon(QStringLiteral("load-project")));
+    const QIcon icon = svg_icon(QStringLiteral("load-project"));
+    for (const std::string& name : folders_in(folder_)) add_item(dirOpenList, name, icon);
     show_files();
 }
 
@@ -248,8 +258,7 @@ void frmQCmnDlg::show_files() {
     {
         const QSignalBlocker quiet(filOpenList);
         filOpenList->clear();
-        for (const std::string& name : files_in(folder_, mask_))
-            filOpenList->addItem(QString::fromStdString(name));
+        for (const std::string& name : files_in(folder_, mask_)) add_item(filOpenList, name);
     }
     const int count = filOpenList->count();
     lblFiles->setText(QStringLiteral("Files %1 (%2)")

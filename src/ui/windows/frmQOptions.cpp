@@ -270,15 +270,20 @@ void frmQOptions::take() {
 }
 
 void open_options(mdiQUOM& frame, int) {
+    if (Document document = frame.bench().document(); take_back_reduced(document, frame.bench().fluid()))
+        frame.bench().commit(std::move(document));
     frmQOptions window(frame.bench(), &frame);
     if (window.exec() != QDialog::Accepted) return;
-    const OptionsResult& taken = window.taken();
-    for (const MenuCaption& entry : taken.menu) {
+    show_calculation_captions(frame);
+    if (window.taken().unload_diagram) frame.unload("frmQGraph2D");
+    frame.refresh();
+}
+
+void show_calculation_captions(mdiQUOM& frame) {
+    for (const MenuCaption& entry : calc_menu_captions(frame.session().document.options.BatchMode)) {
         const QString name = QStringLiteral("mnuCalc_%1").arg(entry.index);
         if (auto* action = frame.findChild<QAction*>(name)) action->setText(shown(entry.caption));
     }
-    if (taken.unload_diagram) frame.unload("frmQGraph2D");
-    frame.refresh();
 }
 
 void open_reference_state(mdiQUOM& frame, int) { frmReferenz(frame.bench(), &frame).exec(); }

@@ -55,5 +55,7 @@ class frmQOptions : public QDialog {
 // Entries of the main window: the settings, and the reference state of h and s.
 void open_options(mdiQUOM& frame, int);
 void open_reference_state(mdiQUOM& frame, int);
+// Captions of the calculations as the mode has them, batch or direct.
+void show_calculation_captions(mdiQUOM& frame);
 
 }  // namespace quom
