@@ -49,6 +49,12 @@ std::string join_path(std::string_view folder, std::string_view name) {
     return out;
 }
 
+std::string absolute_path(const std::string& path) {
+    std::error_code fault;
+    const fs::path real = fs::absolute(path, fault);
+    return fault ? path : real.lexically_normal().string();
+}
+
 std::string find_in_folder(std::string_view folder, std::string_view name) {
     if (name.empty()) return {};
     std::string exact = join_path(folder, name);

@@ -18,6 +18,8 @@ std::string folder_part(std::string_view path);
 std::string name_part(std::string_view path);
 inline bool has_folder_part(std::string_view path) { return !folder_part(path).empty(); }
 std::string join_path(std::string_view folder, std::string_view name);
+// The path from the root, without "." and ".."; as it stands where the current folder is not known.
+std::string absolute_path(const std::string& path);
 
 // An existing file of this name in the folder, compared without regard to upper and lower case (an exact
 // match is preferred); empty when there is none.

@@ -21,9 +21,10 @@ class MessageBoxes : public Messages {
 
 struct FileQuestion {
     QString title;
-    QString start;   // folder, or path of the file proposed
-    QString filter;  // "name (*.ext)"
-    QString suffix;  // added to a name without one when saving
+    QString start;                  // folder, or path of the file proposed
+    QString filter;                 // "name (*.ext)"
+    QString suffix;                 // added to a name without one when saving
+    bool confirm_overwrite = true;  // false: who saves asks before a file that exists is replaced
 };
 
 // Every question for a file or a line of text. None: cancelled.
