@@ -3,9 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <cmath>
-#include <limits>
+#include <ctime>
 #include <random>
 
 #include "base/code_page.h"
@@ -432,22 +430,28 @@ TEST(TextImport, reads_back_tables_in_any_dialect) {
     }
 }
 
+// Time of the processor [s], whatever else runs on the machine.
+double processor_time(const std::string& text, int& good_rows) {
+    const std::clock_t begin = std::clock();
+    good_rows = read(text).good_rows;
+    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+}
+
 TEST(TextImport, takes_hundred_thousand_rows_at_once) {
-    std::string text = "T / °C;p / kPa;rhoL / (g/cm3);remark\n";
-    for (int i = 0; i < 100'000; ++i)
+    std::string text = "T / °C;p / kPa;rhoL / (g/cm3);remark\n", bad_rows = text, open_quotes = text;
+    for (int i = 0; i < 100'000; ++i) {
         text += std::to_string(20 + i % 100) + ",25;" + std::to_string(100 + i) + ",5;0,79;row\n";
-    const auto begin = std::chrono::steady_clock::now();
-    const TextImport import = read(text);
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
-    EXPECT_EQ(import.good_rows, 100'000);
-    EXPECT_LT(seconds.count(), 1.0);
-    // One line of many cells, many quotes that do not close, no line end at all.
-    for (const std::string& hostile : {std::string(1'000'000, ','), std::string(1'000'000, '"'),
-                                       std::string(1'000'000, '\n'), std::string(1'000'000, '1')}) {
-        const auto start = std::chrono::steady_clock::now();
-        read(hostile);
-        EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 1.0);
+        bad_rows += "a;b;c\n";
+        open_quotes += "\"a;b\n";
     }
+    int good_rows = 0;
+    EXPECT_LT(processor_time(text, good_rows), 1.0);
+    EXPECT_EQ(good_rows, 100'000);
+    // One line of many cells, quotes that do not close, no line end at all: nothing takes longer.
+    for (const std::string& hostile :
+         {bad_rows, open_quotes, std::string(1'000'000, ','), std::string(1'000'000, '"'),
+          std::string(1'000'000, '\n'), std::string(1'000'000, '1'), std::string(1'000'000, ' ')})
+        EXPECT_LT(processor_time(hostile, good_rows), 1.0) << hostile.substr(0, 60);
 }
 
 }  // namespace

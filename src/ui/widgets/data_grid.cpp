@@ -16,6 +16,7 @@
 #include "ui/look/look.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/number_box.h"
+#include "ui/widgets/table_copy.h"
 
 namespace quom {
 
@@ -325,6 +326,10 @@ void DataGrid::contextMenuEvent(QContextMenuEvent* event) {
     add("delete", "Del", any, [this] { clear_marked(); });
     add("marked cell(s) => 0", "", any, [this] { clear_marked(); });
     add("remove marked line(s)", "Ctrl+Del", any, [this] { lines_.remove_marked(); });
+    menu.addSeparator();
+    const bool filled = lines_.count() > 0;
+    add("copy the table", "", filled, [this] { copy_table(table_of(*rows_)); });
+    add("save the table as...", "", filled, [this] { save_table(this, table_of(*rows_), accessibleName()); });
     menu.exec(event->globalPos());
 }
 

@@ -26,9 +26,10 @@ class ResultTableModel : public QAbstractItemModel {
     UnitChoice unit(const QModelIndex& index) const;          // of a row
     bool has_choice(const QModelIndex& index) const;          // a unit cell with more than one unit
     bool has_column(int column) const;
-    // The whole table for copying and saving.
+    // The whole table for copying and saving; its text, and that of marked cells in the order of the rows,
+    // columns parted by tabs; "-" as minus.
     ExportTable table() const;
-    // Marked cells in the order of the rows, columns parted by tabs; "-" as minus.
+    QString text() const { return QString::fromStdString(to_tsv(table())); }
     QString text_of(QModelIndexList cells) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -25,6 +25,7 @@
 #include "ui/widgets/labels.h"
 #include "ui/widgets/notice_strip.h"
 #include "ui/widgets/number_box.h"
+#include "ui/widgets/table_copy.h"
 #include "ui/widgets/value_box.h"
 #include "ui/windows/frmQTextEdit.h"
 #include "ui/windows/substance_list.h"
@@ -64,6 +65,10 @@ frmQStoffWahl::frmQStoffWahl(mdiQUOM& frame)
     StoffListe->setMinimumHeight(160);
     StoffListe->setTabKeyNavigation(false);
     StoffListe->installEventFilter(this);
+    StoffListe->setContextMenuPolicy(Qt::ActionsContextMenu);
+    StoffListe->addAction(QStringLiteral("copy the list"), this, [this] { copy_table(rows_->table()); });
+    StoffListe->addAction(QStringLiteral("save the list as..."), this,
+                          [this] { save_table(this, rows_->table(), QStringLiteral("substances")); });
     StoffOK->setDefault(true);
     StoffOK->setMinimumWidth(96);
     Text2->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

@@ -23,6 +23,7 @@
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/print_text.h"
 #include "ui/windows/data_controls.h"
+#include "ui/windows/frmTextImport.h"
 #include "ui/windows/input_window.h"
 
 namespace quom {
@@ -101,6 +102,7 @@ void frmQXYEdit::connect_controls() {
             QApplication::beep();
     });
     connect(cmdErase, &QPushButton::clicked, this, [this] { remove_marked(); });
+    connect(cmdImport, &QPushButton::clicked, this, [this] { import_text_into(frame_, ImportTarget::xy); });
     connect(cmdClipEinfuegen, &QPushButton::clicked, this, [this] { insert_clipboard(); });
     connect(cmdPrint, &QPushButton::clicked, this, &frmQXYEdit::print);
     connect(cmdClose, &QPushButton::clicked, this, [this] {

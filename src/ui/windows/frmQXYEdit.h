@@ -37,7 +37,7 @@ class frmQXYEdit : public QWidget, private GridLines {
     QRadioButton* optManip[6];
     NumberBox* txtW;
     QPushButton *cmdExecManip, *cmdCloseManip;
-    QPushButton *cmdLoad, *cmdSave;
+    QPushButton *cmdLoad, *cmdSave, *cmdImport;
     QLineEdit* txtComment;
     NoticeStrip* notice;  // what cannot be taken
     DataGrid* grid;

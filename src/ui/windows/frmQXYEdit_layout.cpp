@@ -37,6 +37,7 @@ void frmQXYEdit::make_controls() {
 
     cmdLoad = data_button(this, "cmdLoad", "Load *.XY ...", "Load points from file");
     cmdSave = data_button(this, "cmdSave", "Save as *.XY ...", "(Curve)Points save as ... ");
+    cmdImport = data_button(this, "cmdImport", "Import...", "points from any text or table");
     txtComment = named(new QLineEdit(this), "txtComment");
     notice = named(new NoticeStrip(this), "notice");
     grid = named(new DataGrid(*this, this), "grid", QStringLiteral("Points x, y"));
@@ -114,7 +115,7 @@ void frmQXYEdit::build_layout() {
     left->addWidget(make_drawing_group());
     left->addStretch();
 
-    auto* file = control_row({cmdLoad, cmdSave});
+    auto* file = control_row({cmdLoad, cmdSave, cmdImport});
     file->insertWidget(2, lblStatus);
     auto* comment = new QHBoxLayout;
     auto* caption = new QLabel(QStringLiteral("Comment of the file:"));
@@ -142,38 +143,13 @@ void frmQXYEdit::build_layout() {
     layout->addWidget(rule(this));
     layout->addLayout(buttons);
 
-    set_tab_order({txtX,
-                   txtY,
-                   optInputMode[0],
-                   optInputMode[1],
-                   OKinput,
-                   cmdManip,
-                   optManip[0],
-                   optManip[1],
-                   optManip[2],
-                   optManip[3],
-                   optManip[4],
-                   optManip[5],
-                   txtW,
-                   cmdExecManip,
-                   cmdCloseManip,
-                   optIsPoints[0],
-                   optIsPoints[1],
-                   cmdDrawXY,
-                   cmdFitting,
-                   cmdLoad,
-                   cmdSave,
-                   txtComment,
-                   grid,
-                   XSort,
-                   YSort,
-                   cmdChangeXY,
-                   cmdAus,
-                   cmdErase,
-                   cmdClipEinfuegen,
-                   cmdPrint,
-                   cmdClose,
-                   cmdHelp});
+    set_tab_order(
+        {txtX,        txtY,         optInputMode[0], optInputMode[1], OKinput,        cmdManip,
+         optManip[0], optManip[1],  optManip[2],     optManip[3],     optManip[4],    optManip[5],
+         txtW,        cmdExecManip, cmdCloseManip,   optIsPoints[0],  optIsPoints[1], cmdDrawXY,
+         cmdFitting,  cmdLoad,      cmdSave,         cmdImport,       txtComment,     grid,
+         XSort,       YSort,        cmdChangeXY,     cmdAus,          cmdErase,       cmdClipEinfuegen,
+         cmdPrint,    cmdClose,     cmdHelp});
 }
 
 }  // namespace quom

@@ -21,6 +21,7 @@
 #include "base/files.h"
 #include "forms/shell.h"
 #include "ui/look/look.h"
+#include "ui/main/data_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/dialogs.h"
@@ -397,7 +398,13 @@ bool import_text_into(mdiQUOM& frame, ImportTarget target) {
 }
 
 void open_text_import(mdiQUOM& frame, int target) {
-    import_text_into(frame, target == 0 ? ImportTarget::data_points : ImportTarget::xy);
+    frmTextImport window(frame.bench(), frame.dialogs(),
+                         target == 0 ? ImportTarget::data_points : ImportTarget::xy, &frame);
+    if (window.exec() != QDialog::Accepted) return;
+    if (window.target() == ImportTarget::data_points)
+        edit_exp_data(frame, 0);
+    else
+        edit_xy_data(frame, 0);
 }
 
 }  // namespace quom

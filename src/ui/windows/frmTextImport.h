@@ -72,8 +72,9 @@ class frmTextImport : public QDialog {
     BadRowsModel* bad_;
 };
 
-// "Import text or table...": into the data set (0) or the X-Y data (1). True when points were taken.
+// Opens the window; true when points were taken.
 bool import_text_into(mdiQUOM& frame, ImportTarget target);
+// "Import text or table...": the same, and then the editor of what was taken.
 void open_text_import(mdiQUOM& frame, int target);
 
 }  // namespace quom

@@ -18,6 +18,7 @@
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/print_text.h"
 #include "ui/windows/data_controls.h"
+#include "ui/windows/frmTextImport.h"
 #include "ui/windows/input_window.h"
 
 namespace quom {
@@ -85,6 +86,8 @@ void frmTpRhoEdit::connect_controls() {
     connect(pSort, &QPushButton::clicked, this, [this] { sort_by(true); });
     connect(cmdAus, &QPushButton::clicked, this, &frmTpRhoEdit::toggle_marked);
     connect(cmdErase, &QPushButton::clicked, this, [this] { remove_marked(); });
+    connect(cmdImport, &QPushButton::clicked, this,
+            [this] { import_text_into(frame_, ImportTarget::data_points); });
     connect(cmdClipEinfuegen, &QPushButton::clicked, this, [this] { insert_clipboard(); });
     for (int i = 0; i < 5; ++i)
         connect(optFitFunction[i], &QRadioButton::clicked, this, [this, i] {

@@ -37,7 +37,7 @@ class frmTpRhoEdit : public QWidget, private GridLines {
     QRadioButton* optInputMode[2];  // add line, edit line
     QLabel* lblZeile;
     QPushButton* OKinput;
-    QPushButton *cmdBatchLoad, *cmdBatchAdd, *cmdBatchSave, *cmdSaveXY;
+    QPushButton *cmdBatchLoad, *cmdBatchAdd, *cmdBatchSave, *cmdImport, *cmdSaveXY;
     QLineEdit* txtComment;
     NoticeStrip* notice;  // what cannot be taken
     DataGrid* grid;

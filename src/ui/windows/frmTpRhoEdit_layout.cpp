@@ -60,6 +60,7 @@ void frmTpRhoEdit::make_controls() {
     cmdErase = data_button(this, "cmdErase", "Remove marked lines");
     cmdClipEinfuegen =
         data_button(this, "cmdClipEinfuegen", "Insert clipboard content", "...at the marked position");
+    cmdImport = data_button(this, "cmdImport", "Import...", "points from any text or table");
 
     make_options(this, "optFitFunction", optFitFunction, {"p", "rho(L)", "rho(V)", "delta(LV)h", "cp"}, 1);
     cmdGraphFunction = data_button(this, "cmdGraphFunction", "Kontroll-Grafik   y=f(T)");
@@ -125,7 +126,7 @@ void frmTpRhoEdit::build_layout() {
     left->addWidget(make_unit_group());
     left->addStretch();
 
-    auto* file = control_row({cmdBatchLoad, cmdBatchAdd, cmdBatchSave});
+    auto* file = control_row({cmdBatchLoad, cmdBatchAdd, cmdBatchSave, cmdImport});
     auto* comment = new QHBoxLayout;
     auto* caption = new QLabel(QStringLiteral("Comment of the file:"));
     caption_for(caption, txtComment);
@@ -160,8 +161,8 @@ void frmTpRhoEdit::set_tab_order() {
     order.insert(order.end(), std::begin(opt_T_unit), std::end(opt_T_unit));
     order.insert(order.end(), std::begin(opt_p_Unit), std::end(opt_p_Unit));
     order.insert(order.end(), std::begin(opt_Rho_Unit), std::end(opt_Rho_Unit));
-    order.insert(order.end(), {txtMol, cmdBatchLoad, cmdBatchAdd, cmdBatchSave, txtComment, grid, TSort,
-                               pSort, cmdAus, cmdErase, cmdClipEinfuegen});
+    order.insert(order.end(), {txtMol, cmdBatchLoad, cmdBatchAdd, cmdBatchSave, cmdImport, txtComment, grid,
+                               TSort, pSort, cmdAus, cmdErase, cmdClipEinfuegen});
     order.insert(order.end(), std::begin(optFitFunction), std::end(optFitFunction));
     order.insert(order.end(),
                  {cmdSaveXY, cmdGraphFunction, cmdlogGraf, cmdFitting, cmdPrintTpVListe, cmdClose, cmdHelp});

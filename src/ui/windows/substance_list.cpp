@@ -122,6 +122,17 @@ std::string SubstanceList::line(int row) const {
     return std::string(trim_right(substance_list_line(index, rows[static_cast<std::size_t>(index) - 1])));
 }
 
+ExportTable SubstanceList::table() const {
+    ExportTable table{.title = {}, .heads = {"ser. #", "Formula", "Name of substance"}};
+    for (const FoundSubstance& found : search_.rows) {
+        const SubstanceRow& row = session_.database.rows[static_cast<std::size_t>(found.index) - 1];
+        table.rows.push_back({ExportCell(std::to_string(found.index), true),
+                              std::string(trim_right(row.SubstanceFormula)),
+                              std::string(trim_right(row.SubstanceName))});
+    }
+    return table;
+}
+
 int SubstanceList::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(search_.rows.size());
 }

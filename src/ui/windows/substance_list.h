@@ -5,6 +5,7 @@
 #include <QStyledItemDelegate>
 
 #include "forms/substance_form.h"
+#include "report/table_export.h"
 
 namespace quom {
 
@@ -21,6 +22,7 @@ class SubstanceList : public QAbstractListModel {
     QModelIndex at_index(int index) const;      // the row of a substance; invalid when it is not shown
     const FoundSubstance& found(int row) const { return search_.rows[static_cast<std::size_t>(row)]; }
     std::string line(int row) const;
+    ExportTable table() const;  // the rows that are shown
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& at, int role) const override;
