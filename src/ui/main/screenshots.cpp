@@ -38,8 +38,8 @@
 #include "ui/windows/frmQOptions.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmQXYEdit.h"
-#include "ui/windows/frmTpRhoEdit.h"
 #include "ui/windows/frmTextImport.h"
+#include "ui/windows/frmTpRhoEdit.h"
 
 namespace quom {
 
