@@ -108,7 +108,7 @@ bool LoadExpDataFile(Session& session, const std::string& path, bool add, Messag
     const bool joined = add && data_point_count(data) > 0;
     if (joined) {
         std::vector<TpRhoPoint>& points = data.points.edit();
-        if (file.points.size() > MaxDataPoints + 1 - std::min(MaxDataPoints, points.size())) {
+        if (points.size() + file.points.size() > MaxDataPoints + 2) {  // both have a place for direct input
             refuse(messages, "More than " + std::to_string(MaxDataPoints) + " points are not possible.");
             return false;
         }
