@@ -191,7 +191,7 @@ TEST_F(DataFilesTest, saving) {
     const Document before = session.document;
     user.answers = {Answer::no};
     EXPECT_FALSE(SaveExpData(session, path("set.BAQ"), user));
-    EXPECT_THAT(user.take(), ElementsAre(Pair("WARNING", "such a file is already existing\nOverwrite?")));
+    EXPECT_THAT(user.take(), ElementsAre(Pair("WARNING", "such a file is already existing\nOverwright?")));
     EXPECT_EQ(bytes_of("set.BAQ"), saved);
     EXPECT_EQ(session.document, before);
     user.answers = {Answer::yes};
@@ -203,6 +203,21 @@ TEST_F(DataFilesTest, saving) {
     ASSERT_TRUE(LoadExpDataFile(session, set_of("other.BAQ", Propane, 1), false, user));
     ASSERT_TRUE(SaveExpData(session, path("other.BAQ"), user));
     EXPECT_THAT(bytes_of("other.BAQ"), HasSubstr("\r\n74-98-6     ;other.BAQ  "));
+}
+
+// A file of the same name in the program folder is neither asked for, replaced, nor loaded instead.
+TEST_F(DataFilesTest, a_path_is_meant_as_it_stands) {
+    const std::string other = set_of("set.BAQ", Acetone, 4);
+    session.ProgramPath = folder.string();
+    fs::create_directory(folder / "sub");
+    EXPECT_FALSE(LoadExpDataFile(session, path("sub/set.BAQ"), false, user));
+    EXPECT_THAT(user.take(), ElementsAre(Pair("Execution not possible", HasSubstr("sub/set.BAQ"))));
+    ASSERT_TRUE(LoadExpDataFile(session, "SET.baq", false, user)) << "a name alone is in the program folder";
+    test::change(session, [](Document& d) { remove_lines(d.exp, 2, 4); });
+    ASSERT_TRUE(SaveExpData(session, path("sub/set.BAQ"), user));
+    EXPECT_THAT(user.take(), IsEmpty());
+    EXPECT_THAT(bytes_of("set.BAQ"), HasSubstr("\r\n4\r\n"));
+    EXPECT_THAT(bytes_of("sub/set.BAQ"), HasSubstr("\r\n1\r\n101\r\n"));
 }
 
 TEST_F(DataFilesTest, inactive_points_come_back_active) {
