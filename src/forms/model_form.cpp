@@ -107,8 +107,6 @@ ModelForm confirmed_model_form(const Document& document) {
                                                 {&form.pkombi, number_of(models.EVPKode)},
                                                 {&form.HLVKombi, number_of(models.HLVKode)},
                                                 {&form.cpKombi, number_of(models.cpKode)}};
-    for (const auto& [list, code] : lists)
-        if (!list->entries.empty() && !list->offers(code)) return form;
     for (const auto& [list, code] : lists) select(*list, code);
     form.models = models;
     form.watson_selected = selected_watson(form.WatsonKombi, models.nWat);

@@ -29,8 +29,7 @@ struct ModelForm {
 // The form as the window opens: lists that the substance allows; an entry of the document that is not offered
 // falls back.
 ModelForm open_model_form(const Document& document);
-// The form as it shows models in force, each of which the substance offers; as it opens where one is not
-// offered.
+// The form of models in force; a list that does not offer the one in force stays as it opens.
 ModelForm confirmed_model_form(const Document& document);
 // Whether the form holds other models than the document.
 bool differs(const ModelForm& form, const Document& document);

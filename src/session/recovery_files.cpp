@@ -92,6 +92,7 @@ void put_aside(const LeftCopy& left, const std::string& fault, Messages& message
 }  // namespace
 
 RecoveryPlace::RecoveryPlace(const std::string& folder) {
+    if (folder.empty()) return;
     const std::string head = join_path(folder, std::string(Head) + std::to_string(::getpid()));
     for (int i = 1; i < MostPlaces && !good(); ++i) {
         const std::string name = i == 1 ? head : head + '-' + std::to_string(i);

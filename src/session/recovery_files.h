@@ -21,7 +21,7 @@ struct HeldLock {
 // The place of this program's copy.
 class RecoveryPlace {
  public:
-    // Takes a place in the folder that nobody has; none where the folder cannot be written.
+    // Takes a place in the folder that nobody has; none where there is no folder or it cannot be written.
     explicit RecoveryPlace(const std::string& folder);
     ~RecoveryPlace();  // the place is given back; a copy stays
     bool good() const { return lock_.good(); }

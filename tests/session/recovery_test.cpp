@@ -197,7 +197,7 @@ TEST(LeftCopies, a_regular_end_leaves_nothing) {
         place.remove();
     }
     EXPECT_TRUE(folder.names().empty());
-    EXPECT_FALSE(RecoveryPlace("/none/such").good());
+    for (const char* nowhere : {"", "/none/such"}) EXPECT_FALSE(RecoveryPlace(nowhere).good());
 }
 
 // A child with a copy: while it runs nobody is offered it; once it is killed, it is offered once.

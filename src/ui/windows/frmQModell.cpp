@@ -26,12 +26,14 @@ namespace quom {
 
 namespace {
 
-void show_list(ChoiceBox* box, const ModelList& list) {
+// The list with the model in force; without an entry where the list does not offer it.
+template <class Code>
+void show_list(ChoiceBox* box, const ModelList& list, Code in_force) {
     const QSignalBlocker quiet(box);
     box->clear();
     for (const ModelList::Entry& entry : list.entries)
         box->addItem(QString::fromStdString(entry.text).trimmed(), entry.code);
-    box->show_taken(list.selected);
+    box->show_taken(list.selected_code() == number_of(in_force) ? list.selected : -1);
 }
 
 int code_of(const QComboBox* box) { return box->currentData().toInt(); }
@@ -218,10 +220,10 @@ void frmQModell::fill(bool following) {
 }
 
 void frmQModell::show_form() {
-    show_list(EOSKombi, form_->EOSKombi);
-    show_list(pkombi, form_->pkombi);
-    show_list(HLVKombi, form_->HLVKombi);
-    show_list(cpKombi, form_->cpKombi);
+    show_list(EOSKombi, form_->EOSKombi, form_->models.EOSKode);
+    show_list(pkombi, form_->pkombi, form_->models.EVPKode);
+    show_list(HLVKombi, form_->HLVKombi, form_->models.HLVKode);
+    show_list(cpKombi, form_->cpKombi, form_->models.cpKode);
     PriorOpt[form_->models.Konzept ? 0 : 1]->setChecked(true);
     PriorOpt[0]->setEnabled(form_->global_enabled());
     lblWatson->setVisible(form_->watson_shown());
