@@ -201,14 +201,19 @@ std::optional<double> FieldReader::number_field() {
     return std::nullopt;
 }
 
-std::optional<std::string> FieldReader::whole_line() {
+std::optional<std::string_view> FieldReader::line_view() {
     if (at_end()) return std::nullopt;
     const std::size_t end = std::min(text_.find('\n', pos_), text_.size());
     std::string_view line = text_.substr(pos_, end - pos_);
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (end < text_.size()) ++line_;
     pos_ = std::min(end + 1, text_.size());
-    return std::string(line);
+    return line;
+}
+
+std::optional<std::string> FieldReader::whole_line() {
+    const std::optional<std::string_view> line = line_view();
+    return line ? std::optional(std::string(*line)) : std::nullopt;
 }
 
 }  // namespace quom

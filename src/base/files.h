@@ -73,6 +73,7 @@ class FieldReader {
     std::optional<std::string> text_field();
     std::optional<double> number_field();  // none at the end or when the field is no number
     std::optional<std::string> whole_line();
+    std::optional<std::string_view> line_view();  // the same as a part of the text
 
  private:
     std::string_view text_;

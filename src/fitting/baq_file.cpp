@@ -18,37 +18,50 @@ constexpr std::size_t LengthCAS = 12, LengthName = 107;
 // Columns of the table in the order of the file.
 constexpr std::size_t file_order[exp_columns] = {0, 1, 3, 2, 4, 5};
 
-bool is_blank(std::string_view text) { return text.find_first_not_of(" \t") == std::string_view::npos; }
+bool is_blank(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return c == ' ' || c == '\t'; });
+}
 
 // The values behind the head, separated by line ends and commas.
 class Values {
  public:
-    explicit Values(FieldReader text) : text_(std::move(text)) {}
+    explicit Values(FieldReader text) : text_(text) {}
     int line() const { return line_; }  // of the last value
 
-    // The text of the next value, good until the next call; none at the end. Empty between commas.
+    // The text of the next value; none at the end. Empty between commas.
     std::optional<std::string_view> next() {
-        while (!more_) {
-            line_ = text_.line();
-            std::optional<std::string> line = text_.whole_line();
-            if (!line) return std::nullopt;
-            if (is_blank(*line)) continue;
-            row_ = std::move(*line);
-            at_ = 0;
-            more_ = true;
-        }
-        const std::size_t comma = row_.find(',', at_);
-        const std::string_view value = std::string_view(row_).substr(at_, comma - at_);
-        more_ = comma != std::string::npos;
-        at_ = comma + 1;
+        if (!more_ && !next_line()) return std::nullopt;
+        const std::size_t comma = rest_.find(',');
+        const std::string_view value = rest_.substr(0, comma);
+        more_ = comma != std::string_view::npos;
+        if (more_) rest_.remove_prefix(comma + 1);
         return value;
+    }
+    // How many there are from here on.
+    std::size_t count() const {
+        Values values = *this;
+        std::size_t n = 0;
+        while (values.more_ || values.next_line()) {
+            n += 1 + static_cast<std::size_t>(std::ranges::count(values.rest_, ','));
+            values.more_ = false;
+        }
+        return n;
     }
 
  private:
+    bool next_line() {
+        do {
+            line_ = text_.line();
+            const std::optional<std::string_view> line = text_.line_view();
+            if (!line) return false;
+            rest_ = *line;
+        } while (is_blank(rest_));
+        return true;
+    }
+
     FieldReader text_;
-    std::string row_;     // the line of the last value
-    std::size_t at_ = 0;  // where its next value begins
-    bool more_ = false;   // it has one
+    std::string_view rest_;  // of its line
+    bool more_ = false;      // it has another value
     int line_ = 0;
 };
 
@@ -66,7 +79,7 @@ std::string shown(std::string_view value) {
 
 std::string head_line(FieldReader& text, const char* what) {
     const int number = text.line();
-    const std::optional<std::string> line = text.whole_line();
+    const std::optional<std::string_view> line = text.line_view();
     if (!line) throw Fault{number, std::string("the file ends before the ") + what + "."};
     if (line->size() > LongestHead || line->find('\0') != std::string::npos)
         throw Fault{number, std::string("this is no ") + what + " of a data file."};
@@ -92,27 +105,18 @@ std::size_t read_count(Values& values) {
     return static_cast<std::size_t>(count);
 }
 
-// How many values there are; each of them is a number.
-std::size_t count_values(Values values) {
-    std::size_t n = 0;
-    while (const auto value = values.next()) {
-        number_of(*value, values.line());
-        ++n;
-    }
-    return n;
-}
-
 void read_points(Values values, BaqFile& file) {
-    for (std::size_t i = 1; i < file.points.size(); ++i) {
-        for (int k = 0; k < file.values_per_point; ++k) {
-            const auto value = values.next();
-            if (!value) return;
-            const std::size_t column = file_order[k];
-            const double number = number_of(*value, values.line());
-            set_exp_value(file.points[i], column, number);
-            if (!std::isfinite(exp_value(file.points[i], column)))
-                throw Fault{values.line(), shown(*value) + " is too large for this column."};
-        }
+    const auto per_point = static_cast<std::size_t>(file.values_per_point);
+    const std::size_t wanted = (file.points.size() - 1) * per_point;
+    std::size_t n = 0;
+    for (auto value = values.next(); value; value = values.next(), ++n) {
+        const double number = number_of(*value, values.line());
+        if (n >= wanted) continue;
+        const std::size_t column = file_order[n % per_point];
+        TpRhoPoint& point = file.points[1 + n / per_point];
+        set_exp_value(point, column, number);
+        if (!std::isfinite(exp_value(point, column)))
+            throw Fault{values.line(), shown(*value) + " is too large for this column."};
     }
 }
 
@@ -138,7 +142,7 @@ BaqFile parse(std::string_view bytes) {
     Values values(text);
     const std::size_t count = read_count(values);
     const int count_line = values.line();
-    const std::size_t found = count_values(values);
+    const std::size_t found = values.count();
     if (found < count)
         throw Fault{count_line, "the file promises " + std::to_string(count) + " points, but holds only " +
                                     std::to_string(found) + (found == 1 ? " value." : " values.")};
@@ -175,12 +179,18 @@ Encoded baq_bytes(const ExperimentalData& data) {
                                    text_padded(one_line(file.ExpCAS), LengthCAS) + ";" +
                                    text_padded(one_line(file.ExpName), LengthName) + "\r\n");
     std::string& bytes = out.bytes;
+    constexpr std::size_t bytes_a_point = 64;  // or so
+    bytes.reserve(bytes.size() + data.points.size() * bytes_a_point);
+    const auto write = [&bytes](const std::string& number) {
+        bytes += number;
+        bytes += "\r\n";
+    };
     bytes += writeNum(data_point_count(data)) + "\r\n";
     for (int i = 1; i <= data_point_count(data); ++i) {
         const TpRhoPoint& point = data.points[static_cast<std::size_t>(i)];
-        bytes += writeNum(point.T) + "\r\n" + writeNum(point.p) + "\r\n";
-        for (const float value : {point.rhoL, point.rhoV, point.HLV, point.cp})
-            bytes += writeNum(value) + "\r\n";
+        write(writeNum(point.T));
+        write(writeNum(point.p));
+        for (const float value : {point.rhoL, point.rhoV, point.HLV, point.cp}) write(writeNum(value));
     }
     return out;
 }

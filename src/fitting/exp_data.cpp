@@ -110,7 +110,7 @@ std::string insert_rows(ExperimentalData& data, int at, std::string_view text) {
     const PastedRows pasted = read_pasted_rows(text, exp_columns);
     if (!pasted.fault.empty()) return pasted.fault;
     if (pasted.rows.empty()) return "There are no values to insert.";
-    if (pasted.rows.size() > MaxDataPoints - std::min(MaxDataPoints, data.points.size()))
+    if (pasted.rows.size() + data.points.size() > MaxDataPoints + 1)  // [0] is no measured point
         return "More than " + std::to_string(MaxDataPoints) + " points are not possible.";
     std::vector<TpRhoPoint> added;
     added.reserve(pasted.rows.size());

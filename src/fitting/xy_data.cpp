@@ -81,7 +81,7 @@ std::string insert_rows(XYData& data, int at, std::string_view text) {
     const PastedRows pasted = read_pasted_rows(text, 2);
     if (!pasted.fault.empty()) return pasted.fault;
     if (pasted.rows.empty()) return "There are no values to insert.";
-    if (pasted.rows.size() > MaxDataPoints - std::min(MaxDataPoints, data.points.size()))
+    if (pasted.rows.size() + data.points.size() > MaxDataPoints)
         return "More than " + std::to_string(MaxDataPoints) + " points are not possible.";
     std::vector<XYPoint> added;
     added.reserve(pasted.rows.size());

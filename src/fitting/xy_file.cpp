@@ -55,17 +55,17 @@ XYPoint point_of(std::string_view line, int number, XYFile& file) {
 XYFile parse(std::string_view bytes) {
     FieldReader text(bytes);
     XYFile file;
-    std::optional<std::string> line = text.whole_line();
+    std::optional<std::string_view> line = text.line_view();
     if (!line) throw Fault{1, "the file is empty."};
-    const auto check = [](const std::string& content, int number) {
-        if (content.size() > LongestLine || content.find('\0') != std::string::npos)
+    const auto check = [](std::string_view content, int number) {
+        if (content.size() > LongestLine || content.find('\0') != std::string_view::npos)
             throw Fault{number, "this is no line of X-Y data."};
     };
     check(*line, 1);
     file.comment = utf8_from_1252(*line);
     while (true) {
         const int number = text.line();
-        line = text.whole_line();
+        line = text.line_view();
         if (!line) return file;
         check(*line, number);
         const std::string_view content = trim(*line);

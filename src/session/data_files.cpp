@@ -46,11 +46,15 @@ bool is_wanted(const Session& session, const std::string& CAS, Messages& message
     return false;
 }
 
+// A path made real: a name without a folder is in the program folder, any other path is meant as it stands.
+std::string real_path(const std::string& path, const Session& session) {
+    return absolute_path(has_folder_part(path) ? path : resolve_path(path, session.ProgramPath));
+}
+
 // The place of a file that is to be written, with the extension where the name has none.
 std::string place_for(const std::string& path, const char* extension, const Session& session) {
-    const std::string name = name_part(path);
-    const bool has_extension = name.find('.', 1) != std::string::npos;
-    return absolute_path(resolve_path(has_extension ? path : path + extension, session.ProgramPath));
+    const bool has_extension = name_part(path).find('.', 1) != std::string::npos;
+    return real_path(has_extension ? path : path + extension, session);
 }
 
 // Writes a file and tells what could not be written.
@@ -72,7 +76,7 @@ struct Loaded {
     bool good = false;
 };
 Loaded load(const std::string& path, const Session& session, std::string& fault) {
-    Loaded loaded{absolute_path(resolve_path(path, session.ProgramPath)), {}, false};
+    Loaded loaded{real_path(path, session), {}, false};
     FileBytes file = read_file(loaded.path, LargestFile);
     fault = std::move(file.fault);
     if (!file.bytes) return loaded;
@@ -104,7 +108,7 @@ bool LoadExpDataFile(Session& session, const std::string& path, bool add, Messag
     const bool joined = add && data_point_count(data) > 0;
     if (joined) {
         std::vector<TpRhoPoint>& points = data.points.edit();
-        if (file.points.size() > MaxDataPoints + 1 - std::min(MaxDataPoints, points.size())) {
+        if (points.size() + file.points.size() > MaxDataPoints + 2) {  // both have a place for direct input
             refuse(messages, "More than " + std::to_string(MaxDataPoints) + " points are not possible.");
             return false;
         }

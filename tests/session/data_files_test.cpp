@@ -205,6 +205,21 @@ TEST_F(DataFilesTest, saving) {
     EXPECT_THAT(bytes_of("other.BAQ"), HasSubstr("\r\n74-98-6     ;other.BAQ  "));
 }
 
+// A file of the same name in the program folder is neither asked for, replaced, nor loaded instead.
+TEST_F(DataFilesTest, a_path_is_meant_as_it_stands) {
+    const std::string other = set_of("set.BAQ", Acetone, 4);
+    session.ProgramPath = folder.string();
+    fs::create_directory(folder / "sub");
+    EXPECT_FALSE(LoadExpDataFile(session, path("sub/set.BAQ"), false, user));
+    EXPECT_THAT(user.take(), ElementsAre(Pair("Execution not possible", HasSubstr("sub/set.BAQ"))));
+    ASSERT_TRUE(LoadExpDataFile(session, "SET.baq", false, user)) << "a name alone is in the program folder";
+    test::change(session, [](Document& d) { remove_lines(d.exp, 2, 4); });
+    ASSERT_TRUE(SaveExpData(session, path("sub/set.BAQ"), user));
+    EXPECT_THAT(user.take(), IsEmpty());
+    EXPECT_THAT(bytes_of("set.BAQ"), HasSubstr("\r\n4\r\n"));
+    EXPECT_THAT(bytes_of("sub/set.BAQ"), HasSubstr("\r\n1\r\n101\r\n"));
+}
+
 TEST_F(DataFilesTest, inactive_points_come_back_active) {
     ASSERT_TRUE(LoadExpDataFile(session, set_of("set.BAQ", Acetone, 3), false, user));
     test::change(session, [](Document& d) { toggle_lines(d.exp, 2, 2); });
