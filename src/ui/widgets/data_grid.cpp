@@ -306,7 +306,7 @@ void DataGrid::keyPressEvent(QKeyEvent* event) {
         return event->modifiers() & Qt::ControlModifier ? lines_.remove_marked() : clear_marked();
     if (event->key() == Qt::Key_Plus) return event->ignore();  // the window's
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        edit(currentIndex());
+        if (currentIndex().isValid()) edit(currentIndex());
         return event->accept();
     }
     QTableView::keyPressEvent(event);
