@@ -46,6 +46,7 @@ Action declare_calc(CLI::App& app);
 Action declare_sweep(CLI::App& app);
 Action declare_tank(CLI::App& app);
 Action declare_iso(CLI::App& app);
+Action declare_data(CLI::App& app);
 Action declare_audit(CLI::App& app);
 Action declare_starter(CLI::App& app);
 

@@ -35,6 +35,9 @@ constexpr Command table[] = {
      "SUBSTANCE (--T K | --p kPa) --hold v|h|s|g|u|a|eH|eU (--value X | --T0 K --p0 kPa) [--phase L|V] "
      "[models]",
      "propane --p 100 --hold h --T0 320 --p0 800", declare_iso},
+    {"data", "What a data file holds; data files converted and joined",
+     "FILE (--info | --convert OUT.BAQ|OUT.XY|OUT.csv [--y COLUMN] | --join FILE --out OUT)",
+     "acetone.BAQ --convert acetone.csv", declare_data},
     {"audit", "The sets of each record against each other, one line a doubt", "[SUBSTANCE] [--rules]",
      "water --rules", declare_audit},
     {"starter", "The starter database in use, and whether a newer one is installed", "[--copy]", "--copy",

@@ -139,7 +139,7 @@ bool SaveExpData(Session& session, const std::string& path, Messages& messages) 
     const std::string place = place_for(path, ".BAQ", session);
     std::error_code unknown;
     if (std::filesystem::exists(place, unknown) &&
-        !ask(messages, "such a file is already existing\nOverwrite?", Answer::no))
+        !ask(messages, "such a file is already existing\nOverwright?", Answer::no))
         return false;
     data.file.ExpFile = place;
     data.file.ExpTitle = name_part(place);

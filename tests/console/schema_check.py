@@ -44,6 +44,8 @@ GOOD = [
     ("iso water --p 1 --hold s --T0 250 --p0 1 --energy 3", 0),
     ("sweep propane --mode 3 --in {dir}/states.csv --out {dir}/results.csv --functions", 0),
     ("audit water", 0), ("audit --rules", 0), ("starter", 0), ("show 1,3-Propanediol", 0),
+    ("data {dir}/set.BAQ --info", 0), ("data {dir}/points.XY --info", 0), ("data {dir}/set.BAQ --convert {dir}/a.XY", 0),
+    ("data {dir}/set.BAQ --join {dir}/set.BAQ --out {dir}/b.BAQ", 0),
 ]
 FAILING = [
     ("", 2), ("melt water", 2), ("find qqqqqqqq", 1), ("show #0", 1), ("show #99999", 1),
@@ -59,14 +61,15 @@ FAILING = [
     ("iso propane --T 300 --hold h", 2), ("iso propane --T 300 --hold v --value 50 --phase L", 1),
     ("iso propane --p 5 --hold h --T0 300 --p0 5 --phase L", 1), ("sweep propane --mode 3 --in - --out -", 2),
     ("sweep propane --mode 3 --in {dir}/nowhere.csv --out {dir}/x.csv", 3),
-    ("list --program-folder /nowhere/at/all", 3),
+    ("list --program-folder /nowhere/at/all", 3), ("data {dir}/set.BAQ", 2), ("data {dir}/nowhere.BAQ --info", 3),
+    ("data {dir}/states.csv --info", 2), ("data {dir}/points.XY --convert {dir}/c.BAQ", 2),
 ]
 # What every command refuses, behind its good arguments.
 REFUSED_BY_ALL = [(" --colour red", 2), (" --db nowhere.q07", 3)]
 
 # Numbers without a unit: counts, codes, fractions, ratios.
 PURE = set("""status index mode PhaseRegion y nRoots fd RefKode EOSKode EVPKode HLVKode cpKode code omega nWat SystemNo
-              lines failed warned malformed value low high evp records doubtful count""".split())
+              lines failed warned malformed value low high evp records doubtful count points values_per_point""".split())
 PURE_OF_PHASES = {"lnphi", "s_res", "cp_res"}
 RECORD = set("KFDB Wagner AntLo AntHi August RhoL RhoS HLV cpPoly cpDIPPR cpL cpS".split())  # units are in the formula
 
@@ -189,6 +192,9 @@ def main():
     os.makedirs(folder, exist_ok=True)
     with open(os.path.join(folder, "states.csv"), "w", encoding="ascii") as table:
         table.write("T;p\n300;500\n80;500\n300;2000\n")
+    for name, text in [("set.BAQ", "1.1.2026\n\n67-64-1;Acetone\n2\n300,30,780,0,0,126,310\n"), ("points.XY", "c\n1;2\n")]:
+        with open(os.path.join(folder, name), "w", encoding="ascii") as file:
+            file.write(text)
     with open(schema_path, encoding="utf-8") as file:
         check = Check(quomc, program_folder, json.load(file), folder)
 
@@ -202,7 +208,7 @@ def main():
         for more, status in REFUSED_BY_ALL:
             if command != "starter" or "--db" not in more:  # looks at the installed ones alone
                 check.check(line + more, status)
-        if command not in ("list", "find", "audit", "starter"):
+        if command not in ("list", "find", "audit", "starter", "data"):
             check.check(line.replace(line.split()[1], "qqqqqqqq", 1), 1)
     check.check_refusals(check.answer("state propane --T 80 --p 500", 0))
 

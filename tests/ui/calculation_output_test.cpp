@@ -446,8 +446,8 @@ TEST_F(Output, every_control_has_its_names) {
     }
     for (QWidget* control :
          {static_cast<QWidget*>(window->cmdProtokoll), static_cast<QWidget*>(window->cmdOpenNew),
-          static_cast<QWidget*>(window->optResultPrint[1]), static_cast<QWidget*>(window->optResultPrint[2]),
-          static_cast<QWidget*>(window->cmdShowManuInput)}) {
+          static_cast<QWidget*>(window->optResultPrint[1]),
+          static_cast<QWidget*>(window->optResultPrint[2])}) {
         EXPECT_FALSE(control->isEnabled());
         EXPECT_EQ(control->toolTip().toStdString(), "not yet available");
     }

@@ -90,6 +90,13 @@ class EveryWindow : public WindowDriver {
             press(frame.child<frmQCalcOut>(), button);
             look_at_child(name, look);
         }
+        for (const auto& [entry, name] :
+             {std::pair{"mnuData_BatchInput", "frmTpRhoEdit"}, {"mnuData_EditXY", "frmQXYEdit"}}) {
+            menu(entry)->trigger();
+            look_at_child(name, look);
+        }
+        press(frame.child("frmQXYEdit"), "cmdManip");
+        look_at_child("frmQXYEdit", look);
         frame.show_help(62);
         look(frame.findChild<HelpWindow*>());
         frame.findChild<HelpWindow*>()->close();

@@ -3,6 +3,7 @@
 //
 // QUOM_RANDOM_INPUT sets the number of actions (default 1500), QUOM_RANDOM_INPUT_SEED repeats a run by its
 // printed seed.
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QMdiSubWindow>
@@ -46,11 +47,11 @@ class RandomInput : public WindowDriver {
     }
 
     void key(QWidget* w) {
-        static constexpr Qt::Key keys[] = {Qt::Key_Return, Qt::Key_Escape, Qt::Key_Tab,  Qt::Key_Backtab,
-                                           Qt::Key_Space,  Qt::Key_Down,   Qt::Key_Up,   Qt::Key_Left,
-                                           Qt::Key_Right,  Qt::Key_Delete, Qt::Key_Home, Qt::Key_End,
-                                           Qt::Key_F1,     Qt::Key_0,      Qt::Key_9,    Qt::Key_Comma,
-                                           Qt::Key_Minus,  Qt::Key_E,      Qt::Key_P,    Qt::Key_Backspace};
+        static constexpr Qt::Key keys[] = {
+            Qt::Key_Return, Qt::Key_Escape,    Qt::Key_Tab,   Qt::Key_Backtab, Qt::Key_Space, Qt::Key_Down,
+            Qt::Key_Up,     Qt::Key_Left,      Qt::Key_Right, Qt::Key_Delete,  Qt::Key_Home,  Qt::Key_End,
+            Qt::Key_F1,     Qt::Key_0,         Qt::Key_9,     Qt::Key_Comma,   Qt::Key_Minus, Qt::Key_E,
+            Qt::Key_P,      Qt::Key_Backspace, Qt::Key_Plus,  Qt::Key_F2};
         QTest::keyClick(w, keys[pick(std::size(keys))]);
     }
 
@@ -66,6 +67,11 @@ class RandomInput : public WindowDriver {
             if (a->isEnabled() && !a->menu() && !a->objectName().isEmpty()) actions.append(a);
         }
         if (pick(12) == 0) dialogs->files.push_back(folder.filePath(QStringLiteral("quom.q07")));
+        if (pick(12) == 0) {
+            static const char* const files[] = {"points.BAQ", "pairs.XY"};
+            dialogs->files.push_back(folder.filePath(QLatin1String(files[pick(2)])));
+        }
+        if (pick(12) == 0) QApplication::clipboard()->setText(QStringLiteral("300\t1,5\n310\t2\n320\t2.5"));
         if (!actions.empty()) actions[pick(static_cast<int>(actions.size()))]->trigger();
     }
 

@@ -120,6 +120,16 @@ TEST_F(WindowMemory, StaysFlatOverManyOpenings) {
              menu("mnuStoffwahl")->trigger();
              frame.unload(frmQStoffWahl::Name);
          }},
+        {"experimental data",
+         [this] {
+             menu("mnuData_BatchInput")->trigger();
+             frame.unload("frmTpRhoEdit");
+         }},
+        {"X-Y data",
+         [this] {
+             menu("mnuData_EditXY")->trigger();
+             frame.unload("frmQXYEdit");
+         }},
         {"reference state", [this] { with_dialog("Toolbar1_11"); }},
         {"options", [this] { with_dialog("mnuOptions"); }},
         {"models",

@@ -1,6 +1,7 @@
 #include "ui/main/menu_table.h"
 
 #include "ui/main/calculation_windows.h"
+#include "ui/main/data_windows.h"
 #include "ui/main/menu_actions.h"
 #include "ui/main/project_actions.h"
 #include "ui/windows/frmQOptions.h"
@@ -25,9 +26,9 @@ constexpr MenuRow MenuRows[] = {
     {"mnuData", "mnuData_RecentProjects", -1, "Recent projects", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_RecentData", -1, "Recent data files", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_sep", 2, "-", Needs::nothing, nullptr, 0},
-    {"mnuData", "mnuData_BatchInput", -1, "Editor for exper. Data T-p-rho-delta(LV)h       NEW (Inputn |L oad *.BAQ)", Needs::database, nullptr, 0},
-    {"mnuData", "mnuData_BatchEdit", -1, "Editor for exper. Data T-p-rho-delta(LV)h      (View | Edit)", Needs::data_points, nullptr, 0},
-    {"mnuData", "mnuData_EditXY", -1, "Editor for X-Y Data (Input | Load *.XY | Edit | Draw) ", Needs::nothing, nullptr, 0},
+    {"mnuData", "mnuData_BatchInput", -1, "Editor for exper. Data T-p-rho-delta(LV)h       NEW (Inputn |L oad *.BAQ)", Needs::database, new_exp_data, 0},
+    {"mnuData", "mnuData_BatchEdit", -1, "Editor for exper. Data T-p-rho-delta(LV)h      (View | Edit)", Needs::data_points, edit_exp_data, 0},
+    {"mnuData", "mnuData_EditXY", -1, "Editor for X-Y Data (Input | Load *.XY | Edit | Draw) ", Needs::nothing, edit_xy_data, 0},
     {"mnuData", "mnuData_EditDatenbank", -1, "Editor for *.Q07/*.Q06 database", Needs::substance, nullptr, 0},
     {"mnuData", "mnuData_Fitting", -1, "Fitting Tool", Needs::nothing, nullptr, 0},
     {"mnuData", "mnuData_sep", 3, "-", Needs::nothing, nullptr, 0},
@@ -210,9 +211,9 @@ constexpr ToolRow ToolRows[] = {
     {11, "reference-state", "reference state for thermodynamic functions", Needs::substance, open_reference_state, 0},
     {15, "tank", " Tank calc., GLOBAL or PART. concept acc. \"Models\"    ", Needs::calculation, start_tank, 0},
     {0, "", "", Needs::nothing, nullptr, 0},
-    {20, "exp-data-new", " exper. data NEW Input/Load ", Needs::database, nullptr, 0},
-    {22, "exp-data-edit", " Editor for exper. Data, Fitting ", Needs::data_points, nullptr, 0},
-    {26, "xy-editor", "  X-Y Editor ", Needs::database, nullptr, 0},
+    {20, "exp-data-new", " exper. data NEW Input/Load ", Needs::database, new_exp_data, 0},
+    {22, "exp-data-edit", " Editor for exper. Data, Fitting ", Needs::data_points, edit_exp_data, 0},
+    {26, "xy-editor", "  X-Y Editor ", Needs::database, edit_xy_data, 0},
     {0, "", "", Needs::nothing, nullptr, 0},
     {28, "database-editor", " Database Editor, List of synonyms ", Needs::substance, nullptr, 0},
     {32, "project-info", " project info ", Needs::substance, show_project_status, 0},

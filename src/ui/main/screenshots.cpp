@@ -20,6 +20,7 @@
 #include "session/program_path.h"
 #include "session/project_file.h"
 #include "ui/main/calculation_windows.h"
+#include "ui/main/data_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/menu_actions.h"
@@ -35,6 +36,8 @@
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQOptions.h"
 #include "ui/windows/frmQStoffWahl.h"
+#include "ui/windows/frmQXYEdit.h"
+#include "ui/windows/frmTpRhoEdit.h"
 
 namespace quom {
 
@@ -177,6 +180,37 @@ constexpr Step Steps[] = {
     {"tank-result",
      [](mdiQUOM& f) {
          calculate(f, {"1", "100", "300"});
+     }},
+    {"exp-data",
+     [](mdiQUOM& f) {
+         f.unload_calculation_windows();
+         Document document = f.session().document;
+         clear_points(document.exp);
+         std::string rows;
+         for (int i = 0; i < 24; ++i)
+             rows += std::to_string(230 + 5 * i) + "\t" + std::to_string(96 + 40 * i) + ",5\t0\t" +
+                     std::to_string(560 - 4 * i) + "\n";
+         insert_rows(document.exp, 1, rows);
+         toggle_lines(document.exp, 4, 4);
+         document.exp.file.ExpComment = "vapor pressures";
+         f.bench().commit(std::move(document));
+         edit_exp_data(f, 0);
+         press(f, frmTpRhoEdit::Name, "opt_T_unit_1");
+         press(f, frmTpRhoEdit::Name, "opt_Rho_Unit_1");
+         if (auto* w = f.child<frmTpRhoEdit>()) {
+             w->y[0]->setText(QStringLiteral("-300"));
+             w->OKinput->click();
+         }
+     }},
+    {"xy-data",
+     [](mdiQUOM& f) {
+         f.unload(frmTpRhoEdit::Name);
+         Document document = f.session().document;
+         insert_rows(document.xy, 1, "0.1\t1.25\n0.2\t2.5\n0.3\t3.75\n0.4\t0\n0.5\t6.25\n");
+         toggle_lines(document.xy, 4, 4);
+         f.bench().commit(std::move(document));
+         edit_xy_data(f, 0);
+         press(f, frmQXYEdit::Name, "cmdManip");
      }},
     {"data", [](mdiQUOM& f) { pop_up(f, "mnuData"); }},
     {"calculations", [](mdiQUOM& f) { pop_up(f, "mnuCalcMain"); }},

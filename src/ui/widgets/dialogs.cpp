@@ -97,6 +97,7 @@ std::optional<QString> Dialogs::save_file(QWidget* parent, const FileQuestion& q
     QFileDialog dialog(parent, question.title, question.start, question.filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(question.suffix);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.confirm_overwrite);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return dialog.selectedFiles().front();
 }

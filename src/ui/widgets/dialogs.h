@@ -25,9 +25,10 @@ class MessageBoxes : public Messages {
 
 struct FileQuestion {
     QString title;
-    QString start;   // folder, or path of the file proposed
-    QString filter;  // "name (*.ext)"
-    QString suffix;  // added to a name without one when saving
+    QString start;                  // folder, or path of the file proposed
+    QString filter;                 // "name (*.ext)"
+    QString suffix;                 // added to a name without one when saving
+    bool confirm_overwrite = true;  // false: who saves asks before a file that exists is replaced
     // A dialog of the program's own that asks in place of the platform's.
     std::function<std::optional<QString>(QWidget* parent)> own{};
 };

@@ -16,6 +16,7 @@
 #include "report/outcome_messages.h"
 #include "report/titles.h"
 #include "ui/main/beside.h"
+#include "ui/main/data_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/footer_line.h"
@@ -55,6 +56,9 @@ void frmQCalcOut::connect_controls() {
     connect(chkUHS, &QCheckBox::toggled, this, [this] { set_extended(); });
     for (QCheckBox* box : ResPlus) connect(box, &QCheckBox::toggled, this, [this] { set_extended(); });
     connect(cmdIsoCalc, &QPushButton::clicked, this, [this] { open_iso_calculator_window(); });
+    connect(cmdShowManuInput, &QPushButton::clicked, this, [this] {
+        if (mdiQUOM* frame = frame_of(this)) edit_xy_data(*frame, 0);
+    });
     connect(cmdCEOSDiagnose, &QPushButton::clicked, this, [this] { open_diagnosis(); });
     connect(cmdInfoSuperCrit, &QPushButton::clicked, this, [this] { open_picture(); });
     connect(cmdCalc_OK, &QPushButton::clicked, this, [this] { end_calculation(); });

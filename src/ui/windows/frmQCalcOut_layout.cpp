@@ -134,7 +134,6 @@ void frmQCalcOut::build_layout() {
     buttons->addWidget(cmdCalc_OK);
     layout->addLayout(buttons);
     cmdCalc_OK->setMinimumWidth(std::max(96, cmdCalc_OK->sizeHint().width()));
-    not_yet_available(cmdShowManuInput);
 }
 
 QWidget* frmQCalcOut::make_list_page() {
