@@ -48,6 +48,7 @@ Action declare_tank(CLI::App& app);
 Action declare_iso(CLI::App& app);
 Action declare_data(CLI::App& app);
 Action declare_audit(CLI::App& app);
+Action declare_project(CLI::App& app);
 Action declare_starter(CLI::App& app);
 
 }  // namespace quom

@@ -40,6 +40,9 @@ constexpr Command table[] = {
      "acetone.BAQ --convert acetone.csv", declare_data},
     {"audit", "The sets of each record against each other, one line a doubt", "[SUBSTANCE] [--rules]",
      "water --rules", declare_audit},
+    {"project", "What a project file holds and what of it is missing; or a new one",
+     "FILE [--info] | --save FILE SUBSTANCE [--data FILE] [--comment TEXT] [models]",
+     "--save propane.QC6 propane --eos 5 --concept partial", declare_project},
     {"starter", "The starter database in use, and whether a newer one is installed", "[--copy]", "--copy",
      declare_starter},
 };

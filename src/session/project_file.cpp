@@ -12,8 +12,6 @@
 namespace quom {
 namespace {
 
-constexpr std::size_t LargestProject = 1024 * 1024;
-
 Message stop(std::string text) {
     return {.title = "Execution not possible", .text = std::move(text), .kind = MessageKind::stop};
 }
@@ -23,14 +21,6 @@ std::string existing_project(const Session& session, std::string_view path) {
     if (has_folder_part(path)) return find_in_folder(folder_part(path), name_part(path));
     std::string found = find_in_folder(session.ProgramPath, path);
     return found.empty() ? find_in_folder({}, path) : found;
-}
-
-// Opens the database of a project on a handle of its own. The kind is above 5.
-OpenedDatabase open_project_database(const Session& session, const ProjectFile& project,
-                                     std::string_view project_path) {
-    const std::string path = resolve_path(project.database_path, session.ProgramPath, project_path);
-    if (!FileExists(path, session.ProgramPath)) return {.file = {}, .err = -1, .fault = {}};
-    return open_database(project.database_kind(), path, session.document.options.Englisch);
 }
 
 std::string not_available(const std::string& CAS) {
@@ -213,17 +203,6 @@ std::string project_to_load(const Session& session, std::string_view path, Messa
 
 // --- Preview ---
 
-void describe_substance(ProjectPreview& preview, const DatabaseFile& database) {
-    const int index = FindCAS(database, preview.CAS);
-    if (index == 0) {
-        preview.substance_text = preview.CAS + " (substance is not available in the present database)";
-        return;
-    }
-    const SubstanceRow& row = database.rows[static_cast<std::size_t>(index - 1)];
-    preview.substance_name = main_name(row.SubstanceName);
-    preview.substance_text = preview.substance_name + "  (" + preview.CAS + ")";
-}
-
 void describe_data(ProjectPreview& preview) {
     preview.data_text = preview.exp_file.empty() ? "(none)"
                                                  : preview.exp_file + "  (" +
@@ -280,6 +259,26 @@ std::string find_exp_file(const Session& session, std::string_view name, std::st
     return {};
 }
 
+ProjectSources find_sources(const ProjectFile& project, std::string_view project_path,
+                            const Session& session) {
+    ProjectSources sources;
+    OpenedDatabase opened{.file = {}, .err = -1, .fault = {}};
+    const std::string path = resolve_path(project.database_path, session.ProgramPath, project_path);
+    if (project.database_kind() > 5 && FileExists(path, session.ProgramPath))
+        opened = open_database(project.database_kind(), path, session.document.options.Englisch);
+    if (opened.err == 0) sources.database = path;
+    sources.database_fault = std::move(opened.fault);
+
+    const DatabaseFile& database = opened.err == 0 ? opened.file : session.database;
+    sources.substances = database.StoffAnzahl();
+    sources.index = FindCAS(database, project.CAS);
+    if (sources.index > 0)
+        sources.substance_name =
+            main_name(database.rows[static_cast<std::size_t>(sources.index - 1)].SubstanceName);
+    if (!project.exp_file.empty()) sources.exp_file = find_exp_file(session, project.exp_file, project_path);
+    return sources;
+}
+
 ProjectPreview preview_project(std::string_view path, const Session& session) {
     const auto refused = [](std::string text) {
         ProjectPreview nothing;
@@ -305,11 +304,14 @@ ProjectPreview preview_project(std::string_view path, const Session& session) {
     preview.exp_file = project.exp_file;
     preview.ExpAnzahl = project.ExpAnzahl;
     preview.CAS = project.CAS;
-    const OpenedDatabase opened = open_project_database(session, project, file);
-    preview.database_missing = opened.err != 0;
+    const ProjectSources sources = find_sources(project, file, session);
+    preview.database_missing = sources.database.empty();
     preview.database_text = name_part(project.database_path) +
                             (preview.database_missing ? " not in the QUOM working directory" : "");
-    describe_substance(preview, preview.database_missing ? session.database : opened.file);
+    preview.substance_name = sources.substance_name;
+    preview.substance_text = sources.index == 0
+                                 ? preview.CAS + " (substance is not available in the present database)"
+                                 : preview.substance_name + "  (" + preview.CAS + ")";
     describe_data(preview);
     return preview;
 }

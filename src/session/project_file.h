@@ -14,6 +14,7 @@
 namespace quom {
 
 inline constexpr std::string_view LastSessionName = "QuomLastSession.QC6";
+inline constexpr std::size_t LargestProject = 1024 * 1024;  // no project is larger [bytes]
 // Does the name of the file, in any case of letters, make it the last session?
 bool is_last_session(std::string_view path);
 
@@ -58,6 +59,18 @@ ProjectLoad LoadLastSession(Session& session, Messages& messages);
 // Where the data file of a project is: in the folder of the project, else in ExpFolder, else in the program
 // folder; empty when it is in none of them.
 std::string find_exp_file(const Session& session, std::string_view name, std::string_view project_path);
+
+// What a project names, as far as it is there. The database is opened on a handle of its own.
+struct ProjectSources {
+    std::string database;        // path of the file that was opened, empty: missing
+    std::string database_fault;  // why a file that is there is no database
+    int substances = 0;          // in the database that counts: its own, else the one in force
+    int index = 0;               // of the substance in it, 0: not there
+    std::string substance_name;
+    std::string exp_file;  // path of the data file, empty: none or missing
+};
+ProjectSources find_sources(const ProjectFile& project, std::string_view project_path,
+                            const Session& session);
 
 // What the dialog of files shows of a project. The session is only read.
 struct ProjectPreview {

@@ -189,9 +189,9 @@ bool Reading::value(const Line& line) {
                         std::holds_alternative<Single>(line.member);
     double x = whole ? round_half_even(*read) : *read;
     if (line.number == 17 && x == -1) x = 0;  // no equation comes back as the ideal gas
-    const bool in_type =
-        !(whole && std::fabs(x) > 32767) && !(single && !std::isfinite(static_cast<float>(x)));
-    if (!in_type || !line.possible(x)) {
+    const double kept = single ? static_cast<double>(static_cast<float>(x)) : x;
+    const bool in_type = whole ? std::fabs(x) <= 32767 : std::isfinite(kept);
+    if (!in_type || !line.possible(kept)) {
         x = line.otherwise;
         replace(at, line, genNum(*read), single ? genSingle(x) : genNum(x));
     }

@@ -43,6 +43,8 @@ GOOD = [
     ("iso propane --T 450 --hold h --value 5000", 0), ("iso propane --T 450 --hold h --value 5000 --phase L", 0),
     ("iso water --p 1 --hold s --T0 250 --p0 1 --energy 3", 0),
     ("sweep propane --mode 3 --in {dir}/states.csv --out {dir}/results.csv --functions", 0),
+    ("project --save {dir}/propane.QC6 propane --eos 5 --comment x", 0), ("project {dir}/propane.QC6 --info", 0),
+    ("project --save {dir}/virial.QC6 water --eos 10 --b0 1 --energy 3", 0), ("project {dir}/odd.QC6", 0),
     ("audit water", 0), ("audit --rules", 0), ("starter", 0), ("show 1,3-Propanediol", 0),
     ("data {dir}/set.BAQ --info", 0), ("data {dir}/points.XY --info", 0), ("data {dir}/set.BAQ --convert {dir}/a.XY", 0),
     ("data {dir}/set.BAQ --join {dir}/set.BAQ --out {dir}/b.BAQ", 0),
@@ -63,13 +65,17 @@ FAILING = [
     ("sweep propane --mode 3 --in {dir}/nowhere.csv --out {dir}/x.csv", 3),
     ("list --program-folder /nowhere/at/all", 3), ("data {dir}/set.BAQ", 2), ("data {dir}/nowhere.BAQ --info", 3),
     ("data {dir}/states.csv --info", 2), ("data {dir}/points.XY --convert {dir}/c.BAQ", 2),
+    ("project {dir}/nowhere.QC6", 3), ("project {dir}/states.csv", 3), ("project {dir}/no_cas.QC6 --info", 1),
+    ("project {dir}/propane.QC6 --eos 5", 2), ("project --save {dir}/x.txt propane", 2), ("project", 2),
+    ("project --save {dir}/x.QC6 watre", 1), ("project --save {dir}/x/y/z.QC6 water", 3),
 ]
 # What every command refuses, behind its good arguments.
 REFUSED_BY_ALL = [(" --colour red", 2), (" --db nowhere.q07", 3)]
 
 # Numbers without a unit: counts, codes, fractions, ratios.
 PURE = set("""status index mode PhaseRegion y nRoots fd RefKode EOSKode EVPKode HLVKode cpKode code omega nWat SystemNo
-              lines failed warned malformed value low high evp records doubtful count points values_per_point""".split())
+              lines failed warned malformed value low high evp records doubtful count points
+              line values_per_point""".split())
 PURE_OF_PHASES = {"lnphi", "s_res", "cp_res"}
 RECORD = set("KFDB Wagner AntLo AntHi August RhoL RhoS HLV cpPoly cpDIPPR cpL cpS".split())  # units are in the formula
 
@@ -195,6 +201,12 @@ def main():
     for name, text in [("set.BAQ", "1.1.2026\n\n67-64-1;Acetone\n2\n300,30,780,0,0,126,310\n"), ("points.XY", "c\n1;2\n")]:
         with open(os.path.join(folder, name), "w", encoding="ascii") as file:
             file.write(text)
+    project = ["22.11.2026", "<>", "none.q07", "gone.BAQ", " 3 ", "74-98-6", *["0"] * 28]
+    project[14], project[24] = '";"', "273.15"
+    for name, cas in ("odd.QC6", "74-98-6"), ("no_cas.QC6", "1-1-1"):
+        project[5] = cas
+        with open(os.path.join(folder, name), "w", encoding="ascii", newline="") as file:
+            file.write("\r\n".join(project) + "\r\n")
     with open(schema_path, encoding="utf-8") as file:
         check = Check(quomc, program_folder, json.load(file), folder)
 
@@ -208,7 +220,7 @@ def main():
         for more, status in REFUSED_BY_ALL:
             if command != "starter" or "--db" not in more:  # looks at the installed ones alone
                 check.check(line + more, status)
-        if command not in ("list", "find", "audit", "starter", "data"):
+        if command not in ("list", "find", "audit", "data", "project", "starter"):
             check.check(line.replace(line.split()[1], "qqqqqqqq", 1), 1)
     check.check_refusals(check.answer("state propane --T 80 --p 500", 0))
 
