@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <utility>
 
 #include "base/code_page.h"
 #include "base/constants.h"
@@ -97,6 +98,11 @@ bool open_picked_database(Session& s, int kind, const std::string& path, Message
     }
     ResetSession(s);
     s.shell.LastSessionLoaded = false;
+    s.shell.ProjectPath.clear();  // a new project has no name yet
+    s.shell.ProjectTitle.clear();
+    Document document = s.document;
+    document.ProjectComment.clear();
+    commit(s, std::move(document));
     return true;
 }
 

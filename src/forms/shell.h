@@ -35,7 +35,8 @@ bool fulfilled(const Session& session, Needs needs);
 // What has to be done first, or what the record lacks; empty when the command can run.
 std::string why_not(const Session& session, Needs needs);
 
-// Loads the database that the user picked. True: it is in force and ResetSession has run. False: the user was
+// Loads the database that the user picked, for a new project without a name. True: it is in force and
+// ResetSession has run. False: the user was
 // told why, and nothing has changed.
 bool open_picked_database(Session& session, int kind, const std::string& path, Messages& messages);
 

@@ -20,6 +20,7 @@
 #include "ui/windows/frmCalcIn.h"
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQCalcOut.h"
+#include "ui/windows/frmQCmnDlg.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/help_window.h"
@@ -77,6 +78,19 @@ class EveryWindow : public WindowDriver {
         virial.show();
         look(&virial);
         virial.close();
+        frmQCmnDlg open_dialog(frame.bench(),
+                               {.title = QStringLiteral("Load a project (*.QC6)"),
+                                .folder = folder.path().toStdString(),
+                                .mask = "*.QC6"},
+                               &frame);
+        open_dialog.show();
+        look(&open_dialog);
+        open_dialog.close();
+        TextQuestion comment(QStringLiteral(" File comment (optional) "),
+                             QStringLiteral("<Cancel> = No Comment"), {}, &frame);
+        comment.show();
+        look(&comment);
+        comment.close();
         menu("mnuCalc_5")->trigger();
         look_at_child("frmCalcIn", look);
         for (const char* entry : {"mnuCalc_1", "mnuCalc_2", "mnuCalc_15"}) {

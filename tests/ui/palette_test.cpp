@@ -77,7 +77,7 @@ TEST_F(PaletteTest, what_cannot_run_says_why_and_is_passed) {
     key(Qt::Key_Escape);
 
     go_to_calculations();
-    find("Project info");
+    find("Fitting Tool");
     EXPECT_THAT(description(0), HasSubstr("not yet available"));
     key(Qt::Key_Escape);
     find("vaporiz");

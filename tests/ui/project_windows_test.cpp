@@ -249,6 +249,34 @@ TEST_F(ProjectWindows, a_project_replaces_windows_and_data_of_the_session_before
         EXPECT_EQ(data_point_count(document().exp), points);
     }
     EXPECT_THAT(status(), HasSubstr("    WARNING:"));
+
+    // A database opened anew begins a project without name and comment.
+    open_starter_database();
+    EXPECT_THAT(status(), HasSubstr("project\n    (not yet completely defined)"));
+    EXPECT_THAT(document().ProjectComment, IsEmpty());
+}
+
+TEST_F(ProjectWindows, leaving_asks_about_data_that_are_not_saved) {
+    go_to_calculations();
+    change([](Document& d) {
+        d.exp.points.edit().push_back({.T = 300, .p = 997});
+        d.exp.ExpGeaendert = true;
+    });
+    messages.answers = {Answer::cancel};
+    frame.close();
+    EXPECT_TRUE(frame.isVisible());
+    EXPECT_FALSE(QFile::exists(at("QuomLastSession.QC6")));
+    EXPECT_THAT(messages.take(), ElementsAre(Pair("WARNING",
+                                                  "The data has not yet been saved after modification.\n"
+                                                  "Save now as *.BAQ?")));
+    messages.answers = {Answer::yes};
+    dialogs->files.push_back(at("points.BAQ"));
+    frame.close();
+    EXPECT_FALSE(frame.isVisible());
+    Program next(folder);
+    next.frame.findChild<QAction*>(QStringLiteral("mnuData_LoadLastSession"))->trigger();
+    EXPECT_EQ(data_point_count(next.frame.session().document.exp), 1);
+    EXPECT_TRUE(next.frame.findChild<QAction*>(QStringLiteral("Toolbar1_22"))->isEnabled());
 }
 
 TEST_F(ProjectWindows, what_cannot_be_loaded_is_told_and_changes_nothing) {

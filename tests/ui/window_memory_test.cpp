@@ -13,6 +13,7 @@
 #include "ui/windows/frmIsoCalc.h"
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQCalcOut.h"
+#include "ui/windows/frmQCmnDlg.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmQTextEdit.h"
@@ -132,6 +133,19 @@ TEST_F(WindowMemory, StaysFlatOverManyOpenings) {
          }},
         {"reference state", [this] { with_dialog("Toolbar1_11"); }},
         {"options", [this] { with_dialog("mnuOptions"); }},
+        {"project info",
+         [this] {
+             menu("mnuProjectStatus")->trigger();
+             frame.unload(frmQTextEdit::Name);
+         }},
+        {"opening with preview",
+         [this] {
+             frmQCmnDlg window(frame.bench(), {.title = QStringLiteral("Load a project (*.QC6)"),
+                                               .folder = folder.path().toStdString(),
+                                               .mask = "*.QC6"});
+             window.show();
+             window.close();
+         }},
         {"models",
          [this] {
              frame.unload(frmQModell::Name);

@@ -7,6 +7,7 @@
 #include "ui/main/workbench.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/windows/data_controls.h"
+#include "ui/windows/frmQCmnDlg.h"
 #include "ui/windows/frmQXYEdit.h"
 #include "ui/windows/frmTpRhoEdit.h"
 
@@ -59,11 +60,13 @@ void edit_exp_data(mdiQUOM& frame, int) { frmTpRhoEdit::open(frame); }
 void edit_xy_data(mdiQUOM& frame, int) { frmQXYEdit::open(frame); }
 
 std::string ask_exp_data_file(mdiQUOM& frame, bool add) {
-    return ask_open_path(frame, {.title = add ? QStringLiteral("Join data from a file (with preview)")
-                                              : QStringLiteral("Load data file (with preview)"),
-                                 .start = exp_start(frame),
-                                 .filter = QStringLiteral("QUOM-specific file (*.BAQ *.baq)"),
-                                 .suffix = {}});
+    const auto opened = open_with_preview(
+        frame, {.title = add ? QStringLiteral("Join data from a file (with preview)")
+                             : QStringLiteral("Load data file (with preview)"),
+                .folder = frame.session().shell.ExpFolder,
+                .mask = "*.BAQ",
+                .name = add ? std::string() : name_part(frame.bench().document().exp.file.ExpFile)});
+    return opened ? opened->path : std::string();
 }
 
 bool load_exp_data(mdiQUOM& frame, bool add) {

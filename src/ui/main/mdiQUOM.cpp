@@ -14,6 +14,7 @@
 #include "session/start_up.h"
 #include "ui/look/look.h"
 #include "ui/look/svg_icons.h"
+#include "ui/main/data_windows.h"
 #include "ui/main/focus_return.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/mdi_menus.h"
@@ -315,6 +316,7 @@ void mdiQUOM::opening_windows_menu() {
 }
 
 void mdiQUOM::closeEvent(QCloseEvent* event) {
+    if (!BatchSaveFrage(*this) || !XYSaveFrage(*this)) return event->ignore();
     leave_session(*this);
     if (help_) help_->close();
     event->accept();

@@ -10,6 +10,7 @@
 #include "forms/open_form.h"
 #include "session/data_files.h"
 #include "session/project_file.h"
+#include "ui/main/data_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/project_actions.h"
 
@@ -33,11 +34,6 @@ void remember(UiMemory& memory, RecentFiles kind, const std::string& path) {
     list.prepend(added);
     while (list.size() > Remembered) list.removeLast();
     memory.set(key_of(kind), list);
-}
-
-void trigger(mdiQUOM& frame, const char* entry) {
-    if (auto* action = frame.findChild<QAction*>(QLatin1String(entry)); action && action->isEnabled())
-        action->trigger();
 }
 
 }  // namespace
@@ -67,13 +63,13 @@ void open_recent(mdiQUOM& frame, RecentFiles kind, const std::string& path) {
     }
     Workbench& bench = frame.bench();
     if (is_data_file_name(path)) {
-        if (!LoadExpDataFile(bench.session, path, false, bench.messages())) return;
+        if (!BatchSaveFrage(frame) || !LoadExpDataFile(bench.session, path, false, bench.messages())) return;
         bench.announce({.data = true});
-        trigger(frame, "mnuData_BatchEdit");
+        edit_exp_data(frame, 0);
     } else {
-        if (!LoadXYFile(bench.session, path, bench.messages())) return;
+        if (!XYSaveFrage(frame) || !LoadXYFile(bench.session, path, bench.messages())) return;
         bench.announce({.xy = true});
-        trigger(frame, "mnuData_EditXY");
+        edit_xy_data(frame, 0);
     }
 }
 
