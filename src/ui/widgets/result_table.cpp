@@ -93,6 +93,9 @@ void ResultTable::build_corner() {
     row->addWidget(fold_);
     row->addWidget(copy_);
     row->addWidget(save_);
+    // The corner leaves room for the tabs in the narrowest window.
+    for (QPushButton* button : {copy_, save_})
+        button->setMaximumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 24);
     // The button keeps its width whichever caption it has.
     fold_->setText(QStringLiteral("Unfold all"));
     fold_->ensurePolished();

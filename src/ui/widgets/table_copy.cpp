@@ -78,9 +78,10 @@ ExportTable table_of(const QAbstractItemModel& model) {
         std::vector<ExportCell>& cells = table.rows.emplace_back();
         for (int c = 0; c < model.columnCount(); ++c) {
             const QModelIndex at = model.index(r, c);
-            const QVariant check = at.data(Qt::CheckStateRole);
-            std::string text = at.data().toString().toStdString();
-            if (text.empty() && check.isValid()) text = check.toInt() == Qt::Checked ? "x" : "";
+            const bool checked = at.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+            QString shown = at.data().toString();
+            if (shown.isEmpty() && checked) shown = QStringLiteral("x");
+            std::string text = shown.toStdString();
             const bool number = read_number(text).has_value();
             cells.emplace_back(std::move(text), number);
         }

@@ -261,6 +261,8 @@ void frmTextImport::read() {
     bad_->show(import_.bad_rows);
     tblBad->setVisible(!import_.bad_rows.empty());
     tblPreview->resizeColumnsToContents();
+    for (int c = 0; c < preview_->columnCount(); ++c)  // a comment stands in the first cell
+        tblPreview->setColumnWidth(c, std::min(tblPreview->columnWidth(c), text_width(*this, 28)));
     tblBad->resizeColumnToContents(0);
     show_sentences();
 }
