@@ -19,6 +19,9 @@ namespace quom {
 
 namespace {
 
+// A project names its data file without a folder; the last session finds it where the session before left it.
+const QString DataFolderKey = QStringLiteral("folders/exp");
+
 // The windows of the session before close, and what a project begins with opens.
 void show_loaded_project(mdiQUOM& frame) {
     Workbench& bench = frame.bench();
@@ -72,6 +75,8 @@ bool load_project(mdiQUOM& frame, const std::string& path) { return take_project
 
 void load_last_session(mdiQUOM& frame, int) {
     Workbench& bench = frame.bench();
+    const QString folder = bench.memory.value(DataFolderKey).toString();
+    if (!folder.isEmpty()) bench.session.shell.ExpFolder = folder.toStdString();
     if (LoadLastSession(bench.session, bench.messages()).success) show_loaded_project(frame);
 }
 
@@ -116,6 +121,7 @@ void show_project_status(mdiQUOM& frame, int) {
 
 void leave_session(mdiQUOM& frame) {
     Workbench& bench = frame.bench();
+    bench.memory.set(DataFolderKey, QString::fromStdString(bench.session.shell.ExpFolder));
     SaveLastSession(bench.session, bench.messages());
 }
 
