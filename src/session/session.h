@@ -18,16 +18,16 @@ namespace quom {
 
 // The project in force and how far the session has come.
 struct ShellState {
-    std::string ProjectPath;         // project in force, empty: none
-    std::string ProjectFolder;       // folder that it came from
-    std::string ProjectTitle;        // its name
-    std::string ExpFolder;           // last folder of experimental data
-    bool LastSessionLoaded = false;  // the project in force is the last session
+    std::string ProjectPath;                                // project in force, empty: none
+    std::string ProjectFolder;                              // folder that it came from
+    std::string ProjectTitle;                               // its name
+    std::string ExpFolder;                                  // last folder of experimental data
+    bool LastSessionLoaded = false;                         // the project in force is the last session
     std::array<bool, 3> HinweisFlags = {true, true, true};  // one-time notes not yet shown; [2] before saving
-    bool ModelsConfirmed = false;    // the models of the substance in force were confirmed
-    std::string ModelStatus;         // EOS or EVP name with the concept, as they were confirmed
-    std::string ModelChange;         // what was chosen since, in words; empty once they are confirmed
-    std::string XYFolder;            // last folder of X-Y data
+    bool ModelsConfirmed = false;  // the models of the substance in force were confirmed
+    std::string ModelStatus;       // EOS or EVP name with the concept, as they were confirmed
+    std::string ModelChange;       // what was chosen since, in words; empty once they are confirmed
+    std::string XYFolder;          // last folder of X-Y data
 };
 
 struct PointOutcome {

@@ -249,11 +249,11 @@ TEST_F(DataWindows, the_grid_is_edited_and_exchanged_with_spreadsheets) {
     // Cells to 0.
     click_cell(grid, 1, 2);
     click_cell(grid, 1, 3, Qt::ShiftModifier);
-    EXPECT_THAT(popup(grid, "marked cell(s) => 0"),
-                ElementsAre(QStringLiteral("copy"), QStringLiteral("paste"), QStringLiteral("delete"),
-                            QStringLiteral("marked cell(s) => 0"), QStringLiteral("remove marked line(s)"),
-                            QString(), QStringLiteral("copy the table"),
-                            QStringLiteral("save the table as...")));
+    EXPECT_THAT(
+        popup(grid, "marked cell(s) => 0"),
+        ElementsAre(QStringLiteral("copy"), QStringLiteral("paste"), QStringLiteral("delete"),
+                    QStringLiteral("marked cell(s) => 0"), QStringLiteral("remove marked line(s)"), QString(),
+                    QStringLiteral("copy the table"), QStringLiteral("save the table as...")));
     EXPECT_TRUE((points()[2] == TpRhoPoint{0, 1.5, 2.5, 0, 0, 5, 6}));
     EXPECT_EQ(cell(grid, 1, 2), QStringLiteral("0"));
 }

@@ -1,5 +1,5 @@
-// One job from its first start to the next morning: measured vapor pressures are pasted, calculated by a vapor
-// pressure equation, compared, put into a list and a record, saved, and found again by the next start.
+// One job from its first start to the next morning: measured vapor pressures are pasted, calculated by a
+// vapor pressure equation, compared, put into a list and a record, saved, and found again by the next start.
 #include <QClipboard>
 #include <QLabel>
 #include <QPushButton>
@@ -137,7 +137,8 @@ TEST_F(WholeJob, from_pasted_values_to_the_next_start) {
     press(result, "cmdCalc_OK");
     const std::string list = bytes(at("acetone.LST"));
     const auto lines = split_lines(list);
-    const auto first = std::find_if(lines.begin(), lines.end(), [](std::string_view l) { return l[0] == '1'; });
+    const auto first =
+        std::find_if(lines.begin(), lines.end(), [](std::string_view l) { return l[0] == '1'; });
     ASSERT_NE(first, lines.end());
     const auto exp = numbers(std::string(first->substr(8))), calc = numbers(std::string(first[1].substr(8)));
     ASSERT_GE(exp.size(), 2u);
