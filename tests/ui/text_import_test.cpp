@@ -59,6 +59,7 @@ class TextImportWindow : public WindowDriver {
         while (box->currentIndex() > at) QTest::keyClick(box, Qt::Key_Up);
         emit box->activated(at);
         QApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the boxes shown before
     }
     static std::string cell(const QAbstractItemView* table, int row, int column) {
         return table->model()->index(row, column).data().toString().toStdString();
