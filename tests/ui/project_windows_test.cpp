@@ -333,7 +333,9 @@ TEST_F(ProjectWindows, the_command_line_loads_a_project) {
     write("measured.TXT", data_text());
     write("my plant.QC6", project_text({{4, "measured.TXT"}, {5, " 2 "}}));
     {
-        Program run(folder, {}, command_line_project({"\"" + at("my").toStdString(), "plant.QC6\""}));
+        const std::vector<std::string> words = {QStringLiteral("\"%1").arg(at("my")).toStdString(),
+                                                "plant.QC6\""};
+        Program run(folder, {}, command_line_project(words));
         const auto told = run.messages.take();
         ASSERT_THAT(told, SizeIs(2));
         EXPECT_EQ(told[0], std::pair(std::string("Execution not possible"),

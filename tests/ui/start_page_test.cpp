@@ -81,8 +81,7 @@ TEST_F(StartPageTest, arrows_pass_the_rows_that_cannot_act_and_these_say_why) {
     key(Qt::Key_Up);
     EXPECT_EQ(row_in_focus()->text().toStdString(), "Open the starter database");
     key(Qt::Key_Up);
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
+    for (int row = 1; row <= 3; ++row) key(Qt::Key_Tab);  // over the rows that can act
     EXPECT_EQ(row_in_focus()->text().toStdString(), "A state: propane at 350 K and 1000 kPa");
 }
 
