@@ -302,6 +302,7 @@ int take_screenshots(mdiQUOM& frame, const QString& folder, const QSize& size) {
         while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
     }
     frame.bench().listen(before);
+    frame.session().record.ProtocolOpen = false;  // nothing is kept of this session
     return written;
 }
 
