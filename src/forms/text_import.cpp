@@ -38,6 +38,7 @@ std::vector<std::string> head_cells_at_blanks(std::string_view line, std::size_t
     cut_cells(line, TableDelimiter::blanks, words);
     if (words.size() == columns) {
         std::vector<std::string> cells;
+        cells.reserve(words.size());
         for (const TableCell& word : words) cells.push_back(cell_content(word));
         return cells;
     }

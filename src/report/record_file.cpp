@@ -123,7 +123,7 @@ void AppendProtocolRow(Session& session, const Outcome& outcome, Messages& messa
     session.record.ProtocolTable.push_back(record_row(session, outcome));
 }
 
-ClosedProtocol CloseProtocol(Session& session, std::string date) {
+ClosedProtocol CloseProtocol(Session& session, const std::string& date) {
     CalculationRecord& record = session.record;
     ClosedProtocol closed;
     const bool taken = !find_in_folder(session.ProgramPath, record.ProtocolFile).empty();

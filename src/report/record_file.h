@@ -45,6 +45,6 @@ struct ClosedProtocol {
 };
 // Writes the rows that wait, and goes on to the next free name. A name that another program has taken since
 // is not written over.
-ClosedProtocol CloseProtocol(Session& session, std::string date);
+ClosedProtocol CloseProtocol(Session& session, const std::string& date);
 
 }  // namespace quom

@@ -99,7 +99,10 @@ std::string part_changed(DocumentPart part, const Document& before, const Docume
         if (was == is) continue;
         if (++told > 2) return head + text + ", ...";
         text += std::string(told > 1 ? ", " : "") + std::string(field.name);
-        text += field.several ? std::string(" changed") : ' ' + was + " -> " + is;
+        if (field.several)
+            text += " changed";
+        else
+            text.append(" ").append(was).append(" -> ").append(is);
     }
     return head + (text.empty() ? "changed" : text);
 }

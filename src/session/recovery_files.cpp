@@ -64,6 +64,7 @@ std::vector<std::string> copies_in(const std::string& folder) {
     }
     std::ranges::sort(found, std::greater<>());
     std::vector<std::string> paths;
+    paths.reserve(found.size());
     for (auto& [time, path] : found) paths.push_back(std::move(path));
     return paths;
 }

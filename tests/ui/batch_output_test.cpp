@@ -41,7 +41,7 @@ class BatchOutput : public WindowDriver {
             points[2].Aus = -1;
         });
         auto* window = new frmQCalcOut(frame.bench());
-        frame.open_child(window, window->sizeHint(), Sizing::free);
+        frame.open_child(window);
         return window;
     }
     std::string file(const std::string& name) {
@@ -167,7 +167,7 @@ TEST_F(BatchOutput, page_of_all_points) {
     frame.unload(frmQCalcOut::Name);
     change([](Document& d) { d.options.BatchMode = false; });
     auto* direct = new frmQCalcOut(frame.bench());
-    frame.open_child(direct, direct->sizeHint(), Sizing::free);
+    frame.open_child(direct);
     EXPECT_FALSE(direct->tabs->isTabVisible(direct->tabs->indexOf(direct->points)));
     EXPECT_FALSE(direct->optResultPrint[2]->isEnabled());
 }

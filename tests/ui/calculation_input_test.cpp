@@ -65,7 +65,8 @@ class Calculation : public WindowDriver {
         if (result.Text == "EXIT") return {};
         auto* widget = new QWidget;
         widget->setObjectName(QLatin1String(name));
-        return {widget, {400, 300}, refresh};
+        widget->setMinimumSize(400, 300);
+        return {widget, refresh};
     }
     void start(Mode mode) {
         start_calculation(frame, number_of(mode));

@@ -67,7 +67,7 @@ class Output : public WindowDriver {
     frmQCalcOut* open() {
         frame.unload(frmQCalcOut::Name);
         auto* window = new frmQCalcOut(frame.bench());
-        frame.open_child(window, window->sizeHint(), Sizing::free);
+        frame.open_child(window);
         return window;
     }
     frmQCalcOut* open(Mode mode, double T, double p, double rho = 0.0) {
@@ -364,7 +364,7 @@ TEST_F(Output, tank_is_drawn_as_it_is_filled) {
         {"nothing entered", Mode::tank_global, 0.0, 300.0, TankFilling::nothing, "", ""},
     };
     auto* tank = new frmKessel(frame.bench());
-    frame.open_child(tank, tank->sizeHint(), Sizing::free);
+    frame.open_child(tank);
     for (const auto& at : cases) {
         SCOPED_TRACE(at.what);
         enter_tank(at.mode, at.m, at.T);
@@ -426,7 +426,7 @@ TEST_F(Output, every_control_has_its_names) {
     press(window, "cmdCEOSDiagnose");
     press(window, "cmdInfoSuperCrit");
     auto* tank = new frmKessel(frame.bench());
-    frame.open_child(tank, tank->sizeHint(), Sizing::free);
+    frame.open_child(tank);
     for (const char* name : {frmQCalcOut::Name, frmIsoCalc::Name, frmCEOSDiagnose::Name,
                              frmPictureSuperCrit::Name, frmKessel::Name}) {
         QWidget* shown = frame.child(name);

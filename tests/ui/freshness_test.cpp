@@ -119,7 +119,7 @@ class Freshness : public WindowDriver {
             d.exp.points.edit()[0] = {.T = 400.0, .p = 6000.0, .rhoV = 100.0F};
         });
         auto* window = new frmQCalcOut(frame.bench());
-        frame.open_child(window, window->sizeHint(), Sizing::free);
+        frame.open_child(window);
         return window;
     }
     Outcome calculated() {
@@ -206,7 +206,7 @@ TEST_F(Freshness, every_field_reaches_every_window) {
             ASSERT_TRUE(frame.child<frmQTextEdit>());
         } else {
             auto* tank = new frmKessel(frame.bench());
-            frame.open_child(tank, tank->sizeHint(), Sizing::free);
+            frame.open_child(tank);
         }
         const Document base = document();
         for (const FieldChange& field : Fields) {

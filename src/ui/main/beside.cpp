@@ -13,15 +13,15 @@ mdiQUOM* frame_of(QWidget* window) {
     return nullptr;
 }
 
-void open_beside(QWidget* opener, QWidget* window, const QSize& first, Sizing sizing) {
+void open_beside(QWidget* opener, QWidget* window) {
     if (mdiQUOM* frame = frame_of(opener)) {
         frame->unload(qPrintable(window->objectName()));
-        frame->open_child(window, first, sizing, opener);
+        frame->open_child(window, opener);
         return;
     }
     window->setParent(opener->window(), Qt::Window);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->resize(natural_size(*window, first));
+    window->resize(natural_size(*window, window->sizeHint()));
     window->show();
 }
 

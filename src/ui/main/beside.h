@@ -9,13 +9,12 @@ class QWidget;
 namespace quom {
 
 class mdiQUOM;
-enum class Sizing;
 
 // The main window around a window; null without one.
 mdiQUOM* frame_of(QWidget* window);
 
 // Opens a new window, known by its object name, beside its opener; an older one of that name goes.
-void open_beside(QWidget* opener, QWidget* window, const QSize& first, Sizing sizing);
+void open_beside(QWidget* opener, QWidget* window);
 // Closes a window and forgets it; null is none.
 void drop_window(QWidget* window);
 

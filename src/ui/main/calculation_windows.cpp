@@ -16,14 +16,14 @@ namespace {
 
 ResultWindow make_result(Workbench& bench) {
     auto* window = new frmQCalcOut(bench);
-    if (window->loaded()) return {window, window->sizeHint(), [window] { window->refresh(); }};
+    if (window->loaded()) return {window, [window] { window->refresh(); }};
     delete window;
     return {};
 }
 
 ResultWindow make_tank(Workbench& bench) {
     auto* window = new frmKessel(bench);
-    return {window, window->sizeHint(), [window] { window->refresh(); }};
+    return {window, [window] { window->refresh(); }};
 }
 
 }  // namespace
@@ -84,7 +84,7 @@ frmCalcIn* CalculationWindows::open_selection(const CalculationInput& calc, bool
     };
     connect(selection, &InputWindow::left, this, close);
     connect(selection, &frmCalcIn::continued, this, close);
-    frame_.open_child(selection, selection->sizeHint(), Sizing::fixed);
+    frame_.open_child(selection);
     selection->focus_first();
     return selection;
 }
@@ -110,7 +110,7 @@ void CalculationWindows::open_reference_input(frmCalcIn* selection, bool wanted)
         selection->reference_left();
         frame_.unload(frmParinput::Name);
     });
-    frame_.open_child(input, input->sizeHint(), Sizing::fixed, selection);
+    frame_.open_child(input, selection);
     input->focus_first();
     // An option that was reached by an arrow key takes the focus after its click.
     QMetaObject::invokeMethod(
@@ -141,7 +141,7 @@ void CalculationWindows::open_input(int kind, const CalculationInput& calc) {
         bench.tell_typed({});
         frame_.unload_calculation_windows();
     });
-    frame_.open_child(input, input->sizeHint(), Sizing::fixed);
+    frame_.open_child(input);
     input->focus_first();
 }
 
@@ -176,7 +176,7 @@ bool CalculationWindows::show_result(Shown& shown, const std::function<ResultWin
     if (!window.widget) return false;
     shown = {window.widget, window.refresh};
     if (&shown == &result_) window.widget->installEventFilter(this);
-    frame_.open_child(window.widget, window.first_size, Sizing::free, beside);
+    frame_.open_child(window.widget, beside);
     return true;
 }
 

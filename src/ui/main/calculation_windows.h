@@ -3,7 +3,6 @@
 #pragma once
 #include <QObject>
 #include <QPointer>
-#include <QSize>
 #include <functional>
 
 #include "forms/calculation_form.h"
@@ -22,7 +21,6 @@ class frmCalcIn;
 // user was told why. refresh calculates anew, or shows what was calculated.
 struct ResultWindow {
     QWidget* widget = nullptr;
-    QSize first_size;
     std::function<void()> refresh;
 };
 

@@ -210,7 +210,15 @@ void mdiQUOM::resizeEvent(QResizeEvent* event) {
     share_status_bar();
 }
 
-void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside) {
+QWidget* mdiQUOM::find_or_make(const char* name) {
+    if (QWidget* window = child(name)) return window;
+    const WindowRow& row = window_row(QString::fromLatin1(name));
+    return row.make ? row.make(*this) : nullptr;
+}
+
+void mdiQUOM::open_child(QWidget* window, QWidget* beside) {
+    if (qobject_cast<QMdiSubWindow*>(window->parentWidget())) return show_child(window);
+    const WindowRow& row = window_row(window->objectName());
     for (QMdiSubWindow* other : area->subWindowList())
         if (other->isMaximized()) other->showNormal();
     new WindowKeys(window);
@@ -220,12 +228,12 @@ void mdiQUOM::open_child(QWidget* window, const QSize& first, Sizing sizing, QWi
     Qt::WindowFlags flags = Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                             Qt::WindowCloseButtonHint;
-    if (sizing == Sizing::free) flags |= Qt::WindowMaximizeButtonHint;
+    if (row.sizing == Sizing::free) flags |= Qt::WindowMaximizeButtonHint;
     area->addSubWindow(sub, flags);
     connect(window, &QWidget::windowTitleChanged, sub, &QWidget::setWindowTitle);
 
     focus_->opened(sub, beside ? beside->parentWidget() : area->activeSubWindow());
-    places_->open(sub, first, sizing, beside);
+    places_->open(sub, beside);
     show_child(window);
 }
 

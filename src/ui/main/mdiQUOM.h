@@ -42,10 +42,17 @@ class mdiQUOM : public QMainWindow {
     // database, substance, models or data points.
     void refresh();
 
-    // Puts a window, known by its object name, into the area, in its first size (never below its size hint),
-    // at its place, right of `beside` when that is there and has room, and activates it. When it closes, the
-    // focus goes back to `beside`, else to the window that was active.
-    void open_child(QWidget* window, const QSize& first, Sizing sizing, QWidget* beside = nullptr);
+    // The window of this class: the one that is there (it may be hidden), else a new one, made by its row of
+    // the table of windows and not yet shown.
+    template <class Window>
+    Window* find_or_make() {
+        return qobject_cast<Window*>(find_or_make(Window::Name));
+    }
+    QWidget* find_or_make(const char* name);
+    // Shows a window. A new one, known by its object name, is put into the area, in the size of its row, at
+    // its place, right of `beside` when that is there and has room, and activated; when it closes, the focus
+    // goes back to `beside`, else to the window that was active. One that is there comes to the front.
+    void open_child(QWidget* window, QWidget* beside = nullptr);
     // Brings a window that is there back to the front.
     void show_child(QWidget* window);
     void hide_child(QWidget* window);

@@ -139,15 +139,16 @@ void WindowPlaces::keep_place(const QMdiSubWindow* sub) {
                                  .arg(area.height()));
 }
 
-void WindowPlaces::open(QMdiSubWindow* sub, const QSize& first, Sizing sizing, const QWidget* beside) {
-    Entry entry{first, sizing};
+void WindowPlaces::open(QMdiSubWindow* sub, const QWidget* beside) {
+    const WindowRow& row = window_row(sub->widget()->objectName());
+    Entry entry{row.first.isValid() ? row.first : sub->widget()->sizeHint(), row.sizing};
     entry.beside = beside && window_row(beside->objectName()).part == Part::none;
     entries_[sub] = entry;
     sub->installEventFilter(this);
     connect(sub, &QObject::destroyed, this, [this](QObject* gone) { entries_.remove(gone); });
     const QSize size = wanted_size(sub);
-    if (sizing == Sizing::fixed) sub->setFixedSize(size);
-    if (sizing == Sizing::width_only) sub->setFixedHeight(size.height());
+    if (row.sizing == Sizing::fixed) sub->setFixedSize(size);
+    if (row.sizing == Sizing::width_only) sub->setFixedHeight(size.height());
     const Part part = part_of(sub);
     if (!entry.beside && (part == Part::input || part == Part::result)) {
         sub->show();  // one of the three

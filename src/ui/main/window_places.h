@@ -7,6 +7,7 @@
 #include <QRect>
 
 #include "ui/main/places.h"
+#include "ui/main/window_table.h"
 
 class QMdiSubWindow;
 
@@ -14,19 +15,15 @@ namespace quom {
 
 class MdiArea;
 class UiMemory;
-enum class Part;
-
-// How the user may change the size of a window.
-enum class Sizing { free, width_only, fixed };
 
 class WindowPlaces : public QObject {
     Q_OBJECT
  public:
     WindowPlaces(MdiArea& area, UiMemory& memory);
 
-    // A window that was put into the area and is not yet shown takes its size (`first`, never below its size
-    // hint) and its place. beside: the window that it belongs to, if any.
-    void open(QMdiSubWindow* sub, const QSize& first, Sizing sizing, const QWidget* beside);
+    // A window that was put into the area and is not yet shown takes its size, by its row of the table of
+    // windows, and its place. beside: the window that it belongs to, if any.
+    void open(QMdiSubWindow* sub, const QWidget* beside);
     // A window has gone: models that were rolled up for a calculation come back after it.
     void closed();
 

@@ -1,13 +1,23 @@
 #include "ui/main/window_table.h"
 
+#include "ui/windows/frmQModell.h"
+#include "ui/windows/frmQStoffWahl.h"
+#include "ui/windows/frmQXYEdit.h"
+#include "ui/windows/frmTpRhoEdit.h"
+
 namespace quom {
 
 namespace {
 
+template <class Window>
+QWidget* made(mdiQUOM& frame) {
+    return new Window(frame);
+}
+
 constexpr WindowRow Rows[] = {
-    // name, lifetime, part, topic of help
-    {"frmParinput", Lifetime::calculation, Part::input, 82},
-    {"frmCalcIn", Lifetime::calculation, Part::none, 50},
+    // name, lifetime, part, topic of help, sizing, size, what makes it
+    {"frmParinput", Lifetime::calculation, Part::input, 82, Sizing::fixed},
+    {"frmCalcIn", Lifetime::calculation, Part::none, 50, Sizing::fixed},
     {"frmBParInput", Lifetime::calculation, Part::none, 24},
     {"frmIsoCalc", Lifetime::calculation, Part::beside_result, 80},
     {"frmKessel", Lifetime::calculation, Part::beside_result, 81},
@@ -16,15 +26,15 @@ constexpr WindowRow Rows[] = {
     {"frmPictureSuperCrit", Lifetime::calculation, Part::beside_result, 83},
     {"frmQCalcOut", Lifetime::calculation, Part::result, 83},
     {"frmQBankEdit", Lifetime::substance, Part::none, 0},
-    {"frmQModell", Lifetime::substance, Part::models, 50},
+    {"frmQModell", Lifetime::substance, Part::models, 50, Sizing::width_only, {530, 0}, made<frmQModell>},
     {"frmQFitting", Lifetime::substance, Part::none, 0},
     {"frmTpVSInputBox", Lifetime::substance, Part::none, 0},
     {"frmQGraph2D", Lifetime::substance, Part::none, 0},
     {"frmGraph3D", Lifetime::substance, Part::none, 0},
-    {"frmTpRhoEdit", Lifetime::substance, Part::none, 86},
-    {"frmQXYEdit", Lifetime::substance, Part::none, 87},
+    {"frmTpRhoEdit", Lifetime::substance, Part::none, 86, Sizing::free, {980, 600}, made<frmTpRhoEdit>},
+    {"frmQXYEdit", Lifetime::substance, Part::none, 87, Sizing::free, {780, 610}, made<frmQXYEdit>},
     {"frmQTextEdit", Lifetime::substance, Part::none, 20},
-    {"frmQStoffWahl", Lifetime::database, Part::none, 10},
+    {"frmQStoffWahl", Lifetime::database, Part::none, 10, Sizing::free, {680, 560}, made<frmQStoffWahl>},
     {"frmReferenz", Lifetime::program, Part::none, 84},
     {"frmQOptions", Lifetime::program, Part::none, 85},
     {"frmTextImport", Lifetime::program, Part::none, 89},

@@ -280,21 +280,21 @@ void frmQCalcOut::open_iso_calculator_window() {
     }
     drop_window(iso_);
     iso_ = new frmIsoCalc(bench_, std::move(opened.calculator));
-    open_beside(this, iso_, iso_->sizeHint(), Sizing::free);
+    open_beside(this, iso_);
 }
 
 void frmQCalcOut::open_diagnosis() {
     drop_window(diagnosis_);
     diagnosis_ = new frmCEOSDiagnose(bench_);
     diagnosis_->show_outcome(outcome_);
-    open_beside(this, diagnosis_, diagnosis_->sizeHint(), Sizing::free);
+    open_beside(this, diagnosis_);
 }
 
 void frmQCalcOut::open_picture() {
     drop_window(picture_);
     picture_ = new frmPictureSuperCrit(bench_);
     picture_->show_state(outcome_.T.value_or(0.0), outcome_.p.value_or(0.0));
-    open_beside(this, picture_, picture_->sizeHint(), Sizing::free);
+    open_beside(this, picture_);
 }
 
 void frmQCalcOut::changeEvent(QEvent* event) {

@@ -184,14 +184,9 @@ void frmQModell::connect_controls() {
 }
 
 void frmQModell::open(mdiQUOM& frame) {
-    auto* window = frame.child<frmQModell>();
-    const bool is_new = window == nullptr;
-    if (is_new) window = new frmQModell(frame);
+    auto* window = frame.find_or_make<frmQModell>();
     if (!window->isVisible()) window->fill();
-    if (is_new)
-        frame.open_child(window, {530, 0}, Sizing::width_only);
-    else
-        frame.show_child(window);
+    frame.open_child(window);
     window->EOSKombi->setFocus();
 }
 

@@ -166,14 +166,9 @@ void frmQStoffWahl::open(mdiQUOM& frame) {
         frame.bench().tell(no_database());
         return;
     }
-    auto* window = frame.child<frmQStoffWahl>();
-    const bool is_new = window == nullptr;
-    if (is_new) window = new frmQStoffWahl(frame);
+    auto* window = frame.find_or_make<frmQStoffWahl>();
     window->show_database();
-    if (is_new)
-        frame.open_child(window, {680, 560}, Sizing::free);
-    else
-        frame.show_child(window);
+    frame.open_child(window);
     window->NameCombo->setFocus();
     window->NameCombo->lineEdit()->selectAll();
     const std::string fault = substance_names(frame.session()).fault;

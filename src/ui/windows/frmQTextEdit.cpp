@@ -53,7 +53,7 @@ frmQTextEdit* frmQTextEdit::open(mdiQUOM& frame, const QString& caption, const s
     window->show_texts(head, text);
     const int most_lines = MostHeight / window->text->fontMetrics().lineSpacing();
     window->text->set_lines(std::clamp(line_count(text) + 1, 4, most_lines));
-    frame.open_child(window, {0, 0}, Sizing::free);
+    frame.open_child(window);
     window->text->setFocus();
     return window;
 }

@@ -40,13 +40,8 @@ float& value_of(XYPoint& point, int column) { return column == 0 ? point.x : poi
 }  // namespace
 
 frmQXYEdit* frmQXYEdit::open(mdiQUOM& frame) {
-    auto* window = frame.child<frmQXYEdit>();
-    if (window) {
-        frame.show_child(window);
-    } else {
-        window = new frmQXYEdit(frame);
-        frame.open_child(window, {780, 610}, Sizing::free);
-    }
+    auto* window = frame.find_or_make<frmQXYEdit>();
+    frame.open_child(window);
     window->txtX->setFocus();
     return window;
 }

@@ -30,13 +30,8 @@ std::size_t index_of(int line) { return static_cast<std::size_t>(line) + 1; }  /
 }  // namespace
 
 frmTpRhoEdit* frmTpRhoEdit::open(mdiQUOM& frame) {
-    auto* window = frame.child<frmTpRhoEdit>();
-    if (window) {
-        frame.show_child(window);
-    } else {
-        window = new frmTpRhoEdit(frame);
-        frame.open_child(window, {980, 600}, Sizing::free);
-    }
+    auto* window = frame.find_or_make<frmTpRhoEdit>();
+    frame.open_child(window);
     window->y[0]->setFocus();
     return window;
 }
