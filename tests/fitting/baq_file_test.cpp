@@ -4,8 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <regex>
-
 #include "base/files.h"
 #include "fitting/random_data.h"
 #include "support/test_paths.h"
@@ -145,7 +143,8 @@ TEST(BaqFileTest, refused_with_file_and_line) {
 // Every value is a short number without a zero before the point, and what is read is what the text says.
 TEST(BaqFileTest, random_sets_come_back) {
     test::RandomData random(20251231);
-    const std::regex written("-?(0|[1-9][0-9]*|[0-9]*\\.[0-9]*[1-9]|[1-9](\\.[0-9]*[1-9])?E[+-][0-9]{2,3})");
+    const auto is_written = ::testing::MatchesRegex(
+        "-?(0|[1-9][0-9]*|[0-9]*\\.[0-9]*[1-9]|[1-9](\\.[0-9]*[1-9])?E[+-][0-9]{2,3})");
     for (int round = 0; round < 200; ++round) {
         ExperimentalData data;
         data.file.ExpDate = "1.1.2026";
@@ -154,7 +153,7 @@ TEST(BaqFileTest, random_sets_come_back) {
         const std::vector<std::string_view> lines = split_lines(bytes);
         ASSERT_EQ(lines.size(), 4 + 6 * (data.points.size() - 1));
         for (std::size_t i = 4; i < lines.size(); ++i) {
-            EXPECT_TRUE(std::regex_match(std::string(lines[i]), written)) << lines[i];
+            EXPECT_THAT(std::string(lines[i]), is_written);
             EXPECT_FALSE(lines[i].starts_with("0.")) << lines[i];
         }
         const BaqFile file = good(bytes);
