@@ -150,6 +150,16 @@ TEST_F(BatchOutput, page_of_all_points) {
     for (const int row : {0, 2, 3}) mean += std::fabs(cell(page, row, "deviation").toDouble()) / 3;
     EXPECT_THAT(page->lblMeans->text().toStdString(), StartsWith("Mean |deviation|: rho(V) "));
     EXPECT_NEAR(page->lblMeans->text().section(QLatin1Char(' '), 3, 3).toDouble(), mean, 0.011);
+    // Copied as it is seen: title, heads, units, rows.
+    press(page, "cmdCopy");
+    const QString copied = QApplication::clipboard()->text();
+    EXPECT_THAT(copied.toStdString(), HasSubstr("\nphase\tT exp.\tp exp.\trho(V) exp.\trho(V) calc.\t"));
+    EXPECT_THAT(copied.toStdString(), HasSubstr("\tK\tkPa\tkg/m^3\tkg/m^3\tkg/m^3\t%\n"));
+    EXPECT_THAT(copied.toStdString(), HasSubstr(cell(page, 2, "rho(V) calc.").toStdString()));
+    dialogs->files.push_back(folder.filePath(QStringLiteral("points.html")));
+    press(page, "cmdSaveTable");
+    EXPECT_THAT(*read_file(folder.filePath(QStringLiteral("points.html")).toStdString()).bytes,
+                HasSubstr("rho(V) calc."));
     // A click goes to the point; an inactive one has nothing to show.
     const auto click = [page](int row) {
         const QRect place = page->tblPoints->visualRect(page->tblPoints->model()->index(row, 0));

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <algorithm>
 
 #include "base/files.h"
 #include "base/number_text.h"
@@ -26,11 +27,14 @@ std::string bytes_for(const ExportTable& table, const QString& suffix, const Opt
     return to_csv(table, options.SepCSV, decimal);
 }
 
-// "p", "kPa" of "p / kPa", "p/ kPa".
+// "p", "kPa" of "p / kPa", "p/ kPa", and of a head with its unit on a second line.
 std::pair<std::string, std::string> head_parts(const QString& head) {
-    const qsizetype slash = head.indexOf(QLatin1Char('/'));
-    if (slash < 1) return {head.simplified().toStdString(), {}};
-    return {head.left(slash).simplified().toStdString(), head.mid(slash + 1).simplified().toStdString()};
+    // The first of both parts the head; a second one belongs to the unit, "kg/m^3".
+    const auto parts_at = [](QChar c) { return c == QLatin1Char('/') || c == QLatin1Char('\n'); };
+    const auto at = std::find_if(head.begin(), head.end(), parts_at);
+    if (at == head.begin() || at == head.end()) return {head.simplified().toStdString(), {}};
+    const qsizetype place = at - head.begin();
+    return {head.left(place).simplified().toStdString(), head.mid(place + 1).simplified().toStdString()};
 }
 
 }  // namespace

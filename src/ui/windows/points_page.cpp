@@ -10,11 +10,13 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "report/basis_line.h"
 #include "report/point_comparison.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/background_run.h"
 #include "ui/widgets/labels.h"
 #include "ui/widgets/point_table.h"
+#include "ui/widgets/table_copy.h"
 #include "ui/widgets/table_view.h"
 
 namespace quom {
@@ -43,6 +45,8 @@ PointsPage::PointsPage(Workbench& bench, QWidget* parent)
       tblPoints(named(new TableView(this), "tblPoints", QStringLiteral("Data points"))),
       cmdCalculateAll(new QPushButton(QStringLiteral("Calc&ulate all"), this)),
       cmdCancel(new QPushButton(QStringLiteral("Canc&el"), this)),
+      cmdCopy(new QPushButton(QStringLiteral("Copy"), this)),
+      cmdSaveTable(new QPushButton(QStringLiteral("Save as..."), this)),
       progress(named(new QProgressBar(this), "progress", QStringLiteral("Progress"))),
       lblPoints(named(new QLabel(this), "lblPoints")),
       lblMeans(named(new QLabel(this), "lblMeans", QStringLiteral("Mean deviations"))),
@@ -51,6 +55,8 @@ PointsPage::PointsPage(Workbench& bench, QWidget* parent)
       run_(new BackgroundRun(this)) {
     named(cmdCalculateAll, "cmdCalculateAll", cmdCalculateAll->text());
     named(cmdCancel, "cmdCancel", cmdCancel->text());
+    named(cmdCopy, "cmdCopy", QStringLiteral("Copy the table of points"));
+    named(cmdSaveTable, "cmdSaveTable", QStringLiteral("Save the table of points as..."));
     tblPoints->setModel(model_);
     tblPoints->setSelectionBehavior(QAbstractItemView::SelectRows);
     tblPoints->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -67,6 +73,9 @@ PointsPage::PointsPage(Workbench& bench, QWidget* parent)
     connect(tblPoints, &QTableView::clicked, this, choose);
     connect(tblPoints, &QTableView::activated, this, choose);
     connect(cmdCalculateAll, &QPushButton::clicked, this, [this] { calculate(false, nullptr); });
+    connect(cmdCopy, &QPushButton::clicked, this, [this] { copy_table(table()); });
+    connect(cmdSaveTable, &QPushButton::clicked, this,
+            [this] { save_table(this, table(), QStringLiteral("points")); });
     connect(cmdCancel, &QPushButton::clicked, this, [this] { run_->cancel(); });
     connect(run_, &BackgroundRun::progressed, this, [this](double fraction, const QString& text) {
         progress->setValue(static_cast<int>(fraction * 1000));
@@ -87,9 +96,19 @@ void PointsPage::build_layout() {
     row->addWidget(progress, 1);
     row->addWidget(lblPoints);
     row->addStretch();
+    row->addWidget(cmdCopy);
+    row->addWidget(cmdSaveTable);
     layout->addLayout(row);
     progress->setRange(0, 1000);
     progress->setTextVisible(false);
+}
+
+// As it is seen, with what it was calculated from.
+ExportTable PointsPage::table() const {
+    ExportTable table = table_of(*model_);
+    table.title = {basis_line(bench_.fluid())};
+    if (!lblMeans->text().isEmpty()) table.title.push_back(lblMeans->text().toStdString());
+    return table;
 }
 
 bool PointsPage::is_running() const { return run_->is_running(); }

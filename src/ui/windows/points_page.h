@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <functional>
 
+#include "report/table_export.h"
 #include "session/batch_run.h"
 
 class QLabel;
@@ -32,7 +33,7 @@ class PointsPage : public QWidget {
     bool is_running() const;
 
     TableView* tblPoints;
-    QPushButton *cmdCalculateAll, *cmdCancel;
+    QPushButton *cmdCalculateAll, *cmdCancel, *cmdCopy, *cmdSaveTable;
     QProgressBar* progress;
     QLabel *lblPoints, *lblMeans;
 
@@ -42,6 +43,7 @@ class PointsPage : public QWidget {
 
  private:
     void build_layout();
+    ExportTable table() const;
     void show_running(bool running);
     void show_texts();
     Workbench& bench_;
