@@ -16,11 +16,6 @@ void curve_isochore_p(CurveRun&) {}
 void curve_isochore_functions(CurveRun&) {}
 void curve_vapor_pressure(CurveRun&) {}
 void curve_vaporization(CurveRun&) {}
-void curve_dome_p_v(CurveRun&) {}
-void curve_dome_p(CurveRun&) {}
-void curve_dome_T(CurveRun&) {}
-void curve_densities_T(CurveRun&) {}
-void curve_bisector(CurveRun&) {}
 void curve_boundary_p(CurveRun&) {}
 void curve_boundary_T(CurveRun&) {}
 void curve_boundary_v(CurveRun&) {}
