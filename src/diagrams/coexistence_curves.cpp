@@ -188,7 +188,7 @@ void curve_densities_T(CurveRun& run) {
     run.sort_y();
 }
 
-// (rho(L) + rho(V))/2 over T, after Mathias and Cailletet (1886).
+// (rho(L) + rho(V))/2 over T, Cailletet and Mathias (1886).
 void curve_bisector(CurveRun& run) {
     constexpr double SmallestProduct = 1e-4;  // of both volumes [m^6/kmol^2]
     if (!has_dome(run)) return;
