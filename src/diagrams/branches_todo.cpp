@@ -16,8 +16,6 @@ void curve_isochore_p(CurveRun&) {}
 void curve_isochore_functions(CurveRun&) {}
 void curve_vapor_pressure(CurveRun&) {}
 void curve_vaporization(CurveRun&) {}
-void curve_inversion_T(CurveRun&) {}
-void curve_inversion_p(CurveRun&) {}
 void curve_database(CurveRun&) {}
 void curve_process_line(CurveRun&) {}
 }  // namespace quom
