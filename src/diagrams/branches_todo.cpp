@@ -1,7 +1,5 @@
 #include "diagrams/curve_run.h"
 namespace quom {
-TieLine TieLineEnds(const CurveRun&, double, double) { return {}; }
-void tie_line_curve(CurveRun&) {}
 void curve_isotherm_v(CurveRun&) {}
 void curve_isotherm_p(CurveRun&) {}
 void curve_isotherm_functions_p(CurveRun&) {}
