@@ -71,7 +71,9 @@ TEST(IsobarCurve, JumpsByTheHeatOfVaporization) {
             {Kind::residual_g_T, 0.0},
         };
         for (const auto& [kind, jump] : jumps) {
-            const Jump found = jump_at(curve(*fluid, kind, c), boiling.T);
+            const CurveResult result = curve(*fluid, kind, c);
+            const Jump found = jump_at(result, boiling.T);
+            for (const CurvePoint& point : result.curve.points) EXPECT_EQ(point.Par, static_cast<float>(c.p));
             ASSERT_EQ(found.count, 2) << static_cast<int>(kind);
             const double size = std::max({std::fabs(Y(found.first)), std::fabs(Y(found.second)), 1.0});
             EXPECT_NEAR(Y(found.second) - Y(found.first), jump, 1e-5 * std::fabs(jump) + 4e-7 * size)
@@ -289,8 +291,18 @@ TEST(IsobarLoop, HeatCapacity) {
         }
         EXPECT_NEAR(Y(points[i]) / nearest, 1.0, std::fabs(nearest) < 2000.0 ? 0.01 : 1.0) << T;
     }
+    // The way of T below T(cr), in steps of the axis.
+    const Saturation boiling = TLV_EOS(*fluid, c.p);
+    double way = 0.0, last = boiling.T;
+    for (int i = 1; i <= 100000; ++i) {
+        const double v = boiling.vL + (boiling.vV - boiling.vL) * i / 100000.0;
+        const double T = TpV(*fluid, c.p, fluid->M / v, true).T;
+        if (T < fluid->substance.Tcr) way += std::fabs(T - last);
+        last = T;
+    }
+    EXPECT_NEAR(static_cast<double>(points.size()), way / step, 0.03 * way / step);
     EXPECT_TRUE(negative) << "between the spinodals cp is below 0";
-    EXPECT_FLOAT_EQ(points.back().X, static_cast<float>(TLV_EOS(*fluid, 1000.0).T));
+    EXPECT_FLOAT_EQ(points.back().X, static_cast<float>(boiling.T));
 }
 
 // No loop above p(cr), at it, and for an equation of the V-phase only.

@@ -126,6 +126,19 @@ TEST(VaporPressureCurve, ReducedUnits) {
     }
 }
 
+// Also where 1/(1/T(cr)) is a little more than T(cr).
+TEST(VaporPressureCurve, CriticalPointInSpiteOfRounding) {
+    auto substance = starter_substance(propane);
+    for (int i = 0; i < 100; ++i) {
+        substance.Tcr *= 1.001;
+        const auto fluid = starter_fluid(substance, Eos::peng_robinson);
+        const auto points =
+            CalcCurve(*fluid, input_of(Kind::sat_lnp_invT, {0.001f, -9, 0.004f, 9})).curve.points;
+        EXPECT_EQ(points.front().X, static_cast<float>(1.0 / substance.Tcr));
+        EXPECT_NEAR(Y(points.front()), std::log(substance.pcr), 1e-6);
+    }
+}
+
 // A range so small that the scan from T(cr) would run out of rounds on its way is filled all the same.
 TEST(VaporPressureCurve, SmallRange) {
     const auto fluid = fluid_of(propane, true);
