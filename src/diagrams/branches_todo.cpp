@@ -29,6 +29,4 @@ void curve_boundary_v(CurveRun&) {}
 void curve_boundary_pairs(CurveRun&) {}
 void curve_inversion_T(CurveRun&) {}
 void curve_inversion_p(CurveRun&) {}
-void curve_database(CurveRun&) {}
-void curve_process_line(CurveRun&) {}
 }  // namespace quom
