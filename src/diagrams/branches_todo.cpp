@@ -1,23 +1,11 @@
 #include "diagrams/curve_run.h"
 namespace quom {
-TieLine TieLineEnds(const CurveRun&, double, double) { return {}; }
-void tie_line_curve(CurveRun&) {}
 void curve_isotherm_v(CurveRun&) {}
 void curve_isotherm_p(CurveRun&) {}
 void curve_isotherm_functions_p(CurveRun&) {}
 void curve_isotherm_residual(CurveRun&) {}
 void curve_isotherm_functions_v(CurveRun&) {}
 void curve_isotherm_pairs(CurveRun&) {}
-void curve_isobar_volume(CurveRun&) {}
-void curve_isobar_functions(CurveRun&) {}
-void curve_isobar_cp(CurveRun&) {}
-void curve_isobar_residual(CurveRun&) {}
-void curve_joule_thomson(CurveRun&) {}
-void curve_isobar_pairs(CurveRun&) {}
-void curve_isochore_p(CurveRun&) {}
-void curve_isochore_functions(CurveRun&) {}
-void curve_vapor_pressure(CurveRun&) {}
-void curve_vaporization(CurveRun&) {}
 void curve_dome_p_v(CurveRun&) {}
 void curve_dome_p(CurveRun&) {}
 void curve_dome_T(CurveRun&) {}
