@@ -5,8 +5,8 @@
 
 #include "base/number_text.h"
 #include "calc/reference_point.h"
-#include "console/curve_output.h"
-#include "console/selection.h"
+#include "console/process_arguments.h"
+#include "diagrams/process_check.h"
 #include "engine/unit_factors.h"
 
 namespace quom {
@@ -33,6 +33,8 @@ struct CurveArguments {
     int dens = CurveOptions{}.Dens;
     bool s_curve = false, tie_line = false;
     bool triple_rule = true;
+    ProcessArguments process;
+    bool is_line() const { return !process.process.empty(); }
 };
 
 Fault wrong(std::string message) { return {status_usage, std::move(message)}; }
@@ -90,8 +92,18 @@ Refused check_parameter(const CurveArguments& a, const KindInfo& kind) {
     return {};
 }
 
+// A process line has its ends and its phase; what belongs to curves of the diagram itself stays out.
+Refused check_line(const CurveArguments& a) {
+    if (Refused refused = check_process_arguments(a.process)) return refused;
+    if (a.T || a.p || a.v || a.from || a.to || a.vapor_fraction || a.s_curve || a.tie_line)
+        return wrong("a process line takes its start and end by --T1, --p1, --T2, --p2 alone.");
+    return {};
+}
+
 Refused check(const CurveArguments& a) {
     const KindInfo& kind = kind_info(a.kind);
+    if (a.is_line()) return check_line(a);
+    if (Refused refused = check_process_arguments(a.process)) return refused;
     if (Refused refused = check_parameter(a, kind)) return refused;
     if ((a.from || a.to) && !has_limits(kind))
         return wrong("--from and --to are the limits of diagrams of function pairs; " + kind_words(a.kind) +
@@ -185,10 +197,10 @@ std::string in_one_line(std::string text) {
     return text;
 }
 
-Report answer(Program& program, const CurveInput& input, const DiagramRec& rec) {
+Report answer(Program& program, const CurveInput& input, const DiagramRec& rec, const std::string& line) {
     const Session& session = program.session;
     const Fluid& fluid = *session.fluid;
-    CurveFacts facts{session, input, calculate_curve(fluid, input), rec, {}};
+    CurveFacts facts{session, input, calculate_curve(fluid, input), rec, line, {}};
     for (const Message& message : curve_messages(fluid, facts.result))
         facts.notes.push_back(in_one_line(message.text));
     if (!keeps_curve(facts.result)) {
@@ -245,7 +257,12 @@ Report curve(Program& program, const CurveArguments& a) {
     if (!(r.XMin < r.XMax && r.YMin < r.YMax))
         return refusal("curve",
                        no_result("The substance gives no range of the axes; name it by --x and --y."));
-    return answer(program, input, setup.state.rec);
+    if (!a.is_line()) return answer(program, input, setup.state.rec, {});
+    if (const Refused refused = take_process(a.process, columns, fluid.M, input.process))
+        return refusal("curve", *refused);
+    const ProcessCheck line = check_process(fluid, input);
+    if (line.refusal) return refusal("curve", no_result(in_one_line(line.refusal->text)));
+    return answer(program, line.input, setup.state.rec, a.process.process);
 }
 
 // The kind of --kind; refused where it has no diagram of its own.
@@ -312,6 +329,7 @@ Action declare_curve(CLI::App& app) {
                  "First p of an isotherm, first T of an isobar in diagrams of function pairs");
     add_quantity(app, "--to", a->to, {}, NumberRange::any, "Last p or T there");
     add_shape(app, *a);
+    add_process_options(app, a->process);
     add_model_options(app, a->models);
     return [a](Program& program) { return curve(program, *a); };
 }

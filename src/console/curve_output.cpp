@@ -164,9 +164,14 @@ void put_line(std::string& out, std::string_view name, std::string_view text) {
     out += '\n';
 }
 
-std::string drawn_text(const CurveInput& input) {
-    if (input.TieLine) return "tie line";
-    return input.SCurve ? "metastable and unstable loop" : "curve";
+std::string drawn_text(const CurveFacts& facts) {
+    const ProcessRec& line = facts.input.process;
+    if (!facts.process.empty()) {
+        return "process line " + facts.process + (line.Homogen ? "" : " between the saturated states") +
+               (line.UseIdealEOS ? " of the ideal gas" : "");
+    }
+    if (facts.input.TieLine) return "tie line";
+    return facts.input.SCurve ? "metastable and unstable loop" : "curve";
 }
 
 void put_number(std::string& out, double x) {
@@ -204,15 +209,15 @@ std::string curve_table(const CurveFacts& facts, const CurveColumns& columns) {
     put_line(out, "models", models_text(fluid.models));
     put_line(out, "reference", reference_text(fluid));
     const std::string_view name = parameter_name(facts.rec.section);
-    if (!name.empty()) {
+    if (!name.empty() && facts.process.empty()) {
         put_line(out, "parameter",
                  std::string(name) + " = " +
                      parameter_text(facts.rec.section, parameter_of(facts), units,
                                     unit_factors(fluid, units, facts.input.T)));
     }
-    if (has_fraction(kind_info(facts.rec.kind)))
+    if (has_fraction(kind_info(facts.rec.kind)) && facts.process.empty())
         put_line(out, "vapor fraction", shown(facts.input.VaporFraction));
-    put_line(out, "drawn", drawn_text(facts.input));
+    put_line(out, "drawn", drawn_text(facts));
     put_line(out, "x", columns[0].text);
     put_line(out, "y", columns[1].text);
     put_line(out, "points", std::to_string(facts.result.curve.points.size()));
@@ -242,7 +247,8 @@ void add_curve_sections(Report& report, const CurveFacts& facts, const CurveColu
     const CurveInput& input = facts.input;
     const CurveResult& result = facts.result;
     const Section section = facts.rec.section;
-    const auto given = [&](Section of, double x) { return section == of ? Value(x) : Value(); };
+    const bool line = !facts.process.empty();
+    const auto given = [&](Section of, double x) { return section == of && !line ? Value(x) : Value(); };
     report.sections.emplace_back(
         Block{"curve",
               "",
@@ -257,6 +263,9 @@ void add_curve_sections(Report& report, const CurveFacts& facts, const CurveColu
                {"dens", "", input.options.Dens, "", ""},
                {"s_curve", "", input.SCurve, "", ""},
                {"tie_line", "", input.TieLine, "", ""},
+               {"process", "", remark(facts.process), "", ""},
+               {"T_end", "", if_known(result.LastProcessT), "K", ""},
+               {"p_end", "", if_known(result.LastProcessP), "kPa", ""},
                {"triple_rule", "", input.options.chkCurveTpRestricted, "", ""},
                {"curve_status", "", static_cast<int>(result.Status), "", ""},
                {"outside", "", result.Outside, "", ""},

@@ -37,9 +37,10 @@ OwnValue axis_limit(const GivenValue& given, const CurveColumn& column, double M
 struct CurveFacts {
     const Session& session;
     const CurveInput& input;
-    const CurveResult& result;
+    CurveResult result;
     const DiagramRec& rec;
-    std::vector<std::string> notes;  // what the user is told of the curve
+    std::string process;             // name of the process line; empty: a curve of the diagram itself
+    std::vector<std::string> notes;  // what the user is told of it
 };
 
 // The table: lines of the head begin with "# ", then the names of the columns and one line a point,
