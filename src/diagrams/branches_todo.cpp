@@ -1,7 +1,5 @@
 #include "diagrams/curve_run.h"
 namespace quom {
-TieLine TieLineEnds(const CurveRun&, double, double) { return {}; }
-void tie_line_curve(CurveRun&) {}
 void curve_isotherm_v(CurveRun&) {}
 void curve_isotherm_p(CurveRun&) {}
 void curve_isotherm_functions_p(CurveRun&) {}
@@ -18,15 +16,6 @@ void curve_isochore_p(CurveRun&) {}
 void curve_isochore_functions(CurveRun&) {}
 void curve_vapor_pressure(CurveRun&) {}
 void curve_vaporization(CurveRun&) {}
-void curve_dome_p_v(CurveRun&) {}
-void curve_dome_p(CurveRun&) {}
-void curve_dome_T(CurveRun&) {}
-void curve_densities_T(CurveRun&) {}
-void curve_bisector(CurveRun&) {}
-void curve_boundary_p(CurveRun&) {}
-void curve_boundary_T(CurveRun&) {}
-void curve_boundary_v(CurveRun&) {}
-void curve_boundary_pairs(CurveRun&) {}
 void curve_inversion_T(CurveRun&) {}
 void curve_inversion_p(CurveRun&) {}
 void curve_database(CurveRun&) {}

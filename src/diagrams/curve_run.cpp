@@ -74,6 +74,10 @@ bool CurveRun::below_triple(double T) {
     return false;
 }
 
+bool CurveRun::knows_saturation() const {
+    return !fluid.VPhaseOnly && fluid.has_eos() && Tcr > 0.0 && pcr > 0.0;
+}
+
 std::size_t CurveRun::round_limit() const {
     return 20 * static_cast<std::size_t>(std::max(in.options.Dens, 1)) + 1000;
 }
