@@ -6,16 +6,6 @@ void curve_isotherm_functions_p(CurveRun&) {}
 void curve_isotherm_residual(CurveRun&) {}
 void curve_isotherm_functions_v(CurveRun&) {}
 void curve_isotherm_pairs(CurveRun&) {}
-void curve_isobar_volume(CurveRun&) {}
-void curve_isobar_functions(CurveRun&) {}
-void curve_isobar_cp(CurveRun&) {}
-void curve_isobar_residual(CurveRun&) {}
-void curve_joule_thomson(CurveRun&) {}
-void curve_isobar_pairs(CurveRun&) {}
-void curve_isochore_p(CurveRun&) {}
-void curve_isochore_functions(CurveRun&) {}
-void curve_vapor_pressure(CurveRun&) {}
-void curve_vaporization(CurveRun&) {}
 void curve_inversion_T(CurveRun&) {}
 void curve_inversion_p(CurveRun&) {}
 void curve_database(CurveRun&) {}
