@@ -173,7 +173,12 @@ Saturation of_isobar(const Fluid& fluid, double p) {
 }
 
 std::vector<State> section_states(const Reading& r, double T, double p, const Saturation& s) {
-    if (s.found() && same_single(T, s.T) && same_single(p, s.p)) return ends_of(s);
+    if (s.found() && same_single(T, s.T) && same_single(p, s.p)) {
+        std::vector<State> both = ends_of(s);
+        const std::vector<State> roots = volumes(r.fluid, T, p);
+        if (roots.size() == 3) both.insert(both.end(), {roots.front(), roots.back()});
+        return both;
+    }
     return r.in.SCurve ? loop_states(r.fluid, T, p, s) : stable_states(r.fluid, T, p);
 }
 std::vector<State> isotherm_states(const Reading& r, double p) {
@@ -528,7 +533,6 @@ constexpr Claim claims[] = {
 struct Limits {
     Expected low, high;
 };
-Limits limits_of(const Expected& at) { return {at, at}; }
 void widen(Limits& limits, const Expected& base, const Expected& moved) {
     for (std::size_t k = 0; k < base.size(); ++k) {
         const double d = std::fabs(moved[k] - base[k]);
@@ -566,7 +570,7 @@ std::string broken_claim(const Fluid& fluid, const CurveInput& input, const Curv
     std::ranges::copy(shown, r.at.begin());
     const Choices base = claim->expected(r);
     std::vector<Limits> limits;
-    for (const Expected& e : base) limits.push_back(limits_of(e));
+    for (const Expected& e : base) limits.push_back({e, e});
     for (std::size_t k = 0; k < 3; ++k) {
         if (!(claim->reads & (1u << k))) continue;
         for (const float towards :
@@ -574,10 +578,15 @@ std::string broken_claim(const Fluid& fluid, const CurveInput& input, const Curv
             Reading moved = r;
             moved.at[k] = static_cast<double>(std::nextafter(shown[k], towards));
             const Choices there = claim->expected(moved);
-            // Where states come or go within a unit of the last place, the point may be any between them.
-            for (std::size_t i = 0; i < base.size(); ++i)
-                for (std::size_t j = 0; j < there.size(); ++j)
-                    if (i == j || base.size() != there.size()) widen(limits[i], base[i], there[j]);
+            for (std::size_t i = 0; i < base.size() && base.size() == there.size(); ++i)
+                widen(limits[i], base[i], there[i]);
+            // Where two states become none within a unit of the last place, the point lies between them.
+            const Choices& more = there.size() > base.size() ? there : base;
+            if (there.size() != base.size())
+                for (std::size_t i = 0; i + 1 < more.size(); ++i) {
+                    limits.push_back({more[i], more[i]});
+                    widen(limits.back(), more[i], more[i + 1]);
+                }
         }
     }
     const double energy = 1e-11 * RGas * fluid.substance.Tcr * r.f.u(fluid.substance.Tcr);
