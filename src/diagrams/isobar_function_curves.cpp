@@ -22,22 +22,6 @@ double scan_end(const CurveRun& run) {
     return run.TLimit > 0.0 && run.in.p < run.pcr ? run.TLimit * run.f.TFactor : run.XMin;
 }
 
-// Residual functions are entries of ThermoFunc in units of R.
-struct ResidualEntry {
-    AxisQuantity quantity;
-    FuncEntry entry;
-    double scale;
-};
-constexpr ResidualEntry residual_entries[] = {
-    {AxisQuantity::residual_s, fu_s_res, RGas},    {AxisQuantity::residual_h, fu_h_res, RGas},
-    {AxisQuantity::residual_g, fu_g_res, RGas},    {AxisQuantity::residual_cp, fu_cp_res, RGas},
-    {AxisQuantity::joule_thomson, fu_dTdp_h, 1.0},
-};
-const ResidualEntry* residual_entry(AxisQuantity q) {
-    const auto* found = std::ranges::find(residual_entries, q, &ResidualEntry::quantity);
-    return found != std::end(residual_entries) ? found : nullptr;
-}
-
 // The point at T: y over T, or over another function; value gives a function in molar units.
 template <class Value>
 void add_state(CurveRun& run, double T, InsideBy rule, const Value& value) {
@@ -53,9 +37,12 @@ void add_state(CurveRun& run, double T, InsideBy rule, const Value& value) {
 // The point at T, v, stable or not.
 void add_single(CurveRun& run, double T, double v, InsideBy rule) {
     const double p = run.in.p;
-    if (const ResidualEntry* of = residual_entry(run.kind.y)) {
-        const double y = ThermoFunc(run.fluid, T, p, v).FuncA[of->entry] * of->scale;
-        add_state(run, T, rule, [y](AxisQuantity) { return y; });
+    const CurveFamily family = run.kind.family;
+    if (family == CurveFamily::isobar_residual || family == CurveFamily::joule_thomson) {
+        const PhaseArrays arrays = ThermoFunc(run.fluid, T, p, v);
+        add_state(run, T, rule, [&](AxisQuantity q) {
+            return q == AxisQuantity::joule_thomson ? arrays.FuncA[fu_dTdp_h] : residual_value(arrays, q);
+        });
         return;
     }
     const StateFunctions at = ThermoState(run.fluid, T, p, v);
@@ -91,7 +78,7 @@ void function_curve(CurveRun& run, const IsobarWalk& walk) {
     StateColumns states;
     stable_states(run.fluid, boiling, T, p, states);
     run.out.curve.points.reserve(T.size() + 2);
-    for (std::size_t i = 0; i < T.size(); ++i) {
+    for (std::size_t i = T.size(); i-- > 0;) {  // rising, so that little is left to sort
         add_state(run, T[i], InsideBy::y,
                   [&](AxisQuantity q) { return function_value(run.fluid, states, i, q); });
     }

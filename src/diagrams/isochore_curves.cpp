@@ -23,7 +23,8 @@ void curve_isochore_p(CurveRun& run) {
             p = boundary.p;
             good = boundary.found();
         } else if (boundary.found() || boundary.reason == Reason::p_too_low) {
-            on_boundary = on_boundary || (v > run.vcr && p > boundary.p);
+            // A wide step may lead past the part where p > p(LV).
+            on_boundary = on_boundary || (v > run.vcr && (p > boundary.p || v < boundary.vV));
             if (on_boundary || (v < run.vcr && p < boundary.p)) p = boundary.p;
         } else if (on_boundary) {
             good = false;
