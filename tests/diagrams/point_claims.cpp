@@ -580,13 +580,17 @@ std::string broken_claim(const Fluid& fluid, const CurveInput& input, const Curv
             const Choices there = claim->expected(moved);
             for (std::size_t i = 0; i < base.size() && base.size() == there.size(); ++i)
                 widen(limits[i], base[i], there[i]);
+            if (base.size() == there.size()) continue;
             // Where two states become none within a unit of the last place, the point lies between them.
-            const Choices& more = there.size() > base.size() ? there : base;
-            if (there.size() != base.size())
-                for (std::size_t i = 0; i + 1 < more.size(); ++i) {
-                    limits.push_back({more[i], more[i]});
-                    widen(limits.back(), more[i], more[i + 1]);
-                }
+            const bool turns = there.size() < base.size();
+            const double step = moved.at[k] - r.at[k];
+            moved.at[k] = r.at[k] + (turns ? -step : 2.0 * step);
+            const Choices &near = turns ? base : there, further = claim->expected(moved);
+            for (std::size_t i = 0; i + 1 < near.size(); ++i) {
+                limits.push_back({near[i], near[i]});
+                widen(limits.back(), near[i], near[i + 1]);
+                if (further.size() == near.size()) widen(limits.back(), near[i], further[i]);
+            }
         }
     }
     const double energy = 1e-11 * RGas * fluid.substance.Tcr * r.f.u(fluid.substance.Tcr);
