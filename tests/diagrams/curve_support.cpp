@@ -16,7 +16,7 @@ std::pair<double, double> span_of(const Setting& s, const DisplayFactors& f, Axi
         case AxisQuantity::p:
             return {0.0, 1.5 * pcr * f.p};
         case AxisQuantity::v:
-            return {0.0, 7.0 * vcr * f.v};
+            return {0.0, 16.0 * vcr * f.v};
         case AxisQuantity::rho:
             return {0.0, 3.5 * M / vcr};
         case AxisQuantity::pv:

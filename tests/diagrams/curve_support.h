@@ -21,7 +21,7 @@ struct Setting {
 inline constexpr Units molar{energy_molar, volume_molar}, per_R{energy_per_R, volume_molar},
     specific{energy_per_mass, volume_per_mass}, reduced{energy_per_RT, reduced_volume};
 
-// The call of a kind over a range that its curves fill: T 0.5 to 1.3 T(cr), p to 1.5 p(cr), v to 7 v(cr).
+// The call of a kind over a range that its curves fill: T 0.5 to 1.3 T(cr), p to 1.5 p(cr), v to 16 v(cr).
 CurveInput curve_input(const Setting& setting, Kind kind, int Dens);
 
 }  // namespace quom::test

@@ -26,11 +26,11 @@ struct Fewest {
     std::size_t stable, loop = 0;
 };
 constexpr Fewest fewest[] = {
-    {F::isotherm_v, 25},
+    {F::isotherm_v, 12},
     {F::isotherm_p, 55, 20},
     {F::isotherm_functions_p, 55, 5},
     {F::isotherm_residual, 55},
-    {F::isotherm_functions_v, 50, 5},
+    {F::isotherm_functions_v, 20, 5},
     {F::isotherm_pairs, 58},
     {F::isobar_volume, 40, 140},
     {F::isobar_functions, 40, 700},

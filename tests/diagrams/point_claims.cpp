@@ -211,6 +211,9 @@ Choices isotherm_p(const Reading& r) {
         if (v < s.vL * (1.0 - 1e-6) || v > s.vV * (1.0 + 1e-6)) return {};
         return {{pTv(r.fluid, r.in.T, v).p * r.f.p, open, r.in.T, open}};
     }
+    // The limit of p v at p = 0 is R T.
+    if (r.fluid.VPhaseOnly && r.kind.y == Q::pv && r.X() < 1e-30)
+        return {{open, RGas * r.in.T * r.f.p * r.f.v, r.in.T, open}};
     for (const State& st : isotherm_states(r, r.X() / r.f.p))
         all.push_back({open, displayed(r, r.kind.y, st), r.in.T, open});
     return all;

@@ -60,10 +60,11 @@ TEST(Shapes, OrderAndRepetition) {
             const bool pairs =
                 kind.family == CurveFamily::isotherm_pairs || kind.family == CurveFamily::isobar_pairs;
             const bool falls = kind.section == Section::isochoric || kind.kind == Kind::joule_thomson_T;
-            std::size_t equal = 0;
+            std::size_t equal = 0, twice = 0;
             for (std::size_t i = 1; i < points.size(); ++i) {
                 const CurvePoint &a = points[i - 1], &b = points[i];
-                EXPECT_FALSE(same_point(a, b)) << name_of(s, kind.kind) << ", point " << i;
+                // g of both phases is the same; over v the vapor is met by the scan and added as its end.
+                twice += same_point(a, b);
                 const float from = pairs ? a.Par : a.X, to = pairs ? b.Par : b.X;
                 equal += from == to;
                 if (falls && points.front().X > points.back().X) {
@@ -73,6 +74,9 @@ TEST(Shapes, OrderAndRepetition) {
                 }
             }
             EXPECT_LE(equal, 1u) << name_of(s, kind.kind);
+            const bool may = kind.y == AxisQuantity::g || kind.y == AxisQuantity::residual_g ||
+                             kind.family == CurveFamily::isotherm_functions_v;
+            EXPECT_LE(twice, may ? 1u : 0u) << name_of(s, kind.kind);
         }
 }
 
@@ -155,6 +159,10 @@ CurvePoint boundary_point(const KindInfo& boundary, double X, double Y, const Sa
             static_cast<float>(boundary.par == par_T ? at.T : at.p), 0.0f};
 }
 
+std::int16_t par_of_section(Section section) {
+    return section == Section::isothermal ? par_T : section == Section::isobaric ? par_p : par_v;
+}
+
 // Both ends lie on the coexistence curve of the same axes, the points between them on the straight line.
 TEST(Shapes, TieLines) {
     for (const Setting& s : settings())
@@ -177,8 +185,7 @@ TEST(Shapes, TieLines) {
                 continue;
             }
             ASSERT_EQ(points.size(), 51u) << name_of(s, kind.kind);
-            EXPECT_EQ(r.curve.Par, kind.section == Section::isothermal ? par_T : par_p)
-                << name_of(s, kind.kind);
+            EXPECT_EQ(r.curve.Par, par_of_section(kind.section)) << name_of(s, kind.kind);
             const CurvePoint &L = points.front(), &V = points.back();
             for (int i = 0; i <= 50; ++i) {
                 const double share = i / 50.0;
@@ -266,28 +273,31 @@ TEST(Shapes, SaturatedDensitiesInOneCurve) {
     }
 }
 
-// Nothing below the triple point, or a note of it. The isobar of water below its triple pressure is ice.
+// Nothing is drawn below the triple point, or Status tells that it is: exactly when a point lies there.
 TEST(Shapes, TriplePoint) {
     const Setting s{"water", test::starter_fluid(test::water, Eos::soave), test::molar};
     const double Ttr = static_cast<double>(s.fluid->substance.Ttr);
     ASSERT_GT(Ttr, 273.0);
-    for (const Kind kind :
-         {Kind::h_T, Kind::cp_T, Kind::residual_h_T, Kind::joule_thomson_T, Kind::u_T_isochore, Kind::p_T,
-          Kind::sat_h_T, Kind::sat_rho_T, Kind::hLV_T, Kind::T_v, Kind::sat_T_v}) {
+    for (const KindInfo& kind : kind_list()) {
+        const bool over_T = kind.x == AxisQuantity::T;
+        if ((!over_T && kind.y != AxisQuantity::T) || kind.section == Section::database) continue;
         for (const bool restricted : {true, false}) {
-            CurveInput in = call(s, kind);
+            CurveInput in = call(s, kind.kind);
             in.options.chkCurveTpRestricted = restricted;
             in.p = 100.0;
             in.v = 500.0 * s.vcr();
-            const bool over_T = kind_info(kind).x == AxisQuantity::T;
             (over_T ? in.range.XMin : in.range.YMin) = 230.0f;
             const CurveResult r = CalcCurve(*s.fluid, in);
-            const auto coldest =
-                std::ranges::min(r.curve.points, {}, over_T ? &CurvePoint::X : &CurvePoint::Y);
-            const float T = over_T ? coldest.X : coldest.Y;
-            EXPECT_EQ(static_cast<double>(T) >= Ttr, restricted) << name_of(s, kind) << ", " << T;
-            EXPECT_EQ(r.Status, restricted ? CurveStatus::done : CurveStatus::below_triple)
-                << name_of(s, kind);
+            const auto below = [&](const CurvePoint& c) {
+                return static_cast<double>(over_T ? c.X : c.Y) < Ttr;
+            };
+            const bool any = std::ranges::any_of(r.curve.points, below);
+            ASSERT_GT(r.curve.points.size(), 20u) << name_of(s, kind.kind);
+            if (restricted) EXPECT_FALSE(any) << name_of(s, kind.kind);
+            EXPECT_EQ(r.Status, any ? CurveStatus::below_triple : CurveStatus::done) << name_of(s, kind.kind);
+            // The isochores of functions end before, at the phase boundary.
+            if (!restricted && kind.family != CurveFamily::isochore_functions)
+                EXPECT_TRUE(any) << name_of(s, kind.kind);
         }
     }
 }
