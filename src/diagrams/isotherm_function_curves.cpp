@@ -88,7 +88,7 @@ class ResidualFunction {
     }
 
  private:
-    static constexpr double Share = 1e-3;  // the columns are good for 1e-12 of the scale
+    static constexpr double Share = 1e-4;  // the columns are good for some 1e-15 of the scale
     const Fluid& fluid_;
     double T_;
     AxisQuantity q_;
