@@ -12,7 +12,7 @@ constexpr double beyond = 0.8;  // share of a step behind the end of the scan, c
 
 void curve_isochore_p(CurveRun& run) {
     const double v = run.in.v;
-    const bool critical = !run.fluid.VPhaseOnly && std::fabs(v - run.vcr) < std::fabs(run.vcr / 1000.0);
+    const bool critical = std::fabs(v - run.vcr) < std::fabs(run.vcr / 1000.0);
     bool on_boundary = false;  // an isochore of the vapor side has met p(LV) and stays on it
     for (const double T : falling_T(run, run.XMax, run.XMin, beyond, true)) {
         const Saturation boundary = pLV_EOS(run.fluid, T);

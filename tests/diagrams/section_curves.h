@@ -26,6 +26,11 @@ inline CurveInput input_of(Kind kind, CurveRange range, double p = 0.0, double v
 inline double X(const CurvePoint& point) { return static_cast<double>(point.X); }
 inline double Y(const CurvePoint& point) { return static_cast<double>(point.Y); }
 
+inline bool finite(const CurvePoint& point) {
+    return std::isfinite(point.X) && std::isfinite(point.Y) && std::isfinite(point.Par) &&
+           std::isfinite(point.Tag);
+}
+
 // Both points of a jump: neighbours with X (or Y) equal to `at` in single precision; not found: two points 0.
 struct Jump {
     CurvePoint first, second;
