@@ -82,19 +82,15 @@ double boiling_T(const Fluid& fluid, double p) {
     return T.reason == Reason::none ? T.value : 0.0;
 }
 
-// Limits of p [kPa] of a diagram of two functions: those of its process record, else all of the boundary.
+// Limits of p [kPa] of the boundary of two functions: From and To of its process record, else all of it.
 struct Limits {
     double low, high;
 };
 Limits limits_of_p(const CurveRun& run) {
     constexpr double FirstP = 0.05;
-    const ProcessRec& process = run.in.process;
-    Limits p{process.p1, process.p2};
-    if (!process.ScanT && process.From != process.To) p = {process.From, process.To};
-    if (p.low > p.high) std::swap(p.low, p.high);
-    if (!(p.high > p.low)) p = {FirstP, run.pcr};
-    p.low = std::max(p.low, FirstP);
-    return p;
+    const auto [low, high] = std::minmax(run.in.process.From, run.in.process.To);
+    if (run.in.process.ScanT || !(high > low)) return {FirstP, run.pcr};
+    return {std::max(low, FirstP), high};
 }
 
 }  // namespace
@@ -151,7 +147,9 @@ void curve_boundary_v(CurveRun& run) {
         run.add(run.between(vL, vV) * run.f.vFactor, function_between(run, scan, i, q) * run.uFactor_at(T),
                 T);
     }
-    if (run.in.VaporFraction == 0.0 && q != Q::cV && q != Q::a) run.sort_y();
+    // The exergy of the liquid has its minimum at the surroundings: sorting would mix its two sides.
+    const bool sorted = q == Q::u || q == Q::s;
+    if (run.in.VaporFraction == 0.0 && sorted) run.sort_y();
 }
 
 void curve_boundary_pairs(CurveRun& run) {

@@ -10,7 +10,8 @@
 namespace quom {
 namespace {
 
-constexpr double Settled = 1e-12;  // relative step that ends an iteration
+constexpr double Settled = 1e-12;   // relative step that ends an iteration
+constexpr double Agreement = 1e-3;  // of the pressure asked for
 
 // The condition at one T as a function of eta = b/v, with g = v/(v + c), h = v/(v + d):
 //
@@ -176,7 +177,9 @@ InversionPoint InversionT(const Fluid& fluid, double p, double T1, double T2, do
     };
     const double y1 = f(T1), y2 = f(T2);
     if (!(y1 * y2 <= 0.0)) return {};
-    return InversionP(fluid, zero_between(T1, y1, T2, y2, f), at.v);
+    const InversionPoint r = InversionP(fluid, zero_between(T1, y1, T2, y2, f), at.v);
+    // Where the law of a(T) has a corner, the inversion pressure jumps over p.
+    return std::fabs(r.p - p) <= Agreement * p ? r : InversionPoint{};
 }
 
 InversionPoint boiling_inversion(const Fluid& fluid, double T1, double T2, double start) {
