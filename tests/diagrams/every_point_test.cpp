@@ -115,7 +115,7 @@ std::vector<Setting> settings(bool cubic) {
         }
     }
     if (!cubic) return all;
-    const EosInput typed{.JiP3 = 0.70, .JiP4 = 0.28, .JiP5 = 0.0, .JiZc = 0.290, .JiB1 = 0.0};
+    const EosInput typed{.JiP3 = 0.45, .JiP4 = 0.10, .JiP5 = 0.0, .JiZc = 0.290, .JiB1 = 0.0};
     const SubstanceConstants propane = test::starter_substance(test::propane);
     all.push_back(
         {"propane, Tovarn/Ji 1", test::starter_fluid(propane, Eos::tovarn_ji_1, typed), test::per_R});
