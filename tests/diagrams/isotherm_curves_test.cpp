@@ -118,10 +118,12 @@ std::vector<double> volumes_at(const Fluid& fluid, double T, double p, bool loop
 std::string fault(const Fluid& fluid, const CurveInput& in, const CurvePoint& point, double scale) {
     const KindInfo& kind = kind_info(in.kind);
     const Units4 f = factors(fluid, in.units, in.T);
-    const double tolerance = 2e-5 * scale + 2e-6 * std::fabs(Y(point));
+    // At a spinodal volume goes with the root of p.
+    const bool pair = kind.family == CurveFamily::isotherm_pairs;
+    const double tolerance = (pair && in.SCurve ? 4e-4 : 2e-5) * scale + 2e-6 * std::fabs(Y(point));
     double p = X(point) / f.p;
     std::vector<double> volumes;
-    if (kind.family == CurveFamily::isotherm_pairs) p = Par(point);
+    if (pair) p = Par(point);
     if (runs_over_v(in.kind)) {
         volumes = {X(point) / f.v};
         p = kind.y == AxisQuantity::p ? Y(point) / f.p : Par(point);
@@ -140,18 +142,21 @@ std::string fault(const Fluid& fluid, const CurveInput& in, const CurvePoint& po
     // The digits of X or Par leave p open by 1e-7.
     const bool p_is_known = runs_over_v(in.kind);
     for (std::size_t k = 0; k < volumes.size(); ++k) {
-        double low = HUGE_VAL, high = -HUGE_VAL, x = 0.0;
+        double low[2] = {HUGE_VAL, HUGE_VAL}, high[2] = {-HUGE_VAL, -HUGE_VAL};
         for (const double share : {1.0 - 1.2e-7, 1.0 + 1.2e-7, 1.0}) {
-            const std::vector<double> near =
-                p_is_known ? volumes : volumes_at(fluid, in.T, p * share, in.SCurve);
+            const double at = p_is_known ? p : p * share;
+            const std::vector<double> near = p_is_known ? volumes : volumes_at(fluid, in.T, at, in.SCurve);
             if (near.size() != volumes.size()) continue;
-            const double y = shown(fluid, kind.y, in.T, p_is_known ? p : p * share, near[k], f);
-            low = std::min(low, y);
-            high = std::max(high, y);
-            x = shown(fluid, kind.x, in.T, p, near[k], f);
+            const double xy[] = {shown(fluid, kind.x, in.T, at, near[k], f),
+                                 shown(fluid, kind.y, in.T, at, near[k], f)};
+            for (int axis = 0; axis < 2; ++axis) {
+                low[axis] = std::min(low[axis], xy[axis]);
+                high[axis] = std::max(high[axis], xy[axis]);
+            }
         }
-        if (Y(point) > low - tolerance && Y(point) < high + tolerance &&
-            std::fabs(x - X(point)) <= 1e-4 * std::fabs(x) + tolerance)
+        const double x_off = 1e-6 * std::fabs(X(point)) + (kind.x == AxisQuantity::p ? 0.0 : tolerance);
+        if (X(point) > low[0] - x_off && X(point) < high[0] + x_off && Y(point) > low[1] - tolerance &&
+            Y(point) < high[1] + tolerance)
             return "";
     }
     return "no such state";
@@ -521,6 +526,23 @@ TEST(IsothermFunctions, CVIsShownWithoutItsSign) {
     const double cV = ThermoState(*fluid, 450.0, Par(points.back()), X(points.back())).cV;
     EXPECT_LT(cV, 0.0);
     EXPECT_NEAR(Y(points.back()), -cV, 1e-4);
+}
+
+// An equation that falls below p = 0 above T(cr): the functions are those at 0.01 kPa.
+TEST(IsothermFunctions, PressureBelowZeroIsReplaced) {
+    EosInput odd = Typed;
+    odd.JiP3 = -5.0;
+    const auto fluid = test::starter_fluid(test::propane, Eos::tovarn_ji_1, odd);
+    const double T = 1.3 * fluid->substance.Tcr;
+    int replaced = 0;
+    for (const CurvePoint& point : points_of(*fluid, make_input(*fluid, Kind::s_v, T))) {
+        const double p = pTv(*fluid, T, X(point)).p,
+                     s = ThermoState(*fluid, T, p > 0.0 ? p : 0.01, X(point)).s;
+        EXPECT_NEAR(Par(point), p > 0.0 ? p : 0.01, 1e-4 * std::fabs(p));
+        EXPECT_NEAR(Y(point), s, 1e-3);
+        replaced += p < 0.0;
+    }
+    EXPECT_GT(replaced, 10);
 }
 
 // Without cp(idG) the residual functions stand, the absolute ones are absent.
