@@ -163,6 +163,18 @@ TEST(Inversion, EndsOnTheVaporPressureCurve) {
     }
 }
 
+TEST(Inversion, Steps) {
+    const auto fluid = test::starter_fluid(test::propane, Eos::peng_robinson);
+    const auto over_T = CalcCurve(*fluid, whole_inversion(*fluid, Kind::inversion_p_T)).curve.points;
+    const double dx = 7.5 * fluid->substance.Tcr / 500.0, dp = 25.0 * fluid->substance.pcr / 500.0;
+    EXPECT_NEAR(X(over_T[20]) - X(over_T[21]), dx / 3.0, 1e-3);
+    const auto over_p = CalcCurve(*fluid, whole_inversion(*fluid, Kind::inversion_pv_p)).curve.points;
+    EXPECT_NEAR(X(over_p[0]), 0.03, 1e-5);
+    EXPECT_NEAR(X(over_p[21]) - X(over_p[20]), 2.0 * dp, 1e-3);
+    const std::size_t n = over_p.size();
+    EXPECT_NEAR(X(over_p[n - 3]) - X(over_p[n - 2]), 2.0 * dp, 1e-2);
+}
+
 TEST(Inversion, UnitsScaleTheCurve) {
     const auto fluid = test::starter_fluid(test::propane, Eos::peng_robinson);
     for (const int mode : {volume_per_mass, reduced_volume}) {

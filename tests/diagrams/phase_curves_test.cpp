@@ -379,6 +379,86 @@ TEST(PhaseCurves, UpperEndInThePVPlane) {
     EXPECT_GT(std::ranges::count_if(narrow.curve.points, visible), 20);
 }
 
+// Where each scan begins and ends, and its step.
+TEST(PhaseCurves, Steps) {
+    const auto fluid = propane();
+    const double Tcr = fluid->substance.Tcr, pcr = fluid->substance.pcr;
+    const auto span = [](float low, float high) { return static_cast<double>(high - low); };
+    const struct {
+        int kind;
+        double fraction, of_x, of_y, kelvin;  // step as share of the spans over Dens, or in K
+        char over;                            // coordinate that runs: X, Y, or P for Par
+    } rows[] = {
+        {27, 0, 0.75, 0, 0, 'X'},      {106, 1, 0.75, 0, 0, 'X'}, {7, 0, 0, 0.5, 0, 'Y'},
+        {7, 0.49, 0, 0.5, 0, 'Y'},     {7, 0.5, 0, 2.0, 0, 'Y'},  {12, 1, 0, 2.0, 0, 'Y'},
+        {70, 0, 1, 0, 0, 'X'},         {90, 1, 1, 0, 0, 'X'},     {101, 1, 0, 0, Tcr / 200, 'P'},
+        {89, 0, 0, 0, Tcr / 200, 'P'},
+    };
+    for (const auto& row : rows) {
+        CurveInput input = test::whole_curve(*fluid, kind_of(row.kind), row.fraction);
+        input.options.Dens = 200;
+        const CurveRange& r = input.range;
+        const double step =
+            row.of_x * span(r.XMin, r.XMax) / 200.0 + row.of_y * span(r.YMin, r.YMax) / 200.0 + row.kelvin;
+        const auto points = CalcCurve(*fluid, input).curve.points;
+        const auto at = [&](std::size_t i) {
+            return row.over == 'X' ? X(points[i]) : row.over == 'Y' ? Y(points[i]) : Par(points[i]);
+        };
+        for (std::size_t i = 10; i < 15; ++i)
+            EXPECT_NEAR(std::fabs(at(i + 1) - at(i)), step, 1e-3 * step) << row.kind;
+    }
+    const auto along_p = CalcCurve(*fluid, test::whole_curve(*fluid, Kind::sat_rho_p)).curve.points;
+    EXPECT_FLOAT_EQ(along_p.front().X, 0.1f);
+    EXPECT_FLOAT_EQ(along_p.back().X, static_cast<float>(pcr));
+    const double before = X(along_p[along_p.size() - 2]);
+    EXPECT_LT(before, pcr - 5.0);
+    EXPECT_GT(before, pcr - 5.0 - 0.75 * 1.5 * pcr / 500.0);
+}
+
+// The walk in the p-v plane begins 0.05 K and ln(span)/1000 K below T(cr). Its step is doubled until p or v
+// moves by 1/800 of the range, and never falls.
+TEST(PhaseCurves, StepInThePVPlaneIsDoubledOnly) {
+    const auto fluid = propane();
+    const double Tcr = fluid->substance.Tcr;
+    for (const double fraction : {0.0, 1.0}) {
+        const CurveInput input = test::whole_curve(*fluid, Kind::sat_p_v, fraction);
+        const double dp = static_cast<double>(input.range.YMax) / 800.0,
+                     dv = static_cast<double>(input.range.XMax) / 800.0;
+        const auto points = CalcCurve(*fluid, input).curve.points;
+        const double first = std::log(800.0 * dp) / 1000.0;
+        EXPECT_NEAR(Par(points[1]), Tcr - 0.05 - first, 1e-4);
+        double last = first;
+        for (std::size_t i = 2; i < points.size(); ++i) {
+            EXPECT_TRUE(std::fabs(Y(points[i]) - Y(points[i - 1])) > 0.999 * dp ||
+                        std::fabs(X(points[i]) - X(points[i - 1])) > 0.999 * dv)
+                << i;
+            const double step = Par(points[i - 1]) - Par(points[i]);
+            EXPECT_GT(step, last - 1e-4) << i;
+            last = std::max(last, 0.5 * step);  // a step with doublings is longer than the next one
+        }
+        const bool vapor = fraction == 1.0;
+        EXPECT_EQ(points.back().X > input.range.XMax, vapor);
+    }
+}
+
+TEST(PhaseCurves, HeatCapacitiesRiseToTheCriticalPointAndAreCutThere) {
+    for (const auto cas : {test::propane, test::decane, test::water}) {
+        const auto fluid = test::starter_fluid(cas, Eos::peng_robinson);
+        for (const int kind : {92, 72}) {
+            for (const double fraction : {0.0, 1.0}) {
+                const auto cp =
+                    CalcCurve(*fluid, test::whole_curve(*fluid, kind_of(kind), fraction)).curve.points;
+                const auto h =
+                    CalcCurve(*fluid, test::whole_curve(*fluid, kind_of(kind - 2), fraction)).curve.points;
+                // Only what lies above 5000 kJ/(kmol K) next to the critical point is left out.
+                EXPECT_GT(cp.size() + 7, h.size()) << cas << kind;
+                EXPECT_LE(cp[0].Y, 5000.0f);
+                EXPECT_GT(cp[0].Y, cp[1].Y);
+            }
+        }
+    }
+}
+
 TEST(PhaseCurves, TriplePointEndsTheCurvesOrIsTold) {
     const auto fluid = propane();
     Fluid cold = *fluid, none = *fluid;
