@@ -1,3 +1,0 @@
-#include "diagrams/curve_run.h"
-namespace quom {
-}  // namespace quom
