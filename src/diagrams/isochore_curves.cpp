@@ -35,7 +35,8 @@ void curve_isochore_p(CurveRun& run) {
 
 void curve_isochore_functions(CurveRun& run) {
     const double v = run.in.v;
-    for (const double T : falling_T(run, run.XMax, run.XMin, beyond, true)) {
+    for (const double x : scan_values(run.XMax, run.XMin, -run.dx, beyond, true, run.round_limit())) {
+        const double T = x / run.f.TFactor;
         const PressureResult at = pTv(run.fluid, T, v);
         if (at.reason != Reason::none) return;
         if (!run.fluid.VPhaseOnly && T < run.Tcr) {
@@ -48,7 +49,7 @@ void curve_isochore_functions(CurveRun& run) {
                 return;
             }
         }
-        if (!(at.p > 0.0)) return;
+        if (!(at.p > 0.0) || run.below_triple(T)) return;
         const StateFunctions state = ThermoState(run.fluid, T, at.p, v);
         const double y = function_value(run.fluid, state, run.kind.y) * run.uFactor_at(T);
         run.add(T * run.f.TFactor, y, v);
