@@ -69,7 +69,8 @@ TEST(Inversion, VanDerWaalsHasAClosedForm) {
     const auto fluid = test::starter_fluid(test::propane, Eos::van_der_waals);
     const double Tcr = fluid->substance.Tcr, pcr = fluid->substance.pcr, vcr = fluid->eos.vcrEOS;
     const auto p_r = [](double Tr) { return 24.0 * std::sqrt(3.0 * Tr) - 12.0 * Tr - 27.0; };
-    for (double Tr = 0.76; Tr < 6.75; Tr += 0.07) {
+    for (int i = 0; i < 86; ++i) {
+        const double Tr = 0.76 + 0.07 * i;
         const InversionPoint at = InversionP(*fluid, Tr * Tcr);
         ASSERT_TRUE(at.found()) << Tr;
         EXPECT_NEAR(at.p / pcr, p_r(Tr), 1e-9 * (1.0 + p_r(Tr))) << Tr;
