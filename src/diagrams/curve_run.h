@@ -40,6 +40,10 @@ class CurveRun {
     bool below_triple(double T);
     void sort_x() { SortPointsX(out.curve.points); }
     void sort_y() { SortPointsY(out.curve.points); }
+    // Whether the equation of state has saturation: a cubic one with its constants.
+    bool knows_saturation() const;
+    // A quantity between its saturated values, by the vapor fraction.
+    double between(double L, double V) const { return L + in.VaporFraction * (V - L); }
     // Most points of one scan: 20 Dens + 1000.
     std::size_t round_limit() const;
 

@@ -6,6 +6,7 @@
 #include "base/dates.h"
 #include "base/files.h"
 #include "engine/models.h"
+#include "forms/open_form.h"
 #include "forms/shell.h"
 #include "session/program_path.h"
 #include "session/project_file.h"
@@ -87,15 +88,23 @@ StartRow last_session_row(const Session& s) {
     return row;
 }
 
-StartCard projects_card(const std::vector<std::string>& projects, const std::string& ProgramPath) {
-    StartCard card{"Recent projects", {}};
-    for (std::size_t i = 0; i < projects.size() && card.rows.size() < RecentProjectRows; ++i)
-        if (FileExists(projects[i], ProgramPath))
-            card.rows.push_back({.command = StartCommand::recent_project,
+std::string project_icon(const std::string&) { return "load-project"; }
+std::string data_icon(const std::string& path) {
+    return is_data_file_name(path) ? "exp-data-edit" : "xy-editor";
+}
+
+// Files by their names, with the day of their last change.
+StartCard files_card(std::string head, StartCommand command, std::string (*icon_of)(const std::string& path),
+                     const std::vector<std::string>& paths, std::size_t most,
+                     const std::string& ProgramPath) {
+    StartCard card{std::move(head), {}};
+    for (std::size_t i = 0; i < paths.size() && card.rows.size() < most; ++i)
+        if (FileExists(paths[i], ProgramPath))
+            card.rows.push_back({.command = command,
                                  .index = static_cast<int>(i),
-                                 .icon = "load-project",
-                                 .text = name_part(projects[i]),
-                                 .right = spoken_day(file_date_text(projects[i]), today_text())});
+                                 .icon = icon_of(paths[i]),
+                                 .text = name_part(paths[i]),
+                                 .right = spoken_day(file_date_text(paths[i]), today_text())});
     return card;
 }
 
@@ -175,19 +184,19 @@ StartPageForm start_page_form(const Session& s, const RecentlyUsed& recent) {
                        .begin = begin_card(s),
                        .beside = {}};
     StartCard substances = substances_card(recent.substances, s.ProgramPath);
-    StartCard projects = projects_card(recent.projects, s.ProgramPath);
-    if (substances.rows.empty()) {
-        form.beside = {example_card()};
-        if (!projects.rows.empty()) form.beside.push_back(std::move(projects));
-        return form;
-    }
-    if (projects.rows.empty())
+    StartCard projects = files_card("Recent projects", StartCommand::recent_project, project_icon,
+                                    recent.projects, RecentProjectRows, s.ProgramPath);
+    StartCard data = files_card("Recent data files", StartCommand::recent_data, data_icon, recent.data,
+                                RecentDataRows, s.ProgramPath);
+    if (!substances.rows.empty() && projects.rows.empty())
         projects.rows.push_back({.command = StartCommand::recent_project,
                                  .icon = "load-project",
                                  .text = "No project",
                                  .second = "none was saved yet",
                                  .enabled = false});
-    form.beside = {std::move(substances), std::move(projects)};
+    form.beside.push_back(substances.rows.empty() ? example_card() : std::move(substances));
+    for (StartCard* card : {&projects, &data})
+        if (!card->rows.empty()) form.beside.push_back(std::move(*card));
     return form;
 }
 

@@ -18,12 +18,13 @@ enum class StartCommand {
     open_database,
     recent_substance,
     recent_project,
+    recent_data,
     example,
 };
 
 struct StartRow {
     StartCommand command{};
-    int index = 0;       // of the recent substance, the recent project or the example
+    int index = 0;       // of the recent substance, project or data file, or of the example
     std::string icon{};  // of the icons of the program
     std::string text{};
     std::string second{};  // line below; of a row that cannot act: why; empty: a row of one line
@@ -41,7 +42,7 @@ struct StartCard {
 struct StartPageForm {
     std::string headline, sentence;
     StartCard begin;
-    std::vector<StartCard> beside;  // recent substances and projects, or the examples
+    std::vector<StartCard> beside;  // what was used last, or the examples
     bool operator==(const StartPageForm&) const = default;
 };
 
@@ -70,10 +71,11 @@ int find_recent(const DatabaseFile& file, const RecentSubstance& recent);
 struct RecentlyUsed {
     std::vector<RecentSubstance> substances;
     std::vector<std::string> projects;  // paths
+    std::vector<std::string> data;      // paths of .BAQ, .XY and .LRG files
 };
-inline constexpr std::size_t RecentProjectRows = 3;
+inline constexpr std::size_t RecentProjectRows = 3, RecentDataRows = 3;
 
-// Substances whose database is gone are left out, as are projects that are gone; an index of a row is that in
+// Substances whose database is gone are left out, as are files that are gone; an index of a row is that in
 // the list given.
 StartPageForm start_page_form(const Session& session, const RecentlyUsed& recent);
 

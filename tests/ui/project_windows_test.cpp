@@ -546,6 +546,53 @@ TEST_F(ProjectWindows, recent_files_stand_on_the_start_page_and_in_the_menu) {
         next.frame.findChild<QMenu*>(QStringLiteral("mnuData_RecentData"))->menuAction()->isEnabled());
 }
 
+TEST_F(ProjectWindows, data_files_of_the_last_session_open_from_the_start_page) {
+    const QString memory = at("memory.ini");
+    frame.bench().memory = UiMemory(memory);
+    write("measured.BAQ", data_text());
+    write("pairs.XY", "Size x, y\r\n1;2\r\n3;4\r\n5;6\r\n");
+    write("more.BAQ", data_text());
+    write("gone.BAQ", data_text());
+    for (const char* name : {"gone.BAQ", "more.BAQ", "measured.BAQ"}) {
+        write("p.QC6", project_text({{4, name}, {5, " 2 "}}));
+        load("p.QC6");
+    }
+    menu("mnuData_EditXY")->trigger();
+    dialogs->files.push_back(at("pairs.XY"));
+    press(frame.child("frmQXYEdit"), "cmdLoad");
+    QFile::remove(at("gone.BAQ"));
+    frame.bench().memory = UiMemory();
+
+    for (const char* opened : {"measured.BAQ", "pairs.XY"}) {
+        Program next(folder, memory);
+        std::vector<std::string> names;
+        StartRowButton* wanted = nullptr;
+        for (auto* row : next.frame.start_page->findChildren<StartRowButton*>()) {
+            const QString name = row->text();
+            if (name.endsWith(QStringLiteral(".BAQ")) || name.endsWith(QStringLiteral(".XY")))
+                names.push_back(name.toStdString());
+            if (name == QLatin1String(opened)) wanted = row;
+        }
+        ASSERT_THAT(names, testing::UnorderedElementsAre("pairs.XY", "measured.BAQ", "more.BAQ"));
+        ASSERT_TRUE(wanted);
+        EXPECT_EQ(wanted->accessibleDescription(), QStringLiteral("today"));
+        QApplication::processEvents();
+        next.frame.start_page->ensureWidgetVisible(wanted);
+        wanted->setFocus();
+        QTest::keyClick(wanted, Qt::Key_Return);
+        EXPECT_FALSE(next.frame.start_page->isVisible());
+        EXPECT_THAT(next.messages.take(), IsEmpty());
+        const Document& d = next.frame.session().document;
+        const bool pairs = std::string_view(opened) == "pairs.XY";
+        EXPECT_TRUE(next.frame.child(pairs ? "frmQXYEdit" : "frmTpRhoEdit"));
+        EXPECT_EQ(data_point_count(d.exp), pairs ? 0 : 2);
+        EXPECT_EQ(d.xy.XYFile.empty(), !pairs);
+        // Measured values belong to a substance: it is taken with them.
+        EXPECT_EQ(d.substance.constants.StoffName, pairs ? "" : "Propane");
+        EXPECT_EQ(pairs ? 310.0 : d.exp.points[2].T, 310.0);
+    }
+}
+
 TEST_F(ProjectWindows, a_text_is_asked_for_in_a_window_of_its_own) {
     for (const bool accept : {true, false}) {
         QTimer::singleShot(0, &frame, [&] {

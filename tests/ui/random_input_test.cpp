@@ -81,6 +81,7 @@ class RandomInput : public WindowDriver {
 
     void one_action() {
         if (!QApplication::activeModalWidget() && !QApplication::activePopupWidget() && pick(250) == 0) {
+            dialogs->files.clear();
             return go_to_calculations();  // back to where most windows can open
         }
         QWidget* window = front();
@@ -153,6 +154,7 @@ TEST_F(RandomInput, LeavesTheProgramStanding) {
 
     // What a user does next still works.
     messages.asked.clear();
+    dialogs->files.clear();
     open_starter_database();
     EXPECT_EQ(session().database.StoffAnzahl(), 496) << "seed " << seed;
 }

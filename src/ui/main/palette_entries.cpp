@@ -189,16 +189,15 @@ void PaletteEntries::add_help() {
 }
 
 void PaletteEntries::add_recent_files() {
-    const auto add = [this](RecentFiles kind, std::string_view prefix, const char* detail, Needs needs) {
+    const auto add = [this](RecentFiles kind, std::string_view prefix, const char* detail) {
         for (const std::string& path : recent_files(frame_.bench().memory, kind))
             entries_.push_back({.kind = PaletteKind::window,
                                 .id = std::string(prefix) + path,
                                 .text = name_part(path),
-                                .detail = detail,
-                                .reason = why_not(frame_.session(), needs)});
+                                .detail = detail});
     };
-    add(RecentFiles::projects, ProjectPrefix, "recent project", Needs::nothing);
-    add(RecentFiles::data, DataPrefix, "recent data file", Needs::substance);
+    add(RecentFiles::projects, ProjectPrefix, "recent project");
+    add(RecentFiles::data, DataPrefix, "recent data file");
 }
 
 std::vector<PaletteHit> PaletteEntries::find(std::string_view typed) {

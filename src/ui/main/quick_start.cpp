@@ -8,6 +8,7 @@
 #include "forms/refusal.h"
 #include "forms/shell.h"
 #include "session/program_path.h"
+#include "substance/database.h"
 #include "ui/main/calculation_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/menu_actions.h"
@@ -84,6 +85,19 @@ void take_recent(mdiQUOM& frame, const RecentSubstance& recent) {
         take_substance(frame, index);
     else
         frame.bench().tell(refusal_message(recent.name + " is not in the database " + recent.database + "."));
+}
+
+void take_substance_of(mdiQUOM& frame, const std::string& casrn) {
+    const Session& s = frame.session();
+    if (casrn.empty() || s.document.substance.StoffIndexAktiv != 0) return;
+    if (const int index = FindCAS(s.database, casrn); index > 0) return take_substance(frame, index);
+    for (const RecentSubstance& recent : recent_substances(frame.bench().memory))
+        if (recent.casrn == casrn && FileExists(recent.database, s.ProgramPath))
+            return take_recent(frame, recent);
+    if (s.database.DatabaseKind != 0) return;
+    const OpenedDatabase starter = open_database(7, starter_path(frame), s.document.options.Englisch);
+    if (starter.err == 0 && FindCAS(starter.file, casrn) > 0)
+        take_recent(frame, {.name = {}, .formula = {}, .casrn = casrn, .database = starter_path(frame)});
 }
 
 void run_example(mdiQUOM& frame, const Example& example) {

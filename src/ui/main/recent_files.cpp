@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QStringList>
 
+#include "base/code_page.h"
 #include "base/files.h"
 #include "forms/open_form.h"
 #include "session/data_files.h"
@@ -13,6 +14,7 @@
 #include "ui/main/data_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/project_actions.h"
+#include "ui/main/quick_start.h"
 
 namespace quom {
 
@@ -63,6 +65,7 @@ void open_recent(mdiQUOM& frame, RecentFiles kind, const std::string& path) {
     }
     Workbench& bench = frame.bench();
     if (is_data_file_name(path)) {
+        take_substance_of(frame, std::string(trim(ExpDataPreview(path, bench.session).CAS)));
         if (!BatchSaveFrage(frame) || !LoadExpDataFile(bench.session, path, false, bench.messages())) return;
         bench.announce({.data = true});
         edit_exp_data(frame, 0);

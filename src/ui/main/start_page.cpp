@@ -169,7 +169,8 @@ void StartPage::refresh() {
     if (!isHidden()) return;
     if (StartPageForm form =
             start_page_form(frame_.session(), {recent_substances(frame_.bench().memory),
-                                               recent_files(frame_.bench().memory, RecentFiles::projects)});
+                                               recent_files(frame_.bench().memory, RecentFiles::projects),
+                                               recent_files(frame_.bench().memory, RecentFiles::data)});
         form != form_ || !widget())
         build(form);
     cover_area();
@@ -266,10 +267,13 @@ void StartPage::run(const StartRow& row) {
             return load_last_session(frame_, 0);
         case StartCommand::load_project:
             return ask_for_project(frame_, 0);
-        case StartCommand::recent_project: {
-            const auto recent = recent_files(frame_.bench().memory, RecentFiles::projects);
+        case StartCommand::recent_project:
+        case StartCommand::recent_data: {
+            const auto kind =
+                row.command == StartCommand::recent_data ? RecentFiles::data : RecentFiles::projects;
+            const auto recent = recent_files(frame_.bench().memory, kind);
             if (const auto at = static_cast<std::size_t>(row.index); at < recent.size())
-                open_recent(frame_, RecentFiles::projects, recent[at]);
+                open_recent(frame_, kind, recent[at]);
             return;
         }
     }
