@@ -9,10 +9,8 @@
 #include "engine/vapor_pressure.h"
 #include "support/isotherms.h"
 
-namespace quom {
+namespace quom::test {
 namespace {
-
-using namespace test;
 
 // The flat part is where the areas under the isotherm are equal: integral of p dv = p(LV) (v(V) - v(L)),
 // taken from the points of the curve with its loop.
@@ -428,4 +426,4 @@ TEST(IsothermRules, BelowTheTriplePoint) {
 }
 
 }  // namespace
-}  // namespace quom
+}  // namespace quom::test

@@ -9,10 +9,8 @@
 #include "diagrams/curve_run.h"
 #include "support/isotherms.h"
 
-namespace quom {
+namespace quom::test {
 namespace {
-
-using namespace test;
 
 // What an axis shows of the state T, p, v, by the single calls.
 double shown(const Fluid& fluid, AxisQuantity q, double T, double p, double v, const Units4& f) {
@@ -237,4 +235,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return "eos" + std::to_string(static_cast<int>(info.param.eos)); });
 
 }  // namespace
-}  // namespace quom
+}  // namespace quom::test
