@@ -16,7 +16,7 @@ constexpr double ReplacementP = 0.01;  // [kPa], for a p below 0
 constexpr double Margin = 1.04;        // of v over b
 
 bool has_ln_p(AxisQuantity q) {
-    return q != AxisQuantity::u && q != AxisQuantity::h && q != AxisQuantity::cp &&
+    return q != AxisQuantity::u && q != AxisQuantity::h && q != AxisQuantity::cp && q != AxisQuantity::cV &&
            q != AxisQuantity::residual_h && q != AxisQuantity::residual_cp;
 }
 
@@ -120,7 +120,7 @@ std::vector<double> unstable_volumes(const CurveRun& run, const Saturation& sat)
     const double F = run.f.vFactor;
     std::vector<double> x = scan_values(sat.vL * F, sat.vV * F, 0.5 * run.dx, 0.0, false, run.round_limit());
     divide(x, F);
-    const bool positive = has_ln_p(run.kind.y) && run.kind.y != AxisQuantity::cV;
+    const bool positive = has_ln_p(run.kind.y);
     std::vector<double> volumes;
     double last = std::numeric_limits<double>::infinity();
     for (const double v : x) {
