@@ -51,6 +51,7 @@ void no_result(CurveRun& run) {
     run.out.Status = CurveStatus::no_result;
     run.out.Msg = "no result with these input data";
     run.out.Outside = false;
+    run.out.LastProcessT = run.out.LastProcessP = 0.0;
 }
 
 // Volume of a homogeneous state at T, p: of three roots that of the phase, stable or not; a single root where
@@ -147,7 +148,6 @@ class HeldFunction {
         if (!v) return;
         target_ = function_of(ThermoState(fluid, process.T1, process.p1, *v), column_);
         start_ = ScanT_ ? process.p1 : process.T1;
-        rises_ = dhdp(process.T1, process.p1, *v) > 0.0;
     }
     bool has_start() const { return std::isfinite(target_); }
 
@@ -163,17 +163,13 @@ class HeldFunction {
         const double T = ScanT_ ? x : found.value, p = ScanT_ ? found.value : x;
         const VolumeResult r = VolumeTp(fluid_, T, p);
         const double v = phase_ == phase_V ? r.vV : r.vL;
-        if (ScanT_ && column_ == iso_h && (dhdp(T, p, v) > 0.0) != rises_) return std::nullopt;
         remember(x, found.value);
         return LineState{.T = T, .p = p, .at = ThermoState(fluid_, T, p, v)};
     }
 
  private:
-    // (dh/dp)_T = v - T (dv/dT)_p. An isenthalpe runs in T up to the inversion curve, where its sign changes:
-    // a state behind it is not on this line.
-    double dhdp(double T, double p, double v) const {
-        return v - T * ThermoFunc(fluid_, T, p, v).DerivA[dvdT_p];
-    }
+    // The tangent of the line over T is steeper than its last chord, so that the start stays before the place
+    // where the line turns.
     double guess(double x) const {
         if (!(last_x_ > 0.0)) return start_;
         const double next = start_ + (x - last_x_) * slope_;
@@ -191,7 +187,6 @@ class HeldFunction {
     Phase phase_;
     double target_ = std::numeric_limits<double>::quiet_NaN();
     double start_ = 0, last_x_ = 0, slope_ = 0;  // the state before and the way to it
-    bool rises_ = false;                         // h with p at the start
 };
 
 void isentrope(LineRun& line) {

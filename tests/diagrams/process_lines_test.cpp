@@ -276,16 +276,24 @@ TEST(ProcessLines, stop_on_the_way) {
     EXPECT_GE(r.LastProcessP, dew);
     EXPECT_LT(r.LastProcessP, dew + 0.8 * 990.0 / 500.0);
 
-    const auto nitrogen_fluid = starter_fluid(nitrogen, Eos::peng_robinson);
-    const ProcessRec throttle = process_of(P::isenthalpe, true, 250.0, 320.0, 250.0, 20000.0);
-    const CurveResult warms = curve(*nitrogen_fluid, Kind::p_T, Kind::line_isentrope, throttle);
-    EXPECT_EQ(warms.Status, CurveStatus::line_aborted);
-    for (std::size_t i = 1; i < warms.curve.points.size(); ++i)
-        EXPECT_GT(warms.curve.points[i].Y, warms.curve.points[i - 1].Y);
-    const double T = warms.LastProcessT, p = warms.LastProcessP;
-    const double JT = ThermoFunc(*nitrogen_fluid, T, p, VolumeTp(*nitrogen_fluid, T, p).vV).FuncA[fu_dTdp_h];
-    EXPECT_GT(JT, 0.0);
-    EXPECT_LT(JT, 1e-4);
+    // However coarse the steps are: no state behind the inversion curve.
+    const auto gas = starter_fluid(nitrogen, Eos::peng_robinson);
+    for (const int Dens : {10, 30, 100, 500}) {
+        for (const double p1 : {1000.0, 5000.0, 20000.0}) {
+            SCOPED_TRACE(::testing::Message() << Dens << " " << p1);
+            CurveInput in = input_of(Kind::p_T, Kind::line_isentrope,
+                                     process_of(P::isenthalpe, true, 250.0, 320.0, 250.0, p1));
+            in.options.Dens = Dens;
+            const CurveResult warms = CalcCurve(*gas, in);
+            EXPECT_EQ(warms.Status, CurveStatus::line_aborted);
+            for (std::size_t i = 1; i < warms.curve.points.size(); ++i)
+                EXPECT_GT(warms.curve.points[i].Y, warms.curve.points[i - 1].Y);
+            const double T = warms.LastProcessT, p = warms.LastProcessP;
+            const double JT = ThermoFunc(*gas, T, p, VolumeTp(*gas, T, p).vV).FuncA[fu_dTdp_h];
+            EXPECT_GT(JT, 0.0);
+            EXPECT_LT(JT, 0.07 / Dens);
+        }
+    }
 }
 
 // Between the saturated states the fraction of one quantity gives all others; h changes by v dp along an
@@ -460,6 +468,7 @@ TEST(ProcessLines, statuses) {
         if (c.status == CurveStatus::no_result) {
             EXPECT_TRUE(r.curve.points.empty());
             EXPECT_FALSE(r.Outside);
+            EXPECT_EQ(r.LastProcessT, 0.0);
         }
     }
     // The triple point: left out, or told of
