@@ -129,7 +129,7 @@ TEST(Curve, json_is_the_table) {
 TEST(Curve, converts_ranges_points_and_parameters) {
     const std::string own = "curve propane --kind 3 --p 2000 --x 0.05:1 --y 293.15:393.15";
     const std::string other =
-        "curve propane --kind 3 --p 20bar --x 50l/kmol:1000l/kmol --y 20C:120C --units T=C,p=MPa,v=cm3/mol";
+        "curve propane --kind 3 --p 20bar --x 50cm3/mol:1000cm3/mol --y 20C:120C --units T=C,p=MPa,v=cm3/mol";
     const auto a = found(own), b = found(other);
     ASSERT_EQ(a["points"].size(), b["points"].size());
     for (std::size_t i = 0; i < a["points"].size(); ++i) {
