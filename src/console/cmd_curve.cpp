@@ -2,11 +2,14 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <sstream>
 
+#include "base/code_page.h"
 #include "base/number_text.h"
 #include "calc/reference_point.h"
 #include "console/process_arguments.h"
 #include "diagrams/process_check.h"
+#include "engine/eos_parameters.h"
 #include "engine/unit_factors.h"
 
 namespace quom {
@@ -121,8 +124,10 @@ Refused check(const CurveArguments& a) {
     return {};
 }
 
-// What a loop and a tie line need of the state.
+// What a section, a loop and a tie line need of the state.
 Refused check_state(const CurveArguments& a, const Fluid& fluid, const CurveInput& input) {
+    if (a.v && !fluid.VPhaseOnly && input.v <= EOSParT(fluid, fluid.substance.Tcr).b)
+        return no_result("Input v <= b not possible!");
     if (!a.s_curve && !a.tie_line) return {};
     const Section section = kind_info(a.kind).section;
     if (fluid.VPhaseOnly)
@@ -194,7 +199,27 @@ CurveResult calculate_curve(const Fluid& fluid, CurveInput input) {
 
 std::string in_one_line(std::string text) {
     std::ranges::replace(text, '\n', ' ');
-    return text;
+    return std::string(trim(text));
+}
+
+// What a message says, without the lines in brackets that tell where to click.
+std::string note_of(const Message& message) {
+    std::string note;
+    std::istringstream lines(message.text);
+    for (std::string line; std::getline(lines, line);)
+        if (!line.starts_with('(')) note += (note.empty() ? "" : " ") + line;
+    return std::string(trim(note));
+}
+
+// Why a curve has no points, as a sentence.
+std::string why_no_curve(const CurveFacts& facts) {
+    const CurveInput& input = facts.input;
+    const double Ttr = static_cast<double>(facts.session.substance().Ttr);
+    if (facts.rec.section == Section::isothermal && input.T < Ttr && input.options.chkCurveTpRestricted)
+        return "T lies below the triple temperature; --triple-rule off draws there too.";
+    const std::string why =
+        facts.notes.empty() ? "The curve has no point in this range." : facts.notes.back();
+    return why.ends_with('.') ? why : why + ".";
 }
 
 Report answer(Program& program, const CurveInput& input, const DiagramRec& rec, const std::string& line) {
@@ -202,11 +227,8 @@ Report answer(Program& program, const CurveInput& input, const DiagramRec& rec, 
     const Fluid& fluid = *session.fluid;
     CurveFacts facts{session, input, calculate_curve(fluid, input), rec, line, {}};
     for (const Message& message : curve_messages(fluid, facts.result))
-        facts.notes.push_back(in_one_line(message.text));
-    if (!keeps_curve(facts.result)) {
-        return refusal("curve", no_result(facts.notes.empty() ? "The curve has no point in this range."
-                                                              : facts.notes.back() + "."));
-    }
+        facts.notes.push_back(note_of(message));
+    if (!keeps_curve(facts.result)) return refusal("curve", no_result(why_no_curve(facts)));
     if (!facts.result.Msg.empty()) facts.notes.push_back(in_one_line(facts.result.Msg));
     const CurveColumns columns = curve_columns(input.kind, facts.result.curve, fluid, session.document.units,
                                                program.output_units, input.T);
