@@ -459,7 +459,10 @@ Choices line_between_phases(const Reading& r, double T) {
     const Saturation s = saturated_T(r.fluid, T), first = pLV_EOS(r.fluid, r.in.process.T1);
     const State L{s.T, s.p, s.vL}, V{s.T, s.p, s.vV};
     const State start{first.T, first.p, r.in.process.phase == phase_L ? first.vL : first.vV};
-    const auto value = [&](Q q) { return mix(displayed(r, q, L), displayed(r, q, V), r.Par()); };
+    const auto value = [&](Q q) {
+        if (q == Q::rho) return r.fluid.M / mix(L.v, V.v, r.Par());
+        return mix(displayed(r, q, L), displayed(r, q, V), r.Par());
+    };
     return {{value(r.kind.x), value(r.kind.y), open, open,
              mix(departure(r, L, start), departure(r, V, start), r.Par())}};
 }
