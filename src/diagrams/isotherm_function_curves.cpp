@@ -48,8 +48,7 @@ void loop_over_p(CurveRun& run, const Saturation& sat, const Function& y) {
     if (has_ln_p(run.kind.y)) walk.lowest_p = LowestLogP;
     std::vector<double> v = loop_volumes(sat.eos, walk);
     v.push_back(sat.vV);
-    VolumeStates at = states_at_volumes(run, std::move(v));
-    at.p.back() = sat.p;
+    const VolumeStates at = states_at_volumes(run, std::move(v));
     run.out.curve.points.reserve(at.v.size());
     for (std::size_t i = 0; i < at.v.size(); ++i)
         run.add(at.p[i] * run.f.pFactor, y(at.columns, i, at.p[i]) * run.f.uFactor, run.in.T);

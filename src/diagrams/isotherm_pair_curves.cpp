@@ -18,8 +18,7 @@ void add_pair(CurveRun& run, const StateColumns& states, std::size_t i, double p
 void loop_of_pairs(CurveRun& run, const Saturation& sat) {
     std::vector<double> v = loop_volumes(sat.eos, {.from = sat.vL, .to = sat.vV, .steps = PairLoopSteps});
     v.push_back(sat.vV);
-    VolumeStates at = states_at_volumes(run, std::move(v));
-    at.p.back() = sat.p;
+    const VolumeStates at = states_at_volumes(run, std::move(v));
     for (std::size_t i = 0; i < at.v.size(); ++i) add_pair(run, at.columns, i, at.p[i]);
 }
 
