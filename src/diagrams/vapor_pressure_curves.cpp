@@ -67,7 +67,6 @@ void curve_vaporization(CurveRun& run) {
     const ModelSelection& models = run.fluid.models;
     bool with_p = false;
     for (const double T : falling_T(run, run.XMax, run.XMin, 0.0, false)) {
-        if (T > run.Tcr) continue;
         const HlvResult at =
             hLV(run.fluid, {.model = models.HLVKode, .T = T, .EVP = models.EVPKode, .benson = run.in.benson});
         if (at.err() != 0) continue;

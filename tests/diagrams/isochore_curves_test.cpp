@@ -214,43 +214,5 @@ TEST(IsochoreFunctions, EndOnTheLimit) {
     }
 }
 
-TEST(IsochoreCurve, TriplePoint) {
-    const auto fluid = starter_fluid(water, Eos::soave);
-    for (const Kind kind : {Kind::p_T, Kind::u_T_isochore}) {
-        for (const bool restricted : {true, false}) {
-            CurveInput input = input_of(kind, {260, -1e7, 300, 1e7}, 0.0, 20000.0);
-            input.options.chkCurveTpRestricted = restricted;
-            const CurveResult result = CalcCurve(*fluid, input);
-            ASSERT_GT(result.curve.points.size(), 300u);
-            EXPECT_EQ(result.Status, restricted ? CurveStatus::done : CurveStatus::below_triple);
-            EXPECT_NEAR(X(result.curve.points.back()), restricted ? 273.16 : 260.0, 0.09);
-            EXPECT_EQ(result.curve.points.back().X >= 273.16f, restricted) << static_cast<int>(kind);
-        }
-    }
-}
-
-TEST(IsochoreCurve, HostileInput) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const CurveRange ranges[] = {{0, 0, 0, 0},     {480, 1, 85, 0},       {-5, 0, 5, 1},
-                                 {nan, 0, 5, 1},   {-1e38f, 0, 1e38f, 1}, {300, 0, 300.0001f, 1},
-                                 {0, 0, 480, 6000}};
-    const auto cubic = starter_fluid(propane, Eos::peng_robinson),
-               virial = starter_fluid(propane, Eos::virial_peng_robinson),
-               none = starter_fluid(propane, Eos::none);
-    for (const auto& fluid : {cubic, virial, none}) {
-        for (const KindInfo& kind : kind_list()) {
-            if (kind.section != Section::isochoric) continue;
-            for (const CurveRange& range : ranges) {
-                for (const double v : {1.0, 0.0, -1.0, absent, 1e-300, 1e300, fluid->eos.vcrEOS}) {
-                    const CurveResult result = CalcCurve(*fluid, input_of(kind.kind, range, 0.0, v));
-                    ASSERT_LE(result.curve.points.size(), 11002u);
-                    for (const CurvePoint& point : result.curve.points) ASSERT_TRUE(finite(point));
-                    ASSERT_TRUE(std::isfinite(result.isochore.T + result.isochore.p + result.isochore.v));
-                }
-            }
-        }
-    }
-}
-
 }  // namespace
 }  // namespace quom::test
