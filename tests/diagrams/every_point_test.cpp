@@ -349,7 +349,7 @@ const std::vector<Line>& lines() {
 // Steps of 1.5 and 0.8 of the span over Dens. The isentrope of a vapor with steep s(T), benzene, leaves the
 // dome.
 std::size_t fewest_on(const Line& line) {
-    if (line.line == Kind::line_two_phase) return line.phase == phase_V ? 2 : 20;
+    if (line.line == Kind::line_two_phase) return line.phase == phase_V ? 1 : 20;
     return line.line == Kind::line_isentrope ? 20 : 50;
 }
 
