@@ -413,6 +413,19 @@ TEST(PhaseCurves, Steps) {
     const double before = X(along_p[along_p.size() - 2]);
     EXPECT_LT(before, pcr - 5.0);
     EXPECT_GT(before, pcr - 5.0 - 0.75 * 1.5 * pcr / 500.0);
+    CurveInput reduced = test::whole_curve(*fluid, Kind::sat_rho_p, 0.0, {.VolumeMode = reduced_volume});
+    EXPECT_FLOAT_EQ(CalcCurve(*fluid, reduced).curve.points.front().X, static_cast<float>(0.1 / pcr));
+    // Without a point in the range there is no critical point either.
+    reduced.range.YMin = 1e5f;
+    reduced.range.YMax = 2e5f;
+    const CurveResult outside = CalcCurve(*fluid, reduced);
+    EXPECT_TRUE(outside.Outside);
+    EXPECT_LT(outside.curve.points.back().X, 1.0f);
+    const auto over_v = CalcCurve(*fluid, test::whole_curve(*fluid, Kind::bnd_a_v)).curve.points;
+    const double rounds = (Par(over_v[0]) - 0.1) / (Tcr / 500.0);
+    EXPECT_NEAR(rounds, std::round(rounds), 1e-4);
+    const auto pairs = CalcCurve(*fluid, test::whole_curve(*fluid, Kind::bnd_h_s)).curve.points;
+    EXPECT_FLOAT_EQ(pairs.front().Par, 0.05f);
 }
 
 // The walk in the p-v plane begins 0.05 K and ln(span)/1000 K below T(cr). Its step is doubled until p or v
@@ -427,17 +440,23 @@ TEST(PhaseCurves, StepInThePVPlaneIsDoubledOnly) {
         const auto points = CalcCurve(*fluid, input).curve.points;
         const double first = std::log(800.0 * dp) / 1000.0;
         EXPECT_NEAR(Par(points[1]), Tcr - 0.05 - first, 1e-4);
-        double last = first;
+        double dT = first, nearest = 1e30;
         for (std::size_t i = 2; i < points.size(); ++i) {
-            EXPECT_TRUE(std::fabs(Y(points[i]) - Y(points[i - 1])) > 0.999 * dp ||
-                        std::fabs(X(points[i]) - X(points[i - 1])) > 0.999 * dv)
-                << i;
+            const double p = std::fabs(Y(points[i]) - Y(points[i - 1])) / dp;
+            const double v = std::fabs(X(points[i]) - X(points[i - 1])) / dv;
+            EXPECT_GT(std::max(p, v), 0.999) << i;
+            if (v < 1.0) nearest = std::min(nearest, p);
+            // k doublings on the way make a step of dT (1 + 2 + ... + 2^k).
             const double step = Par(points[i - 1]) - Par(points[i]);
-            EXPECT_GT(step, last - 1e-4) << i;
-            last = std::max(last, 0.5 * step);  // a step with doublings is longer than the next one
+            int k = 0;
+            while (dT * (std::exp2(k + 1) - 1.0) < step - 1e-4) ++k;
+            EXPECT_NEAR(step, dT * (std::exp2(k + 1) - 1.0), 1e-4) << i;
+            dT *= std::exp2(k);
         }
+        EXPECT_TRUE(fraction == 1.0 || nearest < 1.02) << nearest;
         const bool vapor = fraction == 1.0;
         EXPECT_EQ(points.back().X > input.range.XMax, vapor);
+        EXPECT_LT(points[points.size() - 2].X, input.range.XMax);
     }
 }
 
@@ -505,7 +524,9 @@ TEST(PhaseCurves, LimitsOfTheVolumePlane) {
     }
     input.range.XMax = 1e6f;  // now the covolume ends the curve
     input.VaporFraction = 0.0;
-    EXPECT_LT(X(CalcCurve(*fluid, input).curve.points.front()), 1.09 * b);
+    const double nearest = X(CalcCurve(*fluid, input).curve.points.front());
+    EXPECT_LT(nearest, 1.09 * b);
+    EXPECT_GT(nearest, 1.08 * b);
 }
 
 TEST(PhaseCurves, FunctionPairsFollowTheConcept) {
