@@ -1,8 +1,8 @@
 #include "diagrams/process_check.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <span>
 
 #include "base/number_text.h"
 #include "engine/saturation.h"
@@ -88,7 +88,8 @@ void check_homogeneous(ProcessCheck& check) {
     check_values(check, {line.T1, line.p1, line.To}, line.From, line.To);
 }
 
-void check_polytropic(ProcessCheck& check) {
+// The line itself comes from the solver, which has no answer for kinds without a code.
+void check_polytropic(ProcessCheck& check, const KindInfo& kind) {
     const ProcessRec& line = check.input.process;
     check.polytropic = true;
     if (line.nPoly == 1.0 && line.ScanT)
@@ -100,14 +101,14 @@ void check_polytropic(ProcessCheck& check) {
                "not yet a valid kappa available\n\nInput your value or click on the\n"
                "ComboBox to apply one of the values offered.");
     check_homogeneous(check);
+    if (kind.solver_code == 0) refuse(check, "Error - polytropic calculation");
     constexpr std::array of_T_alone = {Kind::hLV_T, Kind::h_T, Kind::sat_h_T, Kind::bnd_u_T,
                                        Kind::u_T_isochore};
-    for (const Kind kind : of_T_alone)
-        if (line.nPoly == 1.0 && check.input.kind == kind)
-            check.note = Message{.title = "Note",
-                                 .text =
-                                     "There is only one point drawn because this function is independent "
-                                     "on pressure here."};
+    if (line.nPoly == 1.0 && std::ranges::find(of_T_alone, kind.kind) != of_T_alone.end())
+        check.note = Message{.title = "Note",
+                             .text =
+                                 "There is only one point drawn because this function is independent "
+                                 "on pressure here."};
 }
 
 // The curve of the diagram itself, at T or p of the start point; those of function pairs have limits too.
@@ -168,18 +169,18 @@ ProcessCheck check_process(const Fluid& fluid, const CurveInput& in) {
         check_section(check, kind);
     } else if (row->process == ProcessKind::vapor_fraction) {
         check_vapor_fraction(check, kind);
+    } else if (row->process == ProcessKind::polytropic) {
+        take_limits(check.input, *row);
+        check_polytropic(check, kind);
     } else if (kind.process_par == par_none) {
         refuse(check, no_line);
     } else if (row->process == ProcessKind::straight) {
         check_straight(check);
     } else {
-        const bool between_saturated = row->two_phase_line != Kind::none && !in.process.Homogen;
         take_limits(check.input, *row);
-        if (between_saturated) {
+        if (row->two_phase_line != Kind::none && !in.process.Homogen) {
             check.input.line = row->two_phase_line;
             check_two_phase(check, fluid);
-        } else if (row->process == ProcessKind::polytropic) {
-            check_polytropic(check);
         } else {
             check_homogeneous(check);
         }

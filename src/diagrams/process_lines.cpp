@@ -51,17 +51,20 @@ void no_result(CurveRun& run) {
     run.out.Status = CurveStatus::no_result;
     run.out.Msg = "no result with these input data";
     run.out.Outside = false;
+    run.out.LastProcessT = run.out.LastProcessP = 0.0;
 }
 
 // Volume of a homogeneous state at T, p: of three roots that of the phase, stable or not; a single root where
-// it is this phase.
+// it is this phase. The compressed liquid below T(cr) is L alone, the gas above T(cr) and below p(cr) V
+// alone.
 std::optional<double> volume_of_phase(const Fluid& fluid, double T, double p, Phase phase) {
     const VolumeResult r = VolumeTp(fluid, T, p);
     if (r.reason != Reason::none) return std::nullopt;
     const auto& root = r.roots.VRoot;
     if (r.nRoots == 3) return phase == phase_V ? root[2] : root[0];
     if (r.nRoots == 0) return r.vV;
-    if (!(phase == phase_V ? r.VFlag : r.LFlag)) return std::nullopt;
+    const bool exists = phase == phase_V ? r.VFlag : r.LFlag;
+    if (!exists || phase_region(fluid, T, p) == (phase == phase_V ? 1 : 3)) return std::nullopt;
     return root[2] > 0.0 ? root[2] : root[0];
 }
 
@@ -140,45 +143,33 @@ class HeldFunction {
         : fluid_(fluid),
           ScanT_(process.ScanT),
           column_(process.kind == ProcessKind::isenthalpe ? iso_h : iso_s),
-          asked_(fluid.VPhaseOnly ? phase_V : process.phase),
-          phase_(asked_) {
+          phase_(fluid.VPhaseOnly ? phase_V : process.phase) {
         const std::optional<double> v = volume_of_phase(fluid, process.T1, process.p1, process.phase);
         if (!v) return;
         target_ = function_of(ThermoState(fluid, process.T1, process.p1, *v), column_);
         start_ = ScanT_ ? process.p1 : process.T1;
-        rises_ = dhdp(process.T1, process.p1, *v) > 0.0;
     }
     bool has_start() const { return std::isfinite(target_); }
 
     std::optional<LineState> at(double x) {
-        for (const Phase phase : {phase_, phase_ == phase_V ? phase_L : phase_V}) {
-            const IsoResult found = IsoSearch(fluid_, {.What = ScanT_ ? iso_find_p : iso_find_T,
-                                                       .Column = column_,
-                                                       .Target = target_,
-                                                       .phase = phase,
-                                                       .given = x,
-                                                       .start = guess(x),
-                                                       .all = false});
-            if (found.reason != Reason::none || !(found.value > 0.0)) continue;
-            const double T = ScanT_ ? x : found.value, p = ScanT_ ? found.value : x;
-            // Beyond the critical point both phases are one fluid: the line goes on there under either name.
-            if (phase != asked_ && phase_region(fluid_, T, p) == 0) continue;
-            const VolumeResult r = VolumeTp(fluid_, T, p);
-            const double v = phase == phase_V ? r.vV : r.vL;
-            if (ScanT_ && column_ == iso_h && (dhdp(T, p, v) > 0.0) != rises_) return std::nullopt;
-            phase_ = phase;
-            remember(x, found.value);
-            return LineState{.T = T, .p = p, .at = ThermoState(fluid_, T, p, v)};
-        }
-        return std::nullopt;
+        const IsoResult found = IsoSearch(fluid_, {.What = ScanT_ ? iso_find_p : iso_find_T,
+                                                   .Column = column_,
+                                                   .Target = target_,
+                                                   .phase = phase_,
+                                                   .given = x,
+                                                   .start = guess(x),
+                                                   .all = false});
+        if (found.reason != Reason::none || !(found.value > 0.0)) return std::nullopt;
+        const double T = ScanT_ ? x : found.value, p = ScanT_ ? found.value : x;
+        const VolumeResult r = VolumeTp(fluid_, T, p);
+        const double v = phase_ == phase_V ? r.vV : r.vL;
+        remember(x, found.value);
+        return LineState{.T = T, .p = p, .at = ThermoState(fluid_, T, p, v)};
     }
 
  private:
-    // (dh/dp)_T = v - T (dv/dT)_p. An isenthalpe runs in T up to the inversion curve, where its sign changes:
-    // a state behind it is not on this line.
-    double dhdp(double T, double p, double v) const {
-        return v - T * ThermoFunc(fluid_, T, p, v).DerivA[dvdT_p];
-    }
+    // The tangent of the line over T is steeper than its last chord, so that the start stays before the place
+    // where the line turns.
     double guess(double x) const {
         if (!(last_x_ > 0.0)) return start_;
         const double next = start_ + (x - last_x_) * slope_;
@@ -193,10 +184,9 @@ class HeldFunction {
     const Fluid& fluid_;
     bool ScanT_;
     IsoFunction column_;
-    Phase asked_, phase_;  // phase_: in which the last state was found
+    Phase phase_;
     double target_ = std::numeric_limits<double>::quiet_NaN();
     double start_ = 0, last_x_ = 0, slope_ = 0;  // the state before and the way to it
-    bool rises_ = false;                         // h with p at the start
 };
 
 void isentrope(LineRun& line) {
