@@ -47,6 +47,11 @@ GOOD = [
     ("batch propane --mode 16 --data {dir}/points.BAQ", 0),
     ("project --save {dir}/propane.QC6 propane --eos 5 --comment x", 0), ("project {dir}/propane.QC6 --info", 0),
     ("project --save {dir}/virial.QC6 water --eos 10 --b0 1 --energy 3", 0), ("project {dir}/odd.QC6", 0),
+    ("kinds", 0), ("curve propane --kind 1 --T 340 --dens 20", 0), ("curve propane --kind 3 --p 500 --tie-line", 0),
+    ("curve propane --kind 6 --volume 2 --vapor-fraction 1", 0), ("curve propane --kind 300 --units T=C,rho=g/cm3", 0),
+    ("curve propane --kind 5 --v 0.5 --energy 3 --volume 1", 0), ("curve propane --kind 107 --T 400", 0),
+    ("curve propane --kind 150 --process isenthalpe --T1 400 --p1 2000 --p2 500", 0),
+    ("curve propane --kind 1 --T 340 --s-curve --energy 2", 0), ("curve water --kind 13", 0),
     ("audit water", 0), ("audit --rules", 0), ("starter", 0), ("show 1,3-Propanediol", 0),
     ("data {dir}/set.BAQ --info", 0), ("data {dir}/points.XY --info", 0), ("data {dir}/set.BAQ --convert {dir}/a.XY", 0),
     ("data {dir}/set.BAQ --join {dir}/set.BAQ --out {dir}/b.BAQ", 0),
@@ -61,6 +66,10 @@ FAILING = [
     ("virial water", 2), ("virial water --T -5", 2), ("calc propane --mode 12", 2), ("calc propane --mode 25", 2),
     ("calc propane --mode 3 --T 300", 2), ("calc propane --mode 4 --T 500", 1), ("calc propane --mode 22 --T 300", 1),
     ("calc propane --mode 9 --T 300", 2),
+    ("curve propane", 2), ("curve propane --kind 999", 2), ("curve propane --kind 202", 2), ("kinds propane", 2),
+    ("curve propane --kind 1 --p 500", 2), ("curve propane --kind 6 --T 300", 2), ("curve propane --kind 11", 1),
+    ("curve propane --kind 1 --T 400 --tie-line", 1), ("curve propane --kind 1 --x 5", 2),
+    ("curve propane --kind 1 --process isentrope --T1 300", 2),
     ("audit watre", 1), ("tank propane --T 300 --V 1", 2), ("tank propane --T 300 --V 1 --m 9000", 1),
     ("iso propane --T 300 --hold h", 2), ("iso propane --T 300 --hold v --value 50 --phase L", 1),
     ("iso propane --p 5 --hold h --T0 300 --p0 5 --phase L", 1), ("sweep propane --mode 3 --in - --out -", 2),
@@ -79,7 +88,10 @@ REFUSED_BY_ALL = [(" --colour red", 2), (" --db nowhere.q07", 3)]
 # Numbers without a unit: counts, codes, fractions, ratios.
 PURE = set("""status index mode PhaseRegion y nRoots fd RefKode EOSKode EVPKode HLVKode cpKode code omega nWat SystemNo
               lines failed warned malformed value low high evp records doubtful count points
-              line values_per_point active calculated mean""".split())
+              line values_per_point active calculated mean kind section boundary dens curve_status n Par Tag
+              vapor_fraction""".split())
+# Of a diagram, whose axes name their units: another one in every kind.
+OF_AXES = {"x", "y", "par", "tag", "XMin", "XMax", "YMin", "YMax"}
 PURE_OF_PHASES = {"lnphi", "s_res", "cp_res"}
 RECORD = set("KFDB Wagner AntLo AntHi August RhoL RhoS HLV cpPoly cpDIPPR cpL cpS".split())  # units are in the formula
 
@@ -145,7 +157,7 @@ class Check:
                 for part in value:
                     walk(key, part)
             elif isinstance(value, (int, float)) and not isinstance(value, bool):
-                pure = key in PURE or re.sub("_[LV]$", "", key) in PURE_OF_PHASES
+                pure = key in PURE | OF_AXES or re.sub("_[LV]$", "", key) in PURE_OF_PHASES
                 if not pure and key not in units and not pure_energy:
                     self.fault(line, f"the number {key} has no unit")
 
@@ -153,7 +165,7 @@ class Check:
         if "--energy" in line or "--volume" in line:
             return
         for key, unit in units.items():  # "target" is a value of any function
-            if key != "target" and self.units.setdefault(key, unit) != unit:
+            if key not in OF_AXES | {"target"} and self.units.setdefault(key, unit) != unit:
                 self.fault(line, f"{key} is in {unit}, elsewhere in {self.units[key]}")
 
     def check_refusals(self, good):
@@ -224,9 +236,9 @@ def main():
         check.check(line, status)
     for command, line in examples.items():
         for more, status in REFUSED_BY_ALL:
-            if command != "starter" or "--db" not in more:  # looks at the installed ones alone
+            if command not in ("starter", "kinds") or "--db" not in more:  # looks at the installed ones alone
                 check.check(line + more, status)
-        if command not in ("list", "find", "audit", "data", "project", "starter"):
+        if command not in ("list", "find", "audit", "data", "project", "starter", "kinds"):
             check.check(line.replace(line.split()[1], "qqqqqqqq", 1), 1)
     check.check_refusals(check.answer("state propane --T 80 --p 500", 0))
 
