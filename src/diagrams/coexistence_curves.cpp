@@ -57,10 +57,11 @@ double upper_end(const CurveRun& run) {
         if (sat.found()) T = sat.T;
     }
     if (T == run.Tcr) T -= Step;
-    for (; T > 0.0; T -= Step) {
+    while (T > 0.0) {
         const DomePoint at = dome_point(run, T);
         if (at.reason == Reason::none && (at.LInside || at.VInside)) return T;
         if (at.reason == Reason::p_too_low) return 0.0;
+        T -= Step;
     }
     return 0.0;
 }

@@ -81,13 +81,14 @@ double zero_between(double x1, double y1, double x2, double y2, const Function& 
 
 // Temperature at which the condition of the thin gas, B = T B', is met: the first one above T(cr).
 double highest_T(const Fluid& fluid) {
-    constexpr double Step = 0.1, Last = 20.0;  // of T/T(cr)
+    constexpr double Step = 0.1;  // of T/T(cr)
+    constexpr int MostSteps = 190;
     const auto f = [&](double T) { return Condition(fluid, T)(0.0).y; };
     const double Tcr = fluid.substance.Tcr;
     double T1 = Tcr, y1 = f(T1);
     if (!(y1 > 0.0)) return 0.0;
-    for (double Tr = 1.0 + Step; Tr <= Last; Tr += Step) {
-        const double T2 = Tr * Tcr, y2 = f(T2);
+    for (int i = 1; i <= MostSteps; ++i) {
+        const double T2 = (1.0 + i * Step) * Tcr, y2 = f(T2);
         if (y2 < 0.0) return zero_between(T1, y1, T2, y2, f);
         T1 = T2;
         y1 = y2;
@@ -192,7 +193,8 @@ InversionPoint boiling_inversion(const Fluid& fluid, double T1, double T2, doubl
 }
 
 InversionDome inversion_dome(const Fluid& fluid) {
-    constexpr double Step = 0.02, Last = 0.3;  // of T/T(cr)
+    constexpr double Step = 0.02;  // of T/T(cr)
+    constexpr int MostSteps = 35;
     InversionDome r;
     r.reason = refusal(fluid);
     if (r.reason != Reason::none) return r;
@@ -204,8 +206,8 @@ InversionDome inversion_dome(const Fluid& fluid) {
     const AboveBoiling f{fluid, at};
     double T1 = Tcr * (1.0 - 0.5 * Step);
     if (!(f(T1) > 0.0)) return r;
-    for (double Tr = 1.0 - Step; Tr > Last && !r.boiling.found(); Tr -= Step) {
-        const double T2 = Tr * Tcr, y2 = f(T2);
+    for (int i = 1; i <= MostSteps && !r.boiling.found(); ++i) {
+        const double T2 = (1.0 - i * Step) * Tcr, y2 = f(T2);
         if (!std::isfinite(y2)) break;
         if (y2 < 0.0) r.boiling = boiling_inversion(fluid, T1, T2, at.v);
         T1 = T2;

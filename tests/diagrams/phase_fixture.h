@@ -66,4 +66,22 @@ inline CurveInput whole_curve(const Fluid& fluid, Kind kind, double VaporFractio
     return input;
 }
 
+// Substances, equations and units that curves along the phase equilibrium are tested with.
+struct PhaseCase {
+    std::string_view cas;
+    Eos code;
+    Units units;
+};
+inline const PhaseCase cases[] = {
+    {propane, Eos::peng_robinson, {}},
+    {ammonia, Eos::soave, {.EnergyMode = energy_per_mass, .VolumeMode = volume_per_mass}},
+    {methane, Eos::redlich_kwong, {.EnergyMode = energy_per_RT, .VolumeMode = reduced_volume}},
+    {decane, Eos::van_der_waals, {.EnergyMode = energy_per_R, .VolumeMode = reduced_volume}},
+};
+
+inline const std::shared_ptr<const Fluid>& propane_fluid() {
+    static const auto fluid = starter_fluid(propane, Eos::peng_robinson);
+    return fluid;
+}
+
 }  // namespace quom::test
