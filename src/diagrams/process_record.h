@@ -18,6 +18,8 @@ enum class ProcessKind : std::int16_t {
     vapor_fraction = 8,  // line of constant vapor fraction
 };
 
+// check_process completes From and To from the points. An isotherm is that of T1, an isobar that of p1;
+// without them it is that of the section.
 struct ProcessRec {
     ProcessKind kind = ProcessKind::straight;
     bool ScanT = false;           // the line runs over T, else over p
