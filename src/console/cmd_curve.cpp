@@ -3,6 +3,7 @@
 #include <iterator>
 #include <memory>
 
+#include "base/code_page.h"
 #include "base/number_text.h"
 #include "calc/reference_point.h"
 #include "console/process_arguments.h"
@@ -194,7 +195,7 @@ CurveResult calculate_curve(const Fluid& fluid, CurveInput input) {
 
 std::string in_one_line(std::string text) {
     std::ranges::replace(text, '\n', ' ');
-    return text;
+    return std::string(trim(text));
 }
 
 Report answer(Program& program, const CurveInput& input, const DiagramRec& rec, const std::string& line) {

@@ -239,7 +239,7 @@ struct KindInfo {
     std::int16_t process_par = par_none;          // Par of a homogeneous process line; none: it has none
     std::int16_t solver_code = 0;                 // of the external solver, 0 none
     std::int16_t par = par_none, tag = par_none;  // Par and Tag of the kind's own curve
-    RangePair x_range = RangePair::none, y_range = RangePair::none;
+    RangePair x_range = RangePair::none, y_range = RangePair::none;  // marks on a sheet keep its range
     std::string_view title;
     std::string_view title_end{};  // of pairs of functions, behind the unit of energies: see kind_title
 };

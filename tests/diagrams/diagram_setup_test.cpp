@@ -156,7 +156,8 @@ TEST(Ranges, of_functions_that_end_inside_their_validity) {
     const CurveRange range = range_of(*test::starter_fluid(k, Eos::peng_robinson), 307, molar);
     EXPECT_NEAR(static_cast<double>(range.YMax), 1.05 * 4251.2, 0.06 * 4251.2);
     EXPECT_LT(range.YMin, 0.0f);
-    EXPECT_NEAR(static_cast<double>(range_of(*propane(), 306, molar).YMax), 1.05 * 4183, 25);
+    // lg p = 22.65725 - 1516.817/T - 6.0669 lg T + 4.742061E-06 T^2 at 369 K: 4153.6 kPa.
+    EXPECT_NEAR(static_cast<double>(range_of(*propane(), 306, molar).YMax), 1.05 * 4153.6, 0.5);
 }
 
 TEST(Kinds, all_have_title_axes_and_ranges) {
