@@ -114,7 +114,10 @@ Color next_points_color(const GraphDocument& sheet) {
 Added AddCurve(GraphDocument& sheet, const CurvePoints& curve, const CurveText& text) {
     const int slot = free_curve_slot(sheet);
     if (slot == 0) return {0, too_many_curves()};
-    CurveSlot taken{.CurveFree = false, .Par = curve.Par, .Tag = curve.Tag};
+    CurveSlot taken;
+    taken.CurveFree = false;
+    taken.Par = curve.Par;
+    taken.Tag = curve.Tag;
     std::vector<SheetPoint> points = finite_points(curve.points);
     if (points.empty()) return {};
     std::vector<HiddenValues> hidden;
@@ -125,7 +128,8 @@ Added AddCurve(GraphDocument& sheet, const CurvePoints& curve, const CurveText& 
     const CurveText texts = numbered("C.", slot, text);
     taken.CurveHidden = std::move(hidden);
     taken.series.style = new_curve_style(slot, next_curve_color(sheet));
-    taken.series.label = {.text = texts.label, .point = label_point(points, sheet.diagram.range.XMax, slot)};
+    taken.series.label.text = texts.label;
+    taken.series.label.point = label_point(points, sheet.diagram.range.XMax, slot);
     taken.series.legend = texts.legend;
     taken.series.points = std::move(points);
     sheet.curve(slot) = std::move(taken);
@@ -154,9 +158,11 @@ Added cmdExternPoints(GraphDocument& sheet, std::span<const SheetPoint> points, 
     std::vector<SheetPoint> kept = finite_points(points);
     if (kept.empty()) return {};
     const std::string text = numbered("P.", number, source_text(point_sources, source));
-    PointSlot taken{.PointFree = false};
+    PointSlot taken;
+    taken.PointFree = false;
     taken.series.style = new_points_style(number, next_points_color(sheet));
-    taken.series.label = {.text = text, .visible = false};
+    taken.series.label.text = text;
+    taken.series.label.visible = false;
     taken.series.legend = text;
     taken.series.points = std::move(kept);
     sheet.set(number) = std::move(taken);
@@ -191,8 +197,8 @@ std::optional<Message> show_legend(GraphDocument& sheet) {
 
 void hide_legend(GraphDocument& sheet) { sheet.legend.visible = false; }
 
-void delete_curve(GraphDocument& sheet, int slot) { sheet.curve(slot) = {}; }
-void delete_points(GraphDocument& sheet, int set) { sheet.set(set) = {}; }
+void delete_curve(GraphDocument& sheet, int slot) { sheet.curve(slot) = CurveSlot(); }
+void delete_points(GraphDocument& sheet, int set) { sheet.set(set) = PointSlot(); }
 void delete_all_points(GraphDocument& sheet) { sheet.sets = {}; }
 
 void delete_all(GraphDocument& sheet) {
