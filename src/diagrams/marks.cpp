@@ -122,7 +122,8 @@ constexpr auto overlay_texts = std::to_array<OverlayTexts>({
 constexpr auto drawn_once =
     std::to_array<Kind>({Kind::sat_rho_T, Kind::sat_p_T, Kind::bnd_g_p, Kind::sat_g_T});
 
-double two_digits(double x) { return std::floor(100.0 * x + 0.5) / 100.0; }
+// Rounded to two digits; a value that rounding makes smaller counts as it is.
+double two_digits(double x) { return std::max(x, std::floor(100.0 * x + 0.5) / 100.0); }
 
 // Whether the parameter of the section lies inside the two-phase region; the text of the refusal when not.
 std::string_view outside_two_phases(const Fluid& fluid, const CurveInput& last, const OverlayTexts& texts) {

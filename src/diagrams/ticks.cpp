@@ -52,7 +52,7 @@ std::vector<double> values_of(const Step& step, double low, double high) {
     const Multiples m = multiples_in(low, high, step.value());
     if (m.count() > MostTicks) return values;
     for (double i = m.first; i <= m.last; ++i)
-        values.push_back(std::clamp(times_power(i * step.factor, step.power), low, high));
+        values.push_back(std::clamp(times_power(i * step.factor, step.power), low, high) + 0.0);  // no -0
     return values;
 }
 
