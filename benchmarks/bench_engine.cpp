@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "../tests/support/starter.h"
-#include "calc/iso_search.h"
+#include "engine/iso_search.h"
 #include "engine/saturation.h"
 #include "engine/state_columns.h"
 #include "engine/state_kernel.h"

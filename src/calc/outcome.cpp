@@ -1,6 +1,7 @@
 #include "calc/outcome.h"
 
 #include "base/number_text.h"
+#include "engine/iso_search.h"
 
 namespace quom {
 namespace {
@@ -73,6 +74,29 @@ std::string_view phase_text(PhaseWord phase) {
 std::string failure_text(const Failure& failure) {
     std::string text = sentence_with_numbers(failure);
     return text.empty() ? std::string(reason_text(failure.reason)) : text;
+}
+
+std::optional<double> function_of(const PhaseOutcome& phase, int Column) {
+    switch (Column) {
+        case iso_v:
+            return phase.v;
+        case iso_h:
+            return phase.h;
+        case iso_s:
+            return phase.s;
+        case iso_g:
+            return phase.g;
+        case iso_u:
+            return phase.u;
+        case iso_a:
+            return phase.a;
+        case iso_eH:
+            return phase.eH;
+        case iso_eU:
+            return phase.eU;
+        default:
+            return std::nullopt;
+    }
 }
 
 }  // namespace quom

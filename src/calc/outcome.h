@@ -117,6 +117,9 @@ struct Outcome {
     bool two_phase() const { return phase == PhaseWord::VL; }
 };
 
+// Value of a function (IsoFunction) of a phase; absent where it does not exist.
+std::optional<double> function_of(const PhaseOutcome& phase, int Column);
+
 // Fails never; a missing value is Failure in the outcome.
 Outcome CalcBatch(const Fluid& fluid, const StateInput& input);
 

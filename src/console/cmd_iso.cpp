@@ -3,8 +3,8 @@
 #include <cmath>
 #include <memory>
 
-#include "calc/iso_search.h"
 #include "console/selection.h"
+#include "engine/iso_search.h"
 #include "forms/iso_form.h"
 #include "report/comparison_report.h"
 #include "report/outcome_report.h"

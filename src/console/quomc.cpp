@@ -80,7 +80,7 @@ class HelpForm : public CLI::Formatter {
 };
 
 bool has_section(const Report& report, std::string_view key) {
-    return std::any_of(report.sections.begin(), report.sections.end(), [key](const Section& section) {
+    return std::any_of(report.sections.begin(), report.sections.end(), [key](const ReportSection& section) {
         return std::visit([key](const auto& part) { return part.key == key; }, section);
     });
 }

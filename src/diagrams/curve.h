@@ -60,8 +60,10 @@ struct CurveInput {
     CurveOptions options;
     Units units;
     BensonReference benson;  // of delta(LV)h by Benson's method
-    ProcessRec process;      // of a process line; limits From, To of diagrams of function pairs
-    IsochoreEnd isochore;    // where the last isochore ended
+    // Of a process line; limits From, To of diagrams of function pairs. Of the boundaries of function pairs
+    // they are pressures [kPa]; both 0, or ScanT set: the whole boundary.
+    ProcessRec process;
+    IsochoreEnd isochore;  // where the last isochore ended
 };
 
 enum class CurveStatus : std::int16_t {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/unit_factors.h"
 #include "engine/vapor_pressure.h"
 
 namespace quom {
@@ -10,16 +11,6 @@ namespace quom {
 namespace {
 
 constexpr double absent = std::numeric_limits<double>::quiet_NaN();
-
-// Reduced quantities refer to T(cr), p(cr) of the substance and to v(cr) of the equation of state.
-UnitFactors factors_at(const Fluid& fluid, Units units, double T) {
-    if (units.VolumeMode == reduced_volume) {
-        units.TcrStart = fluid.substance.Tcr;
-        units.pcrStart = fluid.substance.pcr;
-        units.vcrStart = fluid.eos.vcrEOS;
-    }
-    return unit_factors(units, fluid.M, T);
-}
 
 }  // namespace
 
@@ -36,7 +27,7 @@ CurveRun::CurveRun(const Fluid& the_fluid, const CurveInput& input)
       YMax(static_cast<double>(input.range.YMax)),
       dx((XMax - XMin) / std::max(input.options.Dens, 1)),
       dy((YMax - YMin) / std::max(input.options.Dens, 1)),
-      f(factors_at(fluid, input.units, input.T)),
+      f(unit_factors(fluid, input.units, input.T)),
       Tcr(fluid.substance.Tcr),
       pcr(fluid.substance.pcr),
       vcr(fluid.eos.vcrEOS),
@@ -50,7 +41,7 @@ CurveRun::CurveRun(const Fluid& the_fluid, const CurveInput& input)
 }
 
 double CurveRun::uFactor_at(double T) const {
-    return in.units.EnergyMode == energy_per_RT ? factors_at(fluid, in.units, T).uFactor : f.uFactor;
+    return in.units.EnergyMode == energy_per_RT ? unit_factors(fluid, in.units, T).uFactor : f.uFactor;
 }
 
 bool CurveRun::inside(double X, double Y, InsideBy rule) const {
@@ -72,6 +63,10 @@ bool CurveRun::below_triple(double T) {
     if (in.options.chkCurveTpRestricted) return true;
     out.Status = CurveStatus::below_triple;
     return false;
+}
+
+bool CurveRun::knows_saturation() const {
+    return !fluid.VPhaseOnly && fluid.has_eos() && Tcr > 0.0 && pcr > 0.0;
 }
 
 std::size_t CurveRun::round_limit() const {

@@ -40,6 +40,10 @@ class CurveRun {
     bool below_triple(double T);
     void sort_x() { SortPointsX(out.curve.points); }
     void sort_y() { SortPointsY(out.curve.points); }
+    // Whether the equation of state has saturation: a cubic one with its constants.
+    bool knows_saturation() const;
+    // A quantity between its saturated values, by the vapor fraction.
+    double between(double L, double V) const { return L + in.VaporFraction * (V - L); }
     // Most points of one scan: 20 Dens + 1000.
     std::size_t round_limit() const;
 
@@ -57,6 +61,9 @@ std::vector<double> scan_values(double from, double to, double step, double beyo
 // NaN where it does not exist.
 double function_value(const Fluid& fluid, const StateFunctions& state, AxisQuantity q);
 double function_value(const Fluid& fluid, const StateColumns& states, std::size_t i, AxisQuantity q);
+// A residual function of a phase in the same units: residual_s, residual_h, residual_g, residual_cp, from the
+// arrays of ThermoFunc.
+double residual_value(const PhaseArrays& arrays, AxisQuantity q);
 
 // Ends of the tie line in displayed units, by the kind of the diagram. Err 0 with all ends 0: the kind or the
 // parameter has none.
@@ -66,8 +73,9 @@ struct TieLine {
     std::int16_t Err = 0;
     bool found() const { return Err == 0 && (X1 + X2 > 0.0 || X1 + X2 < 0.0); }
 };
-// T [K] and p [kPa] are the parameter of the section and its partner on the saturation curve as it was found;
-// one that is 0 is computed. Isochoric kinds take the end of the last isochore.
+// Isothermal kinds take T [K], isobaric ones p [kPa], isochoric ones the end of the last isochore; the
+// partner on the saturation curve is always computed. Err -1: no saturation, or a function that does not
+// exist there.
 TieLine TieLineEnds(const CurveRun& run, double T, double p);
 // The tie line as a curve of 51 points.
 void tie_line_curve(CurveRun& run);

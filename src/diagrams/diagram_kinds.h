@@ -2,6 +2,7 @@
 // a process line runs through it. Menus, curves, marks, files and the console ask here; no other file
 // compares kinds with numbers.
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -162,6 +163,34 @@ enum class AxisQuantity {
     joule_thomson,
 };
 
+// Pairs of limits that axes take from the table of ranges.
+enum class RangePair {
+    none,  // the range in force stays
+    T,
+    p,
+    p_from_T,  // maximum of p; the minimum is that of T
+    v,
+    rho,
+    pv,
+    ln_p,
+    inverse_T,
+    slope,
+    hLV,
+    T_residual,  // maximum of its own; the minimum is that of T
+    joule_thomson,
+    a,
+    s,
+    h,
+    cp,
+    residual_s,
+    residual_h,
+    exergy,
+    inversion_T,  // from 0
+    inversion_p,  // from 0
+    function,     // of a database function: its validity, its values there
+};
+inline constexpr std::size_t range_pair_count = 23;
+
 // How a curve of the kind is computed.
 enum class CurveFamily {
     none,
@@ -210,7 +239,9 @@ struct KindInfo {
     std::int16_t process_par = par_none;          // Par of a homogeneous process line; none: it has none
     std::int16_t solver_code = 0;                 // of the external solver, 0 none
     std::int16_t par = par_none, tag = par_none;  // Par and Tag of the kind's own curve
+    RangePair x_range = RangePair::none, y_range = RangePair::none;
     std::string_view title;
+    std::string_view title_end{};  // of pairs of functions, behind the unit of energies: see kind_title
 };
 // Row of a kind; that of Kind::none for one without a row.
 const KindInfo& kind_info(Kind kind);

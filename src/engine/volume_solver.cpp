@@ -296,7 +296,7 @@ PressureResult pTv(const Fluid& fluid, double T, double v) {
             r.reason = Reason::volume_below_b;
             return r;
         }
-        r.p = RGas * T / (v - at.b) - at.a / (v + at.c) / (v + at.d);
+        r.p = pressure_at(at, v);
     }
     if (!std::isfinite(r.p)) {
         r.p = 0.0;

@@ -61,6 +61,10 @@ struct PressureResult {
 };
 // p of the EOS in force at T [K], v [m^3/kmol]. v is tested against b (or B) at this T.
 PressureResult pTv(const Fluid& fluid, double T, double v);
+// p [kPa] of a cubic equation whose a .. d are known, at a v [m^3/kmol] above b, which is not tested.
+inline double pressure_at(const EosAtT& eos, double v) {
+    return RGas * eos.T / (v - eos.b) - eos.a / (v + eos.c) / (v + eos.d);
+}
 
 struct TemperatureResult {
     double T = 0;  // [K]; 0 on failure

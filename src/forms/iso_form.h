@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "base/messages.h"
-#include "calc/iso_search.h"
+#include "engine/iso_search.h"
 #include "forms/refusal.h"
 #include "quantities/quantity_table.h"
 #include "session/session.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/constants.h"
+#include "engine/unit_factors.h"
 #include "forms/refusal.h"
 
 namespace quom {
@@ -83,14 +84,14 @@ std::optional<Message> take_units(Document& document, const Fluid& fluid, int En
 OptionsResult apply_options(Document& document, const Fluid& fluid, const OptionsInput& input,
                             Messages& messages) {
     OptionsResult result;
-    const UnitFactors before = factors_of(document, fluid);
+    const UnitFactors before = unit_factors(fluid, document.units);
     const int volume = input.chkReduziert ? reduced_volume : (input.specific ? volume_per_mass : 0);
     if (const auto refusal = take_units(document, fluid, input.specific ? energy_per_mass : 0, volume)) {
         messages.ask(*refusal);
         return result;
     }
     result.taken = true;
-    result.units_changed = before != factors_of(document, fluid);
+    result.units_changed = before != unit_factors(fluid, document.units);
 
     Options& o = document.options;
     o.ResetOnClose = input.chkUnloadGraph2D;

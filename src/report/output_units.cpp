@@ -72,7 +72,7 @@ void convert(Grid& grid, const OutputUnits& units) {
 }  // namespace
 
 Report in_units(Report report, const OutputUnits& units) {
-    for (Section& section : report.sections)
+    for (ReportSection& section : report.sections)
         std::visit([&units](auto& part) { convert(part, units); }, section);
     convert(report.footer.quantities, units);
     return report;

@@ -96,7 +96,7 @@ struct Grid {
     std::vector<GridRow> rows;
 };
 
-using Section = std::variant<Block, Table, Grid>;
+using ReportSection = std::variant<Block, Table, Grid>;
 
 // What the numbers of an answer rest on: its last line, in text only.
 struct Footer {
@@ -108,7 +108,7 @@ struct Footer {
 struct Report {
     std::string command;
     std::string title;  // head line, in text only
-    std::vector<Section> sections;
+    std::vector<ReportSection> sections;
     std::vector<std::string> notes;  // remarks on the result, below it
     Footer footer;
     ReportStatus status = status_done;
@@ -120,7 +120,7 @@ struct Report {
 struct Fault {
     ReportStatus status = status_no_result;
     std::string message;
-    std::vector<Section> sections{};  // what helps a program, "proposals"
+    std::vector<ReportSection> sections{};  // what helps a program, "proposals"
 };
 Report refusal(std::string command, Fault fault);
 

@@ -71,7 +71,7 @@ std::string to_json(const Report& report) {
     object["message"] = text_or_null(report.message);
     object["reason"] = text_or_null(report.reason);
     Json units = Json::object();
-    for (const Section& section : report.sections)
+    for (const ReportSection& section : report.sections)
         std::visit([&](const auto& part) { object[part.key] = json_of(part, units); }, section);
     object["units"] = std::move(units);
     object["notes"] = report.notes;

@@ -192,7 +192,7 @@ std::string footer_line(const Footer& footer) {
     return line;
 }
 
-bool is_for_programs(const Section& section) {
+bool is_for_programs(const ReportSection& section) {
     if (const auto* block = std::get_if<Block>(&section)) return block->layout == Layout::json;
     if (const auto* table = std::get_if<Table>(&section)) return table->layout == Layout::json;
     return false;
@@ -236,7 +236,7 @@ std::string shown(double x) {
 std::string to_text(const Report& report) {
     std::string out;
     if (!report.title.empty()) append_line(out, report.title);
-    for (const Section& section : report.sections) {
+    for (const ReportSection& section : report.sections) {
         if (is_for_programs(section)) continue;
         if (!out.empty()) out += '\n';
         std::visit(

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/unit_factors.h"
+
 namespace quom {
 namespace {
 
@@ -61,17 +63,7 @@ void drop_outdated_results(Session& session, const Document& before) {
 
 }  // namespace
 
-UnitFactors factors_of(const Document& document, const Fluid& fluid, double T) {
-    Units units = document.units;
-    if (units.VolumeMode == reduced_volume) {
-        units.TcrStart = fluid.substance.Tcr;
-        units.pcrStart = fluid.substance.pcr;
-        units.vcrStart = fluid.eos.vcrEOS;
-    }
-    return unit_factors(units, static_cast<double>(document.substance.constants.MolMass), T);
-}
-
-UnitFactors Session::factors(double T) const { return factors_of(document, *fluid, T); }
+UnitFactors Session::factors(double T) const { return unit_factors(*fluid, document.units, T); }
 
 Changes commit(Session& session, Document document) {
     if (document.exp.points.empty()) document.exp.points.edit().resize(1);  // [0] is the direct input

@@ -52,12 +52,9 @@ struct Session {
     ShellState shell;
 
     const SubstanceConstants& substance() const { return document.substance.constants; }
-    UnitFactors factors(double T = 0) const;  // of the document's units, see factors_of
+    // Factors of the document's units at T [K], see engine/unit_factors.h.
+    UnitFactors factors(double T = 0) const;
 };
-
-// Factors of the document's units for its substance at T [K]. Reduced quantities refer to T(cr), p(cr) of the
-// substance and to v(cr) of the equation of state in force.
-UnitFactors factors_of(const Document& document, const Fluid& fluid, double T = 0);
 
 // What a commit changed; every window that shows such a thing calculates anew or greys.
 struct Changes {

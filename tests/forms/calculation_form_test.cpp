@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "engine/unit_factors.h"
 #include "forms/sample_session.h"
 #include "support/queued_messages.h"
 
@@ -109,7 +110,7 @@ TEST(InputBoxes, hold_what_each_kind_needs_and_give_it_back) {
         Document d = s.document;
         d.units.VolumeMode = c.VolumeMode;
         d.calc.CurrentPoint = 3;
-        const UnitFactors factors = factors_of(d, *s.fluid);
+        const UnitFactors factors = unit_factors(*s.fluid, d.units);
         const InputForm form = input_form(d, c.kind, c.options);
         ASSERT_EQ(form.par.size(), c.labels.size()) << c.kind;
         for (std::size_t i = 0; i < c.labels.size(); ++i) EXPECT_EQ(form.par[i].label, c.labels[i]);
@@ -153,7 +154,7 @@ TEST(InputBoxes, turn_volumes_into_densities) {
     for (const Case& c : {Case{0, 0.5, M / 0.5}, Case{1, 0.01, 100.0}, Case{2, 2.0, M / (2.0 * vcr)}}) {
         Document d = s.document;
         d.units.VolumeMode = c.VolumeMode;
-        const UnitFactors factors = factors_of(d, *s.fluid);
+        const UnitFactors factors = unit_factors(*s.fluid, d.units);
         ASSERT_FALSE(take_input(d, factors, 101, {.volume = true}, {300, c.volume}).refusal);
         EXPECT_NEAR(static_cast<double>(d.exp.points[0].rhoV), c.rho, 1e-5 * c.rho) << c.VolumeMode;
         EXPECT_EQ(d.exp.points[0].rhoL, 0.0f);

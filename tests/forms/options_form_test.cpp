@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engine/unit_factors.h"
 #include "forms/sample_session.h"
 #include "support/queued_messages.h"
 
@@ -63,8 +64,8 @@ TEST(OptionsForm, sets_units_or_refuses) {
         }
         EXPECT_EQ(d.units.EnergyMode, c.EnergyMode) << c.name;
         EXPECT_EQ(d.units.VolumeMode, c.VolumeMode) << c.name;
-        EXPECT_NEAR(factors_of(d, *s.fluid).uFactor, c.uFactor, 1e-6) << c.name;
-        EXPECT_NEAR(factors_of(d, *s.fluid).vFactor, c.vFactor, 1e-4 * c.vFactor) << c.name;
+        EXPECT_NEAR(unit_factors(*s.fluid, d.units).uFactor, c.uFactor, 1e-6) << c.name;
+        EXPECT_NEAR(unit_factors(*s.fluid, d.units).vFactor, c.vFactor, 1e-4 * c.vFactor) << c.name;
         EXPECT_EQ(r.units_changed, c.specific || c.reduced) << c.name;
         EXPECT_EQ(r.unload_diagram, c.specific || c.reduced) << c.name;
         EXPECT_EQ(d.options.Dens, 1000) << c.name;

@@ -13,7 +13,7 @@ namespace {
 
 const UnitFactors factors{.uFactor = 3, .vFactor = 7};
 
-nlohmann::json json_of(const Section& section) {
+nlohmann::json json_of(const ReportSection& section) {
     Report report;
     report.sections.push_back(section);
     const nlohmann::json json = nlohmann::json::parse(to_json(report));

@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "calc/outcome.h"
 #include "engine/fluid.h"
+#include "engine/thermo_functions.h"
 
 namespace quom {
 
@@ -41,7 +41,7 @@ struct IsoResult {
 // Fails: no state of this phase has the target.
 IsoResult IsoSearch(const Fluid& fluid, const IsoInput& input);
 
-// Value of a function of a phase; absent where it does not exist.
-std::optional<double> function_of(const PhaseOutcome& phase, int Column);
+// Value of a function (IsoFunction) of a state; NaN where it does not exist.
+double function_of(const StateFunctions& state, int Column);
 
 }  // namespace quom

@@ -1,5 +1,5 @@
 // The inverse search: a state from one of its functions.
-#include "calc/iso_search.h"
+#include "engine/iso_search.h"
 
 #include "calc/calc_fixture.h"
 #include "engine/saturation.h"

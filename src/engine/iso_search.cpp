@@ -1,11 +1,11 @@
-#include "calc/iso_search.h"
+#include "engine/iso_search.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "engine/saturation.h"
-#include "engine/thermo_functions.h"
 #include "engine/volume_solver.h"
 
 namespace quom {
@@ -402,27 +402,9 @@ IsoResult IsoSearch(const Fluid& fluid, const IsoInput& input) {
     return result;
 }
 
-std::optional<double> function_of(const PhaseOutcome& phase, int Column) {
-    switch (Column) {
-        case iso_v:
-            return phase.v;
-        case iso_h:
-            return phase.h;
-        case iso_s:
-            return phase.s;
-        case iso_g:
-            return phase.g;
-        case iso_u:
-            return phase.u;
-        case iso_a:
-            return phase.a;
-        case iso_eH:
-            return phase.eH;
-        case iso_eU:
-            return phase.eU;
-        default:
-            return std::nullopt;
-    }
+double function_of(const StateFunctions& state, int Column) {
+    return Column >= 0 && Column < iso_function_count ? rows[static_cast<std::size_t>(Column)].value(state)
+                                                      : std::numeric_limits<double>::quiet_NaN();
 }
 
 }  // namespace quom
