@@ -47,6 +47,8 @@ Action declare_sweep(CLI::App& app);
 Action declare_batch(CLI::App& app);
 Action declare_tank(CLI::App& app);
 Action declare_iso(CLI::App& app);
+Action declare_kinds(CLI::App& app);
+Action declare_curve(CLI::App& app);
 Action declare_data(CLI::App& app);
 Action declare_audit(CLI::App& app);
 Action declare_project(CLI::App& app);

@@ -39,6 +39,11 @@ constexpr Command table[] = {
      "SUBSTANCE (--T K | --p kPa) --hold v|h|s|g|u|a|eH|eU (--value X | --T0 K --p0 kPa) [--phase L|V] "
      "[models]",
      "propane --p 100 --hold h --T0 320 --p0 800", declare_iso},
+    {"kinds", "The kinds of diagrams with their numbers", "", "", declare_kinds},
+    {"curve", "The points of a curve of a diagram",
+     "SUBSTANCE --kind N [--T K | --p kPa | --v m^3/kmol] [--from A --to B] [--x A:B] [--y A:B] [--dens N] "
+     "[--vapor-fraction X] [--s-curve | --tie-line] [--triple-rule on|off] [models]",
+     "propane --kind 1 --T 340 --x 0.05:2 --y 0:5000", declare_curve},
     {"data", "What a data file holds; data files converted and joined",
      "FILE (--info | --convert OUT.BAQ|OUT.XY|OUT.csv [--y COLUMN] | --join FILE --out OUT)",
      "acetone.BAQ --convert acetone.csv", declare_data},
