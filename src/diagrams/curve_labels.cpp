@@ -4,8 +4,9 @@
 #include <array>
 
 #include "base/number_text.h"
-#include "diagrams/curve_run.h"
+#include "diagrams/axis_texts.h"
 #include "engine/model_catalogue.h"
+#include "engine/unit_factors.h"
 
 namespace quom {
 namespace {
@@ -96,7 +97,21 @@ CurveText projection_text(const Fluid& fluid, const CurveInput& input) {
 }
 
 CurveText section_text(const Fluid& fluid, const CurveInput& input) {
-    std::string text = parameter_text(fluid, input);
+    struct Parameter {
+        Section section;
+        double value;
+        std::string_view reduced;  // before a pure number
+    };
+    const auto parameters = std::to_array<Parameter>({{Section::isothermal, input.T, "T(red) = "},
+                                                      {Section::isobaric, input.p, "p(red) = "},
+                                                      {Section::isochoric, input.v, "v(red) = "}});
+    const Section section = kind_info(input.kind).section;
+    std::string text;
+    for (const Parameter& parameter : parameters) {
+        if (parameter.section != section) continue;
+        if (input.units.VolumeMode == reduced_volume) text = parameter.reduced;
+        text += parameter_text(section, parameter.value, input.units, unit_factors(fluid, input.units));
+    }
     if (input.TieLine) text += ", tie line";
     if (input.SCurve) text += ", instable/metastable region";
     return {text, text};
@@ -104,30 +119,11 @@ CurveText section_text(const Fluid& fluid, const CurveInput& input) {
 
 }  // namespace
 
-std::string parameter_text(const Fluid& fluid, const CurveInput& input) {
-    const UnitFactors f = CurveRun(fluid, input).f;
-    const bool reduced = input.units.VolumeMode == reduced_volume;
-    const auto text = [&](std::string_view name, double value, std::string_view mask, std::string_view unit) {
-        if (reduced) return std::string(name) + formatMask(value, "0.0###");
-        return formatMask(value, mask).append(" ").append(unit);
-    };
-    switch (kind_info(input.kind).section) {
-        case Section::isothermal:
-            return text("T(red) = ", input.T * f.TFactor, "###0.00", "K");
-        case Section::isobaric:
-            return text("p(red) = ", input.p * f.pFactor, "####0.0##", "kPa");
-        case Section::isochoric:
-            return text("v(red) = ", input.v * f.vFactor, "#0.0000##", VolumeName(input.units));
-        default:
-            return "";
-    }
-}
-
 CurveText curve_text(const Fluid& fluid, const CurveInput& input, const CurveResult& result) {
     const KindInfo& kind = kind_info(input.kind);
     CurveText text;
     if (kind.section == Section::database)
-        text = {std::string(kind.title), std::string(kind.title)};
+        text.label = text.legend = kind_title(input.kind, input.units);
     else if (kind.section == Section::projection || kind.section == Section::inversion)
         text = projection_text(fluid, input);
     else

@@ -4,9 +4,6 @@
 
 namespace quom {
 
-// T: "300.00 K", p: "101.325 kPa", v: "0.05 m^3/kmol"; reduced: "T(red) = 0.9".
-std::string parameter_text(const Fluid& fluid, const CurveInput& input);
-
 // Label and legend text of a curve, without its number. Sections are called by their parameter, curves of the
 // phase equilibrium by what they show and the model behind it, with "(L) ", "(V) " or "(V-L) " before a
 // branch. The legend adds substance and equation of state; a note of the calculation comes first.

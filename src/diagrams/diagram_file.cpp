@@ -382,12 +382,15 @@ std::string take_unknown(Json& unknown, const char* list, int number) {
     return text;
 }
 
+// Every entry of the numbered lists with the place for what is unknown of it.
 template <class Sheet, class Visit>
-void each_series(Sheet& sheet, Visit visit) {
-    for (int slot = 1; slot <= CurveSlots; ++slot) visit("curves", slot, sheet.curve(slot).series);
-    for (int set = 1; set <= PointSlots; ++set) visit("points", set, sheet.set(set).series);
+void each_entry(Sheet& sheet, Visit visit) {
+    int text = 0;
+    for (auto& entry : sheet.texts) visit("texts", ++text, entry.unknown);
+    for (int slot = 1; slot <= CurveSlots; ++slot) visit("curves", slot, sheet.curve(slot).series.unknown);
+    for (int set = 1; set <= PointSlots; ++set) visit("points", set, sheet.set(set).series.unknown);
     for (int number = FirstMark; number <= LastMark; ++number)
-        visit("marks", number, sheet.mark(number).series);
+        visit("marks", number, sheet.mark(number).series.unknown);
 }
 
 void read_series(Reader& reader, Series& series) {
@@ -431,8 +434,8 @@ GraphDocument read_sheet(const Json& root, const GraphDocument& before) {
 
 std::string oc2_bytes(const GraphDocument& sheet) {
     Json unknown = parsed_unknown(sheet.unknown);
-    each_series(sheet, [&](const char* list, int number, const Series& series) {
-        if (!series.unknown.empty()) unknown[list][std::to_string(number)] = parsed_unknown(series.unknown);
+    each_entry(sheet, [&](const char* list, int number, const std::string& text) {
+        if (!text.empty()) unknown[list][std::to_string(number)] = parsed_unknown(text);
     });
     std::string out;
     emit(out, known_sheet(sheet), &unknown, 0);
@@ -445,8 +448,8 @@ Oc2Read read_oc2(std::string_view bytes, std::string_view name, const GraphDocum
         check_format(root);
         GraphDocument sheet = read_sheet(root, before);
         Json unknown = unknown_in(root, known_sheet(sheet));
-        each_series(sheet, [&](const char* list, int number, Series& series) {
-            series.unknown = take_unknown(unknown, list, number);
+        each_entry(sheet, [&](const char* list, int number, std::string& text) {
+            text = take_unknown(unknown, list, number);
         });
         if (!unknown.empty()) sheet.unknown = compact(unknown);
         return {std::move(sheet), ""};

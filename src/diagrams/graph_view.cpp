@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "diagrams/axis_texts.h"
 
 namespace quom {
 namespace {
@@ -28,19 +29,17 @@ constexpr auto readouts = std::to_array<ReadoutText>({{AxisQuantity::v, "v = ", 
                                                       {AxisQuantity::p, "p = ", "p(red) = "},
                                                       {AxisQuantity::T, " T = ", " T(red) = "}});
 
-std::string unit_behind(AxisQuantity quantity, const Units& units) {
-    if (units.VolumeMode == reduced_volume) return "";
-    if (quantity == AxisQuantity::T) return " K";
-    if (quantity == AxisQuantity::p) return " kPa";
-    return units.VolumeMode == volume_per_mass ? " m^3/kg" : " m^3/kmol";
-}
-
 std::string axis_readout(AxisQuantity quantity, std::string_view other, const Units& units, double value) {
-    const auto text = std::ranges::find(readouts, quantity, &ReadoutText::quantity);
-    if (text == readouts.end()) return std::string(other) + mouse_number(value);
     const bool reduced = units.VolumeMode == reduced_volume;
-    return std::string(reduced ? text->reduced : text->before) + mouse_number(value) +
-           unit_behind(quantity, units);
+    const auto row = std::ranges::find(readouts, quantity, &ReadoutText::quantity);
+    std::string text(other);
+    if (row != readouts.end())
+        text = reduced ? row->reduced : row->before;
+    else if (!axis_symbol(quantity).empty())
+        text = std::string(axis_symbol(quantity)) + " = ";
+    const std::string_view unit = axis_unit(quantity, units);
+    const bool with_unit = !unit.empty() && !(reduced && row != readouts.end());
+    return text + mouse_number(value) + (with_unit ? " " : "") + std::string(with_unit ? unit : "");
 }
 
 std::string hidden_text(std::int16_t kind, float value) {

@@ -37,8 +37,8 @@ inline constexpr Color interchanged_button = {255, 180, 180};
 // A number under the mouse, by its magnitude: "0.05", "316.25", "4247.66".
 std::string mouse_number(double value);
 
-// The place of the mouse, each with quantity and unit where the axis has one of T, p, v: "v = 0.05 m^3/kmol",
-// " T(red) = 0.9"; else "x = ", "y = ".
+// The place of the mouse with symbol and unit of each axis: "v = 0.05 m^3/kmol", " T(red) = 0.9"; "x = ", "y
+// = " where the diagram has no quantities.
 struct MouseTexts {
     std::string x, y;
 };

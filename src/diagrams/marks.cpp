@@ -4,8 +4,9 @@
 #include <array>
 #include <cmath>
 
-#include "diagrams/curve_run.h"
 #include "diagrams/graph_view.h"
+#include "engine/eos_parameters.h"
+#include "engine/unit_factors.h"
 #include "engine/vapor_pressure.h"
 
 namespace quom {
@@ -15,12 +16,8 @@ using Q = AxisQuantity;
 
 // What the marks share.
 struct MarkRun {
-    MarkRun(GraphDocument& document, const Fluid& of, const Units& in_units)
-        : sheet(document), fluid(of), kind(kind_info(document.diagram.kind)) {
-        CurveInput input;
-        input.units = in_units;
-        f = CurveRun(of, input).f;
-    }
+    MarkRun(GraphDocument& document, const Fluid& of, const Units& units)
+        : sheet(document), fluid(of), kind(kind_info(document.diagram.kind)), f(unit_factors(of, units)) {}
     GraphDocument& sheet;
     const Fluid& fluid;
     const KindInfo& kind;

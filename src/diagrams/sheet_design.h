@@ -99,7 +99,8 @@ struct SheetText {
     bool visible = true;
     double x = 0, y = 0;  // of its upper left corner, shares of the width and the height of the sheet
     Font font{};
-    std::optional<Color> color;  // none: that of all texts
+    std::optional<Color> color{};  // none: that of all texts
+    std::string unknown{};         // what a file said of it beyond this, as JSON
     bool operator==(const SheetText&) const = default;
 };
 

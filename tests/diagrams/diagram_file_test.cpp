@@ -66,6 +66,7 @@ TEST(DiagramFile, loading_replaces_all_but_the_kind_and_forgets_hidden_values) {
 TEST(DiagramFile, unknown_fields_survive) {
     const std::string later =
         R"({"format": "QUOM-OC2", "version": 1, "made_by": {"name": "a later version", "n": [1, 2.5]},
+        "texts": {"1": {"text": "t", "angle": 30}},
         "axes": {"x": {"min": 0, "max": 1, "arrow": true}, "z": {"min": 3}},
         "curves": {"3": {"x": [1, 2], "y": [3, 4], "fit": "spline", "style": {"glow": 7, "width": 4}}},
         "marks": {"33": {"x": [1], "y": [1], "flag": null}}})";
@@ -73,8 +74,9 @@ TEST(DiagramFile, unknown_fields_survive) {
     ASSERT_TRUE(first.sheet) << first.fault;
     EXPECT_EQ(first.sheet->curve(3).series.style.width, 4);
     const std::string saved = oc2_bytes(*first.sheet);
-    for (const char* kept : {R"("made_by": {"n":[1,2.5],"name":"a later version"})", R"("arrow": true)",
-                             R"("z": {"min":3})", R"("fit": "spline")", R"("glow": 7)", R"("flag": null)"})
+    for (const char* kept :
+         {R"("made_by": {"n":[1,2.5],"name":"a later version"})", R"("arrow": true)", R"("z": {"min":3})",
+          R"("fit": "spline")", R"("glow": 7)", R"("angle": 30)", R"("flag": null)"})
         EXPECT_THAT(saved, HasSubstr(kept));
     const Oc2Read second = read(saved);
     ASSERT_TRUE(second.sheet) << second.fault;
@@ -82,9 +84,12 @@ TEST(DiagramFile, unknown_fields_survive) {
     EXPECT_EQ(oc2_bytes(*second.sheet), saved);
     // They go with the curve that they belong to.
     delete_curve(*first.sheet, 3);
+    first.sheet->texts.clear();
     for (int i = 0; i < 3; ++i) AddCurve(*first.sheet, hyperbola(3, 1), {"a", "b"});
     const std::string other = oc2_bytes(*first.sheet);
-    EXPECT_THAT(other, ::testing::Not(HasSubstr("glow")));
+    for (const char* gone : {"glow", "spline", "angle"}) EXPECT_THAT(other, ::testing::Not(HasSubstr(gone)));
+    ASSERT_TRUE(read(other).sheet);
+    EXPECT_TRUE(read(other).sheet->texts.empty());
     EXPECT_THAT(other, HasSubstr("made_by"));
 }
 

@@ -200,8 +200,10 @@ TEST(GraphDocument, the_mouse_reads_numbers_by_their_magnitude) {
     texts = mouse_texts(sheet, units, 0.9, 3.5);
     EXPECT_EQ(texts.x, "p(red) = 0.90");
     EXPECT_EQ(texts.y, "v(red) = 3.50");
+    sheet.diagram.kind = Kind::none;
+    EXPECT_EQ(mouse_texts(sheet, units, 0.5, 1).x, "x = 0.50");
     sheet.diagram.kind = Kind::h_T;
-    EXPECT_EQ(mouse_texts(sheet, units, -5, 1).x, "x = -5.00");
+    EXPECT_EQ(mouse_texts(sheet, units, -5, 1).x, "h = -5.00 kJ/kmol");
     EXPECT_EQ(mouse_texts(sheet, units, -5, 1).y, " T(red) = 1.00");
 }
 
