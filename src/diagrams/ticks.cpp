@@ -51,8 +51,11 @@ std::vector<double> values_of(const Step& step, double low, double high) {
     std::vector<double> values;
     const Multiples m = multiples_in(low, high, step.value());
     if (m.count() > MostTicks) return values;
-    for (double i = m.first; i <= m.last; ++i)
+    const auto count = static_cast<std::size_t>(std::max(m.count(), 0.0));
+    for (std::size_t k = 0; k < count; ++k) {
+        const double i = m.first + static_cast<double>(k);
         values.push_back(std::clamp(times_power(i * step.factor, step.power), low, high) + 0.0);  // no -0
+    }
     return values;
 }
 

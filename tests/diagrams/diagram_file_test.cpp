@@ -160,6 +160,18 @@ TEST(DiagramFile, hostile_files_are_refused_with_what_is_wrong) {
     }
 }
 
+TEST(DiagramFile, nesting_ends_at_32_levels) {
+    for (const int lists : {31, 32}) {
+        const std::string nested = std::string(static_cast<std::size_t>(lists), '[') +
+                                   std::string(static_cast<std::size_t>(lists), ']');
+        const Oc2Read back =
+            read(with_head("\"a\": " + nested + R"(, "b": "[[[[[[[[[[[[[[[[[[[[\\\"[[[[[[[[[[[[[[[[")"));
+        EXPECT_EQ(back.sheet.has_value(), lists == 31) << back.fault;
+        if (!back.sheet) continue;
+        EXPECT_EQ(*read(oc2_bytes(*back.sheet)).sheet, *back.sheet);
+    }
+}
+
 TEST(DiagramFile, what_is_missing_has_its_default) {
     const Oc2Read back = read(with_head(R"("curves": {"4": {"x": [], "y": []}, "7": {"x": [1], "y": [2]}})"));
     ASSERT_TRUE(back.sheet) << back.fault;

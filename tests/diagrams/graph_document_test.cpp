@@ -121,7 +121,7 @@ TEST(GraphDocument, curves_of_other_windows_tell_when_they_are_not_in_sight) {
 
 TEST(GraphDocument, deleting) {
     GraphDocument sheet = p_v_sheet();
-    AddCurve(sheet, hyperbola(3, 1), {"a", "b"});
+    AddCurve(sheet, hyperbola(5, 1), {"a", "b"});
     const SheetPoint points[] = {{1, 100}};
     cmdExternPoints(sheet, points, PointSource::xy_editor);
     sheet.curve(1).series.points.edit()[1] = {0.25F, 1600};
@@ -132,8 +132,10 @@ TEST(GraphDocument, deleting) {
                 HasSubstr("This set of meas. points contains 1 single point. "));
     delete_point(sheet, {false, 1, 2});
     EXPECT_EQ(sheet.curve(1).series.label.point, 2) << "the label stays at its point";
-    for (const int no_point : {0, 3, -7}) delete_point(sheet, {false, 1, no_point});
-    EXPECT_EQ(sheet.curve(1).series.points.size(), 2u);
+    for (const int no_point : {0, 5, -7}) delete_point(sheet, {false, 1, no_point});
+    EXPECT_EQ(sheet.curve(1).series.points.size(), 4u);
+    delete_point(sheet, {false, 1, 3});
+    EXPECT_EQ(sheet.curve(1).series.label.point, 2) << "a point behind it does not move it";
     delete_point(sheet, {true, 1, 1});
     EXPECT_EQ(PointCount(sheet), 0) << "the last point frees the slot";
     ASSERT_FALSE(show_legend(sheet));
