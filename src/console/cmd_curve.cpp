@@ -54,11 +54,6 @@ bool has_loop(const KindInfo& kind) {
                      {F::isotherm_v, F::isotherm_p, F::isotherm_functions_p, F::isotherm_functions_v,
                       F::isobar_volume, F::isobar_functions, F::isobar_cp, F::isobar_pairs});
 }
-bool has_fraction(const KindInfo& kind) {
-    return is_one_of(kind.family, {F::dome_p_v, F::dome_p, F::dome_T, F::boundary_p, F::boundary_T,
-                                   F::boundary_v, F::boundary_pairs});
-}
-
 // The parameter of a section: its option and what the section is called.
 struct SectionOption {
     Section section;
@@ -112,7 +107,7 @@ Refused check(const CurveArguments& a) {
         return wrong("--from and --to are the limits of diagrams of function pairs; " + kind_words(a.kind) +
                      " has its range by --x and --y.");
     if (!a.from != !a.to) return wrong("--from and --to belong together.");
-    if (a.vapor_fraction && !has_fraction(kind))
+    if (a.vapor_fraction && !has_vapor_fraction(kind))
         return wrong(kind_words(a.kind) + " has no vapor fraction; curves along the phase equilibrium do.");
     if (a.vapor_fraction && !(*a.vapor_fraction >= 0.0 && *a.vapor_fraction <= 1.0))
         return wrong("--vapor-fraction lies between 0 (liquid) and 1 (vapor).");

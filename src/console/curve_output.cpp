@@ -151,13 +151,6 @@ double parameter_of(const CurveFacts& facts) {
                                           : facts.input.v;
 }
 
-bool has_fraction(const KindInfo& kind) {
-    using F = CurveFamily;
-    constexpr F families[] = {F::dome_p_v,   F::dome_p,     F::dome_T,        F::boundary_p,
-                              F::boundary_T, F::boundary_v, F::boundary_pairs};
-    return std::ranges::find(families, kind.family) != std::end(families);
-}
-
 void put_line(std::string& out, std::string_view name, std::string_view text) {
     out += "# " + std::string(name) + ": ";
     for (const char c : trim(text)) out += c == '\n' ? ' ' : c;
@@ -180,6 +173,13 @@ void put_number(std::string& out, double x) {
 }
 
 }  // namespace
+
+bool has_vapor_fraction(const KindInfo& kind) {
+    using F = CurveFamily;
+    constexpr F families[] = {F::dome_p_v,   F::dome_p,     F::dome_T,        F::boundary_p,
+                              F::boundary_T, F::boundary_v, F::boundary_pairs};
+    return std::ranges::find(families, kind.family) != std::end(families);
+}
 
 CurveColumns curve_columns(Kind kind, const CurvePoints& curve, const Fluid& fluid, const Units& units,
                            const OutputUnits& output, double T) {
@@ -215,7 +215,7 @@ std::string curve_table(const CurveFacts& facts, const CurveColumns& columns) {
                      parameter_text(facts.rec.section, parameter_of(facts), units,
                                     unit_factors(fluid, units, facts.input.T)));
     }
-    if (has_fraction(kind_info(facts.rec.kind)) && facts.process.empty())
+    if (has_vapor_fraction(kind_info(facts.rec.kind)) && facts.process.empty())
         put_line(out, "vapor fraction", shown(facts.input.VaporFraction));
     put_line(out, "drawn", drawn_text(facts));
     put_line(out, "x", columns[0].text);
@@ -259,7 +259,7 @@ void add_curve_sections(Report& report, const CurveFacts& facts, const CurveColu
                {"p", "", given(Section::isobaric, input.p), "kPa", ""},
                {"v", "", given(Section::isochoric, input.v), "m^3/kmol", ""},
                {"vapor_fraction", "",
-                has_fraction(kind_info(input.kind)) ? Value(input.VaporFraction) : Value(), "", ""},
+                has_vapor_fraction(kind_info(input.kind)) ? Value(input.VaporFraction) : Value(), "", ""},
                {"dens", "", input.options.Dens, "", ""},
                {"s_curve", "", input.SCurve, "", ""},
                {"tie_line", "", input.TieLine, "", ""},

@@ -26,6 +26,9 @@ struct CurveColumn {
 };
 using CurveColumns = std::array<CurveColumn, 4>;  // x, y, par, tag
 
+// The kind is a curve along the phase equilibrium that a vapor fraction places between L and V.
+bool has_vapor_fraction(const KindInfo& kind);
+
 // The columns of a kind; par and tag as the header of its curve tells them.
 CurveColumns curve_columns(Kind kind, const CurvePoints& curve, const Fluid& fluid, const Units& units,
                            const OutputUnits& output, double T);
