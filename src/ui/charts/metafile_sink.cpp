@@ -51,7 +51,9 @@ RecordBytes& RecordBytes::fill_to(std::size_t size) {
 
 int pen_style_code(const VectorPen& pen) {
     if (!pen.drawn) return 5;
-    const int cap = pen.cap == Qt::RoundCap ? 0 : pen.cap == Qt::SquareCap ? 0x100 : 0x200;
+    // Other ends would close the gaps between dots.
+    const bool flat = pen.cap == Qt::FlatCap || pen.dash != Dash::solid;
+    const int cap = flat ? 0x200 : pen.cap == Qt::SquareCap ? 0x100 : 0;
     const int join = pen.join == Qt::RoundJoin ? 0 : pen.join == Qt::BevelJoin ? 0x1000 : 0x2000;
     return static_cast<int>(pen.dash) | cap | join;
 }

@@ -174,6 +174,7 @@ bool VectorEngine::begin(QPaintDevice*) {
 }
 
 bool VectorEngine::end() {
+    write_text();
     setActive(false);
     return true;
 }
@@ -263,6 +264,7 @@ QColor VectorEngine::seen(QColor color) const {
 }
 
 bool VectorEngine::hidden() {
+    write_text();
     if (clip_on_ && clip_.box.isEmpty() && !clip_.whole) return true;
     if (clip_ != told_) {
         sink_.clip(clip_);
@@ -430,18 +432,38 @@ void VectorEngine::drawTextItem(const QPointF& at, const QTextItem& item) {
     const QPointF start = to_units_.map(at), end = start + along * item.width();
     const double height = length(down) * pixel_size(item.font());
     if (!pen_.drawn || !finite(start) || !finite(end) || !(height >= 1 && height < tallest_letters)) return;
-    const QRectF around = QRectF(start, end).normalized().adjusted(-height, -height, height, height);
-    if (!around.intersects(clip_box_) || hidden()) return;
     VectorText text;
     text.text = cleaned(item.text());
-    if (text.text.trimmed().isEmpty()) return;
     text.at = start.toPoint();
     text.font = item.font();
-    text.advances = advances_of(text.text, text.font, paintDevice(), length(along) * item.width());
     text.height = qRound(height);
     text.angle = along.isNull() ? 0 : -std::atan2(along.y(), along.x()) * 180 / 3.14159265358979323846;
     text.color = pen_.color;
-    sink_.text(text);
+    const bool joined = joins(text, start) && !(item.renderFlags() & QTextItem::RightToLeft);
+    const QRectF around = QRectF(start, end).normalized().adjusted(-height, -height, height, height);
+    if (!around.intersects(clip_box_) || (!joined && (text.text.trimmed().isEmpty() || hidden()))) return;
+    text.advances = advances_of(text.text, text.font, paintDevice(), length(along) * item.width());
+    waiting_end_ = end;
+    if (joined) {
+        waiting_->text += text.text;
+        waiting_->advances.insert(waiting_->advances.end(), text.advances.begin(), text.advances.end());
+    } else if (item.renderFlags() & QTextItem::RightToLeft) {
+        sink_.text(text);
+    } else {
+        waiting_ = text;
+    }
+}
+
+bool VectorEngine::joins(const VectorText& text, const QPointF& start) const {
+    return waiting_ && clip_ == told_ && length(start - waiting_end_) <= frame_.units_per_px / 4 &&
+           text.angle == waiting_->angle && text.height == waiting_->height &&
+           text.color == waiting_->color && text.font == waiting_->font;
+}
+
+void VectorEngine::write_text() {
+    if (!waiting_) return;
+    sink_.text(*waiting_);
+    waiting_.reset();
 }
 
 }  // namespace quom

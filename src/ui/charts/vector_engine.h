@@ -5,6 +5,7 @@
 #include <QPainterPath>
 #include <QPolygonF>
 #include <QTransform>
+#include <optional>
 
 #include "ui/charts/vector_sink.h"
 
@@ -47,10 +48,12 @@ class VectorEngine : public QPaintEngine {
     void set_pen();
     void set_brush();
     QColor seen(
-        QColor color) const;     // with the opacity in force, on the ground where the sink has no opacity
-    bool hidden();               // tells the sink the clip; is everything cut away?
-    double scale() const;        // units of a length of 1
-    QRectF cutting_box() const;  // what can be seen, wider by a line
+        QColor color) const;  // with the opacity in force, on the ground where the sink has no opacity
+    bool hidden();            // makes ready for drawing; is everything cut away?
+    void write_text();        // the text that waits
+    bool joins(const VectorText& text, const QPointF& start) const;  // the text that waits
+    double scale() const;                                            // units of a length of 1
+    QRectF cutting_box() const;                                      // what can be seen, wider by a line
     void notice_ground(const std::vector<Outline>& outlines);
     void place_image(QRectF where, QImage image);
 
@@ -68,6 +71,9 @@ class VectorEngine : public QPaintEngine {
     QPainterPath clip_path_;  // [units]
     QRectF clip_box_;         // [units], of the clip in force
     VectorClip clip_, told_;  // in force, and what the sink knows
+    // Qt hands a line of text out by scripts; the sink gets it whole.
+    std::optional<VectorText> waiting_;
+    QPointF waiting_end_;
 };
 
 }  // namespace quom

@@ -76,6 +76,10 @@ int VectorPicture::metric(PaintDeviceMetric which) const {
         case PdmPhysicalDpiX:
         case PdmPhysicalDpiY:
             return 96;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return qRound(devicePixelRatioFScale());
         default:
             return QPaintDevice::metric(which);
     }
