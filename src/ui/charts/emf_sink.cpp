@@ -212,7 +212,9 @@ class EmfSink : public MetafileSink {
     void use_pen(const VectorPen& pen) {
         RecordBytes bytes;
         bytes.u32(0).u32(0).u32(0).u32(0);  // no bitmap
-        bytes.u32(0x10000 | pen_style_code(pen)).u32(std::max(pen.width, 1)).u32(0).color(pen.color);
+        const int geometric =
+            pen.drawn ? 0x10000 : 0;  // some readers draw a geometric pen that should not be seen
+        bytes.u32(geometric | pen_style_code(pen)).u32(std::max(pen.width, 1)).u32(0).color(pen.color);
         use(MetafileObject::pen, bytes.u32(0).u32(0).bytes());
     }
 
@@ -227,7 +229,7 @@ class EmfSink : public MetafileSink {
         RecordBytes bytes;
         bytes.i32(-text.height).i32(0).i32(tenths).i32(tenths).i32(text.font.weight());
         bytes.u8(text.font.italic()).u8(0).u8(0).u8(1);  // whatever character set
-        bytes.u8(0).u8(0).u8(0).u8(0).raw(utf16(metafile_family(text.font).left(31))).fill_to(92);
+        bytes.u8(0).u8(0).u8(0).u8(font_family_code(text.font)).raw(utf16(text.family.left(31))).fill_to(92);
         use(MetafileObject::font, bytes.fill_to(320).bytes());
     }
 

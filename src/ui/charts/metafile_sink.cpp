@@ -1,5 +1,6 @@
 #include "ui/charts/metafile_sink.h"
 
+#include <QFontInfo>
 #include <algorithm>
 #include <bit>
 #include <limits>
@@ -80,19 +81,13 @@ int hatch_code(const VectorBrush& brush) {
     }
 }
 
-QString metafile_family(const QFont& font) {
-    struct Generic {
-        const char *name, *known;
-    };
-    static constexpr Generic generics[] = {
-        {"sans serif", "Arial"},      {"sans-serif", "Arial"},      {"sans", "Arial"},
-        {"serif", "Times New Roman"}, {"monospace", "Courier New"}, {"", "Arial"},
-    };
-    const QString family = font.family();
-    for (const Generic& generic : generics)
-        if (family.compare(QLatin1String(generic.name), Qt::CaseInsensitive) == 0)
-            return QLatin1String(generic.known);
-    return family;
+int font_family_code(const QFont& font) {
+    const QFontInfo info(font);
+    if (info.fixedPitch()) return 0x31;
+    const bool roman = info.styleHint() == QFont::Serif ||
+                       (info.family().contains(QLatin1String("serif"), Qt::CaseInsensitive) &&
+                        !info.family().contains(QLatin1String("sans"), Qt::CaseInsensitive));
+    return roman ? 0x12 : 0x22;
 }
 
 std::string bitmap_head(const QImage& image) {

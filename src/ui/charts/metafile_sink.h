@@ -36,9 +36,8 @@ class RecordBytes {
 int pen_style_code(const VectorPen& pen);
 int brush_style_code(const VectorBrush& brush);
 int hatch_code(const VectorBrush& brush);
-// The family, with the generic names (Sans Serif, Monospace ...) replaced by fonts that metafile readers
-// know.
-QString metafile_family(const QFont& font);
+// Pitch and family of letters, for readers without the font.
+int font_family_code(const QFont& font);
 // Heads, rows of 24 bits from the lowest up.
 std::string bitmap_head(const QImage& image);
 std::string bitmap_rows(const QImage& image);

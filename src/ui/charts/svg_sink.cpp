@@ -13,13 +13,9 @@ namespace {
 std::string escaped(const QString& text) { return text.toHtmlEscaped().toStdString(); }
 
 // The generic family last, so that every machine has one of them.
-std::string families(const QFont& font) {
-    QString family = font.family();
+std::string families(QString family) {
     family.remove(QLatin1Char('\'')).remove(QLatin1Char('\\'));
     const QString lower = family.toLower();
-    if (lower.isEmpty() || lower == QLatin1String("sans serif") || lower == QLatin1String("sans"))
-        return "sans-serif";
-    if (lower == QLatin1String("serif") || lower == QLatin1String("monospace")) return lower.toStdString();
     const bool mono = lower.contains(QLatin1String("mono")) || lower.contains(QLatin1String("courier"));
     const bool serif = !lower.contains(QLatin1String("sans")) && lower.contains(QLatin1String("serif"));
     return "'" + escaped(family) + "', " + (mono ? "monospace" : serif ? "serif" : "sans-serif");
@@ -87,7 +83,7 @@ class SvgSink : public VectorSink {
         const std::string at = number(text.at.x()) + " " + number(text.at.y());
         body_ += "<text xml:space=\"preserve\" transform=\"translate(" + at + ")";
         if (text.angle != 0) body_ += " rotate(" + genNum(-text.angle, 7) + ")";
-        body_ += "\" font-family=\"" + families(text.font) + "\" font-size=\"" + number(text.height) + "\"";
+        body_ += "\" font-family=\"" + families(text.family) + "\" font-size=\"" + number(text.height) + "\"";
         if (text.font.weight() != QFont::Normal)
             body_ += " font-weight=\"" + std::to_string(text.font.weight()) + "\"";
         if (text.font.italic()) body_ += " font-style=\"italic\"";

@@ -1,9 +1,11 @@
 #include "ui/charts/vector_engine.h"
 
+#include <QFontInfo>
 #include <QPainter>
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <optional>
 
 #include "ui/charts/vector_cutting.h"
@@ -151,6 +153,17 @@ std::vector<int> advances_of(const QString& text, const QFont& font, QPaintDevic
     for (std::size_t i = 1; i < edges.size(); ++i)
         advances.push_back(qRound(edges[i] * stretch) - qRound(edges[i - 1] * stretch));
     return advances;
+}
+
+// The family asked for; of a generic one what stands for it here, so that readers with this font need no
+// other.
+QString family_of(const QFont& font) {
+    static constexpr const char* generic[] = {"", "sans", "sans serif", "sans-serif", "serif", "monospace"};
+    const QString family = font.family();
+    const bool named = std::none_of(std::begin(generic), std::end(generic), [&family](const char* name) {
+        return family.compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
+    });
+    return named ? family : QFontInfo(font).family();
 }
 
 // Font sizes in points are of 1/96 inch a pixel.
@@ -436,6 +449,7 @@ void VectorEngine::drawTextItem(const QPointF& at, const QTextItem& item) {
     text.text = cleaned(item.text());
     text.at = start.toPoint();
     text.font = item.font();
+    text.family = family_of(text.font);
     text.height = qRound(height);
     text.angle = along.isNull() ? 0 : -std::atan2(along.y(), along.x()) * 180 / 3.14159265358979323846;
     text.color = pen_.color;

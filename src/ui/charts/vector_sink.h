@@ -50,7 +50,8 @@ struct VectorText {
     QPoint at;
     QString text;               // UTF-16, no half surrogates and no control characters
     std::vector<int> advances;  // [units], one of each UTF-16 unit, along the base line
-    QFont font;                 // family, weight, slant
+    QFont font;                 // weight and slant
+    QString family;             // of the letters on this machine, where the font has only a generic name
     int height = 0;             // of the letter m [units]
     double angle = 0;           // [degrees], counter-clockwise
     QColor color;

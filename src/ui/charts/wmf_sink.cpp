@@ -242,11 +242,12 @@ class WmfSink : public MetafileSink {
 
     void use_font(const VectorText& text, bool symbol, int height) {
         const int tenths = static_cast<int>(std::lround(text.angle * 10));
-        const QString family = symbol ? QStringLiteral("Symbol") : metafile_family(text.font);
+        const QString family = symbol ? QStringLiteral("Symbol") : text.family;
         RecordBytes bytes;
         bytes.i16(-height).i16(0).i16(tenths).i16(tenths).i16(text.font.weight());
-        bytes.u8(text.font.italic()).u8(0).u8(0).u8(symbol ? 2 : 0).u8(0).u8(0).u8(0).u8(0);
-        bytes.raw(cp1252_from_utf8(family.left(31).toStdString()).bytes);
+        bytes.u8(text.font.italic()).u8(0).u8(0).u8(symbol ? 2 : 0).u8(0).u8(0).u8(0);
+        bytes.u8(symbol ? 0x12 : font_family_code(text.font))
+            .raw(cp1252_from_utf8(family.left(31).toStdString()).bytes);
         use(MetafileObject::font, bytes.u8(0).fill_up(2).bytes());
     }
 
