@@ -44,7 +44,7 @@ struct StandIn {
     std::string_view bytes;
 };
 constexpr StandIn stand_ins[] = {
-    {WmfLetters::western, u"\u2212\u2009\u202F\u2007\u2002", "-    "},
+    {WmfLetters::western, u"\u2212\u2013\u2014\u2009\u202F\u2007\u2002", "---    "},
     {WmfLetters::raised, u"⁰⁴⁵⁶⁷⁸⁹⁺⁻⁽⁾ⁿ", "0456789+-()n"},
     {WmfLetters::lowered, u"₀₁₂₃₄₅₆₇₈₉₊₋₍₎", "0123456789+-()"},
 };
