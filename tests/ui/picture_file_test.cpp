@@ -83,13 +83,18 @@ Svg read_svg(const QByteArray& bytes) {
     return svg;
 }
 
+QStringList list_of(const Metafile& file) {
+    const std::vector<QString> texts = file.text_list();
+    return {texts.begin(), texts.end()};
+}
+
 TEST(PictureFile, a_chart_has_the_same_lines_and_texts_in_every_format) {
     const Metafile emf = test::read_emf(chart("emf")), wmf = test::read_wmf(chart("wmf"));
     const Svg svg = read_svg(chart("svg"));
     EXPECT_EQ(emf.lines.size(), wmf.lines.size());
     EXPECT_EQ(static_cast<int>(emf.lines.size()), svg.elements.at(QStringLiteral("polyline")));
     EXPECT_EQ(emf.text_list(), wmf.text_list());
-    EXPECT_EQ(QStringList(emf.text_list().begin(), emf.text_list().end()), svg.texts);
+    EXPECT_EQ(list_of(emf), svg.texts);
     for (const char* text : {"v / (m³/kmol)", "p / kPa", "T = 380 K", "calculated", "10", "-0.5"})
         EXPECT_THAT(emf.text_list(), Contains(QString::fromUtf8(text)));
 
@@ -185,7 +190,7 @@ TEST(PictureFile, emf_opens_in_another_program) {
     if (bytes.isEmpty()) GTEST_SKIP() << "emf2svg is not installed";
     const Svg svg = read_svg(bytes);
     const Metafile file = test::read_emf(emf);
-    EXPECT_EQ(svg.texts, QStringList(file.text_list().begin(), file.text_list().end()));
+    EXPECT_EQ(svg.texts, list_of(file));
     const auto hollow = std::count_if(file.areas.begin(), file.areas.end(),
                                       [](const test::ReadArea& area) { return area.brush.style == 1; });
     EXPECT_EQ(svg.open_paths, static_cast<int>(file.lines.size()) + static_cast<int>(hollow));

@@ -183,6 +183,8 @@ VectorEngine::VectorEngine(VectorSink& sink, const VectorFrame& frame)
 
 bool VectorEngine::begin(QPaintDevice*) {
     setActive(true);
+    set_pen();  // what is not set arrives in no updateState
+    set_brush();
     return true;
 }
 
