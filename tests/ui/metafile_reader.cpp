@@ -42,7 +42,7 @@ struct State {
     ReadFont font;
     QColor text_color;
     QRect clip;
-    int align = 0;
+    int align = 0, fill_mode = 1;
 };
 
 struct Objects {
@@ -91,7 +91,7 @@ struct Reading {
         file.lines.push_back({std::move(points), state.pen, state.clip});
     }
     void area(std::vector<std::vector<QPoint>> polygons) {
-        file.areas.push_back({std::move(polygons), state.pen, state.brush});
+        file.areas.push_back({std::move(polygons), state.pen, state.brush, state.fill_mode});
     }
     void text(ReadText text) {
         EXPECT_EQ(state.align, 24) << "texts stand on their base line";
@@ -170,6 +170,9 @@ void emf_record(Reading& reading, int type, const Bytes& r) {
         case 11:
             reading.file.viewport = QSize(r.i32(8), r.i32(12));
             return;
+        case 19:
+            reading.state.fill_mode = r.i32(8);
+            return;
         case 22:
             reading.state.align = r.i32(8);
             return;
@@ -183,8 +186,10 @@ void emf_record(Reading& reading, int type, const Bytes& r) {
         case 34:
             return reading.restore();
         case 42:
-            reading.file.ellipses.push_back(
-                {{{{r.i32(8), r.i32(12)}, {r.i32(16), r.i32(20)}}}, reading.state.pen, reading.state.brush});
+            reading.file.ellipses.push_back({{{{r.i32(8), r.i32(12)}, {r.i32(16), r.i32(20)}}},
+                                             reading.state.pen,
+                                             reading.state.brush,
+                                             0});
             return;
         case 59:
             ++reading.paths;
@@ -248,6 +253,9 @@ void wmf_record(Reading& reading, int type, const Bytes& r) {
         case 0x012E:
             reading.state.align = r.u16(6);
             return;
+        case 0x0106:
+            reading.state.fill_mode = r.u16(6);
+            return;
         case 0x0209:
             reading.state.text_color = r.color(6);
             return;
@@ -258,8 +266,10 @@ void wmf_record(Reading& reading, int type, const Bytes& r) {
         case 0x0127:
             return reading.restore();
         case 0x0418:
-            reading.file.ellipses.push_back(
-                {{{{r.i16(12), r.i16(10)}, {r.i16(8), r.i16(6)}}}, reading.state.pen, reading.state.brush});
+            reading.file.ellipses.push_back({{{{r.i16(12), r.i16(10)}, {r.i16(8), r.i16(6)}}},
+                                             reading.state.pen,
+                                             reading.state.brush,
+                                             0});
             return;
         case 0x0F43:
             reading.file.images.push_back(QRect(r.i16(26), r.i16(24), r.i16(22), r.i16(20)));

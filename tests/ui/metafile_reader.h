@@ -35,6 +35,7 @@ struct ReadArea {
     std::vector<std::vector<QPoint>> polygons;
     ReadPen pen;
     ReadBrush brush;
+    int fill_mode = 0;  // ALTERNATE 1, WINDING 2
 };
 struct ReadText {
     QPoint at;

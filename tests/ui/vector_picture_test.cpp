@@ -167,10 +167,12 @@ TEST(VectorPicture, areas_ellipses_and_pens_follow_the_transform) {
         ring.addRect(0, 0, 20, 20);
         ring.addRect(5, 5, 10, 10);
         p.drawPath(ring);
+        ring.setFillRule(Qt::WindingFill);
+        p.drawPath(ring);
     };
     for (const Metafile& file :
          {read_emf(painted(VectorFormat::emf, draw)), read_wmf(painted(VectorFormat::wmf, draw))}) {
-        ASSERT_EQ(file.areas.size(), 2u);
+        ASSERT_EQ(file.areas.size(), 3u);
         EXPECT_THAT(file.areas[0].polygons[0], ElementsAre(QPoint(2000, 1000), QPoint(2400, 1000),
                                                            QPoint(2400, 1200), QPoint(2000, 1200)));
         EXPECT_EQ(file.areas[0].pen.width, 120);
@@ -183,6 +185,8 @@ TEST(VectorPicture, areas_ellipses_and_pens_follow_the_transform) {
         EXPECT_EQ(file.lines[0].pen.width, 20) << "a hairline is one pixel wide";
         EXPECT_EQ(file.areas[1].polygons.size(), 2u);
         EXPECT_EQ(file.areas[1].pen.style, 5);
+        EXPECT_EQ(file.areas[1].fill_mode, 1);
+        EXPECT_EQ(file.areas[2].fill_mode, 2);
     }
     const std::vector<SvgElement> svg = read_svg(painted(VectorFormat::svg, draw));
     EXPECT_EQ(named(svg, "ellipse").at(0).value("rx"), "10");

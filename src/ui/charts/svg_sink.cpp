@@ -18,7 +18,10 @@ std::string families(QString family) {
     const QString lower = family.toLower();
     const bool mono = lower.contains(QLatin1String("mono")) || lower.contains(QLatin1String("courier"));
     const bool serif = !lower.contains(QLatin1String("sans")) && lower.contains(QLatin1String("serif"));
-    return "'" + escaped(family) + "', " + (mono ? "monospace" : serif ? "serif" : "sans-serif");
+    std::string list = "'";
+    list += escaped(family);
+    list += "', ";
+    return list + (mono ? "monospace" : serif ? "serif" : "sans-serif");
 }
 
 // The lines of a hatched area in a square of 8 x 8.
@@ -127,7 +130,8 @@ class SvgSink : public VectorSink {
         for (const UnitPoints& points : polygons) {
             char step = 'M';
             for (const QPoint& point : points) {
-                text += step + number(point.x()) + " " + number(point.y());
+                text += step;
+                text += number(point.x()) + " " + number(point.y());
                 step = 'L';
             }
             text += 'Z';
@@ -140,9 +144,11 @@ class SvgSink : public VectorSink {
                         const std::string& content) {
         std::string& name = names_[element + attributes + content];
         if (!name.empty()) return name;
-        name = "d" + std::to_string(names_.size());
-        definitions_ +=
-            "<" + element + " id=\"" + name + "\"" + attributes + ">" + content + "</" + element + ">\n";
+        name = "d";
+        name += std::to_string(names_.size());
+        definitions_.append("<").append(element).append(" id=\"").append(name).append("\"").append(
+            attributes);
+        definitions_.append(">").append(content).append("</").append(element).append(">\n");
         return name;
     }
 

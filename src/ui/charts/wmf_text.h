@@ -20,8 +20,8 @@ struct WmfRun {
     std::string bytes;         // one a unit; empty for an outline
 };
 
-// The text in runs of one kind. Minus signs and dashes become hyphens, which every reader shows, narrow blanks become
-// blanks.
+// The text in runs of one kind. Minus signs and dashes become hyphens, which every reader shows, narrow
+// blanks become blanks.
 std::vector<WmfRun> wmf_runs(const QString& text);
 
 }  // namespace quom
