@@ -142,10 +142,11 @@ class SvgSink : public VectorSink {
     // The name of a definition, made when it is new.
     std::string defined(const std::string& element, const std::string& attributes,
                         const std::string& content) {
-        std::string& name = names_[element + attributes + content];
-        if (!name.empty()) return name;
-        name = "d";
-        name += std::to_string(names_.size());
+        const std::string key = element + attributes + content;
+        if (const auto found = names_.find(key); found != names_.end()) return found->second;
+        std::string name(1, 'd');
+        name += std::to_string(names_.size() + 1);
+        names_.emplace(key, name);
         definitions_.append("<").append(element).append(" id=\"").append(name).append("\"").append(
             attributes);
         definitions_.append(">").append(content).append("</").append(element).append(">\n");
