@@ -12,6 +12,8 @@ build_packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-dejavu-core                                               # the windows' tests measure text
 )
+# Programs that read back the vector pictures; their tests are left out without them.
+converter_packages=(emf2svg libwmf-bin fonts-urw-base35)
 check_packages=(git clang-format-14 clang-tidy-14 python3-jsonschema)
 
 heading() { printf '\n== %s\n' "$1"; }

@@ -1,0 +1,39 @@
+// Pictures written to files: one drawing routine, any format.
+#pragma once
+#include <QByteArray>
+#include <QSizeF>
+#include <functional>
+#include <string>
+
+class QCPPainter;
+class QPainter;
+
+namespace quom {
+
+struct PictureSize {
+    double width = 160, height = 110;  // [mm]
+    double dpi = 300;                  // of PNG and BMP
+};
+
+// Draws into (0, 0, size) in pixels of 1/96 inch; fonts in points have their size.
+using DrawPicture = std::function<void(QPainter&, QSizeF)>;
+// ... with the painter of the chart library, for QCustomPlot::toPainter.
+using DrawChart = std::function<void(QCPPainter&, QSizeF)>;
+
+struct PictureBytes {
+    QByteArray bytes;
+    std::string fault;  // empty when good
+};
+
+// A picture as a file of the format "emf", "wmf", "svg", "png", "bmp" or "pdf" (in any case, with or without
+// a point). Refused: another format, a side outside 1 to 5000 mm, a resolution outside 10 to 2400 dpi, more
+// than 200 million pixels.
+PictureBytes picture_bytes(const std::string& format, const PictureSize& size, const DrawPicture& draw);
+PictureBytes chart_bytes(const std::string& format, const PictureSize& size, const DrawChart& draw);
+
+// Writes the picture in the format of the path's extension; an old file stays whole until the new one is
+// complete. Returns the fault, empty when good.
+std::string write_picture(const std::string& path, const PictureSize& size, const DrawPicture& draw);
+std::string write_chart(const std::string& path, const PictureSize& size, const DrawChart& draw);
+
+}  // namespace quom
