@@ -173,7 +173,7 @@ SweepJob make_sweep_job(const Session& session, const SweepArguments& a) {
     }
     settings.about = about(session);
     job.refused = set_rows(a, M, job);
-    if (!job.refused) job.identity = identity_of(session, a, settings);
+    if (!job.refused && a.chunk > 0) job.identity = identity_of(session, a, settings);
     return job;
 }
 

@@ -24,7 +24,7 @@ struct SweepArguments {
 struct SweepJob {
     SweepSettings settings;
     std::optional<SweepGrid> grid;    // in place of a table
-    nlohmann::ordered_json identity;  // all that decides the bytes, for the manifest
+    nlohmann::ordered_json identity;  // all that decides the bytes, for the manifest of chunks
     Refused refused;
 };
 // Checks the arguments against each other and, where a shard or a binary table needs it, counts the rows. The
