@@ -12,6 +12,7 @@
 #include "calc/outcome.h"
 #include "ui/main/recent_files.h"
 #include "ui/main/start_page.h"
+#include "ui/project_program.h"
 #include "ui/widgets/number_box.h"
 #include "ui/widgets/result_list.h"
 #include "ui/window_driver.h"
@@ -33,48 +34,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::Pair;
 using ::testing::SizeIs;
-
-// What a line of a project file is in the tests, by its number.
-using Lines = std::map<int, std::string>;
-
-// A project file as the form has it: propane, Peng / Robinson; some lines otherwise.
-std::string project_text(const Lines& other = {}) {
-    const char* const lines[] = {"2026-11-20", "<>",  "quom.q07", "",        " 0 ", "74-98-6     ",
-                                 "0",          "0",   "0",        "1",       "0",   "0",
-                                 "-1",         "500", "\";\"",    "1",       "6",   "2",
-                                 "1",          ".38", "-1",       "1",       "0",   "0",
-                                 "298.15",     "0",   "298.15",   "101.325", "0",   "1",
-                                 "0",          "0",   "0",        "0"};
-    std::string text;
-    for (int number = 1; number <= 34; ++number) {
-        const auto at = other.find(number);
-        text += (at != other.end() ? at->second : lines[number - 1]) + "\r\n";
-    }
-    return text;
-}
-
-std::string data_text(const char* substance = "74-98-6     ;Propane", const char* comment = "measured") {
-    return std::string("2026-11-19\r\n") + comment + "\r\n" + substance +
-           "\r\n 2 \r\n300\r\n997\r\n0\r\n0\r\n0\r\n0\r\n310\r\n1269\r\n0\r\n0\r\n0\r\n0\r\n";
-}
-
-// The program, started on a folder that is there.
-struct Program {
-    explicit Program(const QTemporaryDir& folder, const QString& memory = {}, const std::string& project = {})
-        : frame(folder.path().toStdString()) {
-        auto queued = std::make_unique<QueuedDialogs>();
-        dialogs = queued.get();
-        frame.set_dialogs(std::move(queued));
-        frame.bench().listen(messages);
-        if (!memory.isEmpty()) frame.bench().memory = UiMemory(memory);
-        frame.show();
-        frame.start(project);
-    }
-    ~Program() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
-    QueuedMessages messages;
-    mdiQUOM frame;
-    QueuedDialogs* dialogs = nullptr;
-};
 
 class ProjectWindows : public WindowDriver {
  protected:
@@ -497,100 +456,6 @@ TEST_F(ProjectWindows, the_dialog_previews_data_files) {
     ASSERT_TRUE(opened);
     EXPECT_EQ(opened->path, at("m.BAQ").toStdString());
     EXPECT_FALSE(opened->comment);
-}
-
-TEST_F(ProjectWindows, recent_files_stand_on_the_start_page_and_in_the_menu) {
-    const QString memory = at("memory.ini");
-    frame.bench().memory = UiMemory(memory);
-    write("measured.BAQ", data_text());
-    for (const char* name : {"1.QC6", "2.QC6", "3.QC6", "4.QC6", "5 & 6.QC6"}) {
-        write(name, project_text({{4, "measured.BAQ"}, {5, " 2 "}}));
-        load(name);
-    }
-    load("2.QC6");
-    QFile::remove(at("4.QC6"));
-    frame.bench().memory = UiMemory();
-
-    Program next(folder, memory);
-    const auto rows = [&] {
-        std::vector<std::string> texts;
-        for (const auto* row : next.frame.start_page->findChildren<StartRowButton*>())
-            if (row->text().endsWith(QStringLiteral(".QC6")))
-                texts.push_back(
-                    (row->text() + QLatin1Char('|') + row->accessibleDescription()).toStdString());
-        return texts;
-    };
-    EXPECT_THAT(rows(), ElementsAre("2.QC6|today", "5 & 6.QC6|today", "3.QC6|today"));
-    const auto entries = [&](const char* name) {
-        emit next.frame.findChild<QMenu*>(QStringLiteral("mnuData"))->aboutToShow();
-        std::vector<std::string> texts;
-        for (const QAction* action : next.frame.findChild<QMenu*>(QLatin1String(name))->actions())
-            texts.push_back(action->text().section(QLatin1Char('\t'), 0, 0).toStdString());
-        return texts;
-    };
-    EXPECT_THAT(entries("mnuData_RecentProjects"), ElementsAre("2.QC6", "5 && 6.QC6", "3.QC6", "1.QC6"));
-    EXPECT_THAT(entries("mnuData_RecentData"), ElementsAre("measured.BAQ"));
-    for (auto* row : next.frame.start_page->findChildren<StartRowButton*>())
-        if (row->text() == QStringLiteral("3.QC6")) {
-            QTest::mouseClick(row, Qt::LeftButton);
-            break;
-        }
-    EXPECT_EQ(next.frame.session().shell.ProjectTitle, "3.QC6");
-    EXPECT_EQ(entries("mnuData_RecentProjects").front(), "3.QC6");
-    // Data alone: the project stays what it is.
-    next.frame.findChild<QMenu*>(QStringLiteral("mnuData_RecentData"))->actions().front()->trigger();
-    EXPECT_EQ(data_point_count(next.frame.session().document.exp), 2);
-    QFile::remove(at("measured.BAQ"));
-    entries("mnuData_RecentData");
-    EXPECT_FALSE(
-        next.frame.findChild<QMenu*>(QStringLiteral("mnuData_RecentData"))->menuAction()->isEnabled());
-}
-
-TEST_F(ProjectWindows, data_files_of_the_last_session_open_from_the_start_page) {
-    const QString memory = at("memory.ini");
-    frame.bench().memory = UiMemory(memory);
-    write("measured.BAQ", data_text());
-    write("pairs.XY", "Size x, y\r\n1;2\r\n3;4\r\n5;6\r\n");
-    write("more.BAQ", data_text());
-    write("gone.BAQ", data_text());
-    for (const char* name : {"gone.BAQ", "more.BAQ", "measured.BAQ"}) {
-        write("p.QC6", project_text({{4, name}, {5, " 2 "}}));
-        load("p.QC6");
-    }
-    menu("mnuData_EditXY")->trigger();
-    dialogs->files.push_back(at("pairs.XY"));
-    press(frame.child("frmQXYEdit"), "cmdLoad");
-    QFile::remove(at("gone.BAQ"));
-    frame.bench().memory = UiMemory();
-
-    for (const char* opened : {"measured.BAQ", "pairs.XY"}) {
-        Program next(folder, memory);
-        std::vector<std::string> names;
-        StartRowButton* wanted = nullptr;
-        for (auto* row : next.frame.start_page->findChildren<StartRowButton*>()) {
-            const QString name = row->text();
-            if (name.endsWith(QStringLiteral(".BAQ")) || name.endsWith(QStringLiteral(".XY")))
-                names.push_back(name.toStdString());
-            if (name == QLatin1String(opened)) wanted = row;
-        }
-        ASSERT_THAT(names, testing::UnorderedElementsAre("pairs.XY", "measured.BAQ", "more.BAQ"));
-        ASSERT_TRUE(wanted);
-        EXPECT_EQ(wanted->accessibleDescription(), QStringLiteral("today"));
-        QApplication::processEvents();
-        next.frame.start_page->ensureWidgetVisible(wanted);
-        wanted->setFocus();
-        QTest::keyClick(wanted, Qt::Key_Return);
-        EXPECT_FALSE(next.frame.start_page->isVisible());
-        EXPECT_THAT(next.messages.take(), IsEmpty());
-        const Document& d = next.frame.session().document;
-        const bool pairs = std::string_view(opened) == "pairs.XY";
-        EXPECT_TRUE(next.frame.child(pairs ? "frmQXYEdit" : "frmTpRhoEdit"));
-        EXPECT_EQ(data_point_count(d.exp), pairs ? 0 : 2);
-        EXPECT_EQ(d.xy.XYFile.empty(), !pairs);
-        // Measured values belong to a substance: it is taken with them.
-        EXPECT_EQ(d.substance.constants.StoffName, pairs ? "" : "Propane");
-        EXPECT_EQ(pairs ? 310.0 : d.exp.points[2].T, 310.0);
-    }
 }
 
 TEST_F(ProjectWindows, a_text_is_asked_for_in_a_window_of_its_own) {
