@@ -12,19 +12,17 @@ namespace {
 
 using Q = AxisQuantity;
 
-constexpr double LowestP = 1e-6;  // [kPa]; saturation below it is not drawn
+constexpr double LowestP = 1e-6;   // [kPa]; saturation below it is not drawn
+constexpr double OnePhase = 1e-7;  // so near to p(cr), as part of it, both phases are the critical point
 constexpr double absent = std::numeric_limits<double>::quiet_NaN();
 
-// Saturated states on the way of a scan: what runs, in displayed units, and T [K] of each.
+// Saturated states on the way of a scan.
 struct SaturationScan {
-    std::vector<double> x, T;
-    SaturationColumns states;
-    void add(double x_value, double T_value) {
-        x.push_back(x_value);
-        T.push_back(T_value);
-    }
+    std::vector<double> x;     // what runs, in displayed units
+    SaturationColumns states;  // at each of x
+    double T(std::size_t i) const { return states.T[i]; }
     double p(std::size_t i) const { return states.p[i]; }
-    bool found(std::size_t i) const { return states.p[i] >= LowestP; }
+    bool found(std::size_t i) const { return states.T[i] > 0.0 && states.p[i] >= LowestP; }
 };
 
 // A function by the vapor fraction, in molar units.
@@ -46,15 +44,14 @@ bool usable_heat_capacity(const CurveRun& run, const SaturationScan& scan, std::
 // dropped. T falls along the scan.
 void drop_falling_cp(const CurveRun& run, const SaturationScan& scan, std::vector<double>& y) {
     constexpr double NearCritical = 0.9;  // T/T(cr); the minimum of cp(L) lies far below
-    for (std::size_t i = 0; i + 1 < y.size() && scan.T[i] > NearCritical * run.Tcr; ++i)
+    for (std::size_t i = 0; i + 1 < y.size() && !(scan.T(i) <= NearCritical * run.Tcr); ++i)
         if (y[i] < y[i + 1]) y[i] = absent;
 }
 
 // The functions of a scan against what runs.
-void draw(CurveRun& run, SaturationScan& scan, bool Par_is_T) {
+void draw(CurveRun& run, const SaturationScan& scan, bool Par_is_T) {
     const Q q = run.kind.y;
-    saturation_at(run.fluid, scan.T, scan.states);
-    std::vector<double> y(scan.T.size(), absent);
+    std::vector<double> y(scan.x.size(), absent);
     for (std::size_t i = 0; i < y.size(); ++i) {
         if (!scan.found(i)) continue;
         if (is_heat_capacity(q) && !usable_heat_capacity(run, scan, i, q)) continue;
@@ -62,7 +59,7 @@ void draw(CurveRun& run, SaturationScan& scan, bool Par_is_T) {
     }
     if (q == Q::cp) drop_falling_cp(run, scan, y);
     for (std::size_t i = 0; i < y.size(); ++i)
-        run.add(scan.x[i], y[i] * run.uFactor_at(scan.T[i]), Par_is_T ? scan.T[i] : scan.p(i));
+        run.add(scan.x[i], y[i] * run.uFactor_at(scan.T(i)), Par_is_T ? scan.T(i) : scan.p(i));
 }
 
 // Whether a scan from XMax down to XMin passes x; the boundary closes at the critical point then.
@@ -72,14 +69,13 @@ std::vector<double> falling_x(const CurveRun& run) {
     return scan_values(run.XMax, run.XMin, -run.dx, 0.0, false, run.round_limit());
 }
 
-// T(LV) [K] by the concept, 0 without one.
-double boiling_T(const Fluid& fluid, double p) {
-    if (fluid.models.Konzept) {
-        const Saturation sat = TLV_EOS(fluid, p);
-        return sat.found() ? sat.T : 0.0;
-    }
-    const EvpResult T = TLV_EVP(fluid.substance, p, fluid.models.EVPKode);
-    return T.reason == Reason::none ? T.value : 0.0;
+// Saturated states of p [kPa] by the concept: PARTIAL takes T(LV) of the vapor pressure equation.
+void boil(const Fluid& fluid, const std::vector<double>& p, SaturationColumns& states) {
+    if (fluid.models.Konzept) return boiling_at(fluid, p, states);
+    std::vector<double> T;
+    T.reserve(p.size());
+    for (const double at : p) T.push_back(TLV_EVP(fluid.substance, at, fluid.models.EVPKode).value);
+    saturation_at(fluid, T, states);
 }
 
 // Limits of p [kPa] of the boundary of two functions: From and To of its process record, else all of it.
@@ -99,16 +95,19 @@ void curve_boundary_p(CurveRun& run) {
     if (!run.knows_saturation()) return;
     const double pFactor = run.f.pFactor, top = run.pcr * pFactor;
     SaturationScan scan;
-    if (passes(run, top)) scan.add(top, run.Tcr);
+    std::vector<double> p;  // [kPa]
+    const auto add = [&](double x, double at) {
+        scan.x.push_back(x);
+        p.push_back(at);
+    };
+    if (passes(run, top)) add(top, run.pcr);
     for (const double x : falling_x(run)) {
-        const double p = x / pFactor;
-        if (p < LowestP) break;
-        if (x >= top) continue;
-        const Saturation sat = TLV_EOS(run.fluid, p);
-        if (!sat.found()) continue;
-        if (run.below_triple(sat.T)) break;
-        scan.add(x, sat.T);
+        if (x / pFactor < LowestP) break;
+        if (x < top * (1.0 - OnePhase)) add(x, x / pFactor);
     }
+    boiling_at(run.fluid, p, scan.states);
+    for (std::size_t i = 0; i < scan.x.size(); ++i)
+        if (scan.found(i) && run.below_triple(scan.T(i))) scan.x.resize(i);
     draw(run, scan, true);
 }
 
@@ -116,13 +115,18 @@ void curve_boundary_T(CurveRun& run) {
     if (!run.knows_saturation()) return;
     const double TFactor = run.f.TFactor, top = run.Tcr * TFactor;
     SaturationScan scan;
-    if (passes(run, top)) scan.add(top, run.Tcr);
+    std::vector<double> T;  // [K]
+    const auto add = [&](double x, double at) {
+        scan.x.push_back(x);
+        T.push_back(at);
+    };
+    if (passes(run, top)) add(top, run.Tcr);
     for (const double x : falling_x(run)) {
-        const double T = x / TFactor;
         if (x >= top) continue;
-        if (T < TinyT || run.below_triple(T)) break;
-        scan.add(x, T);
+        if (x / TFactor < TinyT || run.below_triple(x / TFactor)) break;
+        add(x, x / TFactor);
     }
+    saturation_at(run.fluid, T, scan.states);
     draw(run, scan, false);
 }
 
@@ -135,13 +139,13 @@ void curve_boundary_v(CurveRun& run) {
     SaturationScan scan;
     const double step = run.Tcr / std::max(run.in.options.Dens, 1);
     for (const double T : scan_values(FirstT, run.Tcr, step, 0.0, false, run.round_limit()))
-        if (!run.below_triple(T)) scan.add(T, T);
+        if (!run.below_triple(T)) scan.x.push_back(T);
     const bool closes = q != Q::cV && q != Q::a && run.fluid.eos.rhocrEOS > 0.0;
-    if (closes) scan.add(run.Tcr, run.Tcr);
-    saturation_at(run.fluid, scan.T, scan.states);
-    for (std::size_t i = 0; i < scan.T.size(); ++i) {
+    if (closes) scan.x.push_back(run.Tcr);
+    saturation_at(run.fluid, scan.x, scan.states);
+    for (std::size_t i = 0; i < scan.x.size(); ++i) {
         if (!scan.found(i)) continue;
-        const double T = scan.T[i], vL = scan.states.L.v[i], vV = scan.states.V.v[i];
+        const double T = scan.T(i), vL = scan.states.L.v[i], vV = scan.states.V.v[i];
         const double lowest = NearB * EOSParT(run.fluid, T).b;
         if (vV * run.f.vFactor > FarOff * run.XMax || !(vL > lowest) || !(vV > lowest)) continue;
         run.add(run.between(vL, vV) * run.f.vFactor, function_between(run, scan, i, q) * run.uFactor_at(T),
@@ -158,20 +162,19 @@ void curve_boundary_pairs(CurveRun& run) {
     const double step = 0.3 * (limits.high - limits.low) / std::max(run.in.options.Dens, 1);
     if (!(step > 0.0)) return;
     SaturationScan scan;  // over p [kPa]
-    for (const double p :
-         scan_values(limits.low, std::min(limits.high, run.pcr), step, 0.0, false, run.round_limit())) {
-        const double T = boiling_T(run.fluid, p);
-        if (T < TinyT || T >= run.Tcr || run.below_triple(T)) continue;
-        scan.add(p, T);
-    }
-    if (limits.high >= run.pcr) scan.add(run.pcr, run.Tcr);
-    saturation_at(run.fluid, scan.T, scan.states);
-    for (std::size_t i = 0; i < scan.T.size(); ++i) {
-        if (!scan.found(i)) continue;
-        const double uFactor = run.uFactor_at(scan.T[i]);
+    scan.x = scan_values(limits.low, std::min(limits.high, run.pcr), step, 0.0, false, run.round_limit());
+    boil(run.fluid, scan.x, scan.states);
+    const auto add = [&](std::size_t i) {
+        const double uFactor = run.uFactor_at(scan.T(i));
         run.add(function_between(run, scan, i, run.kind.x) * uFactor,
                 function_between(run, scan, i, run.kind.y) * uFactor, scan.x[i]);
-    }
+    };
+    for (std::size_t i = 0; i < scan.x.size(); ++i)
+        if (scan.found(i) && scan.T(i) < run.Tcr && !run.below_triple(scan.T(i))) add(i);
+    if (!(limits.high >= run.pcr)) return;
+    scan.x = {run.pcr};
+    saturation_at(run.fluid, {&run.Tcr, 1}, scan.states);
+    add(0);
 }
 
 }  // namespace quom

@@ -20,18 +20,7 @@ void stable_states(const Fluid& fluid, const Saturation& boiling, std::span<cons
     for (std::size_t i = 0; i < T.size(); ++i) {
         if (out.phase[i] != ColumnPhase::saturated || !(T[i] < boiling.T)) continue;
         const double v = VolumeTp(fluid, T[i], p).vL;
-        const StateFunctions f = ThermoState(fluid, T[i], p, v);
-        out.v[i] = v;
-        out.rho[i] = fluid.M / v;
-        out.h[i] = f.h;
-        out.u[i] = f.u;
-        out.s[i] = f.s;
-        out.g[i] = f.g;
-        out.a[i] = f.a;
-        out.cp[i] = f.cp;
-        out.cV[i] = f.cV;
-        out.w[i] = f.w;
-        out.lnphi[i] = f.lnphi;
+        put_state(fluid, T[i], p, v, ColumnPhase::saturated, out, i);
     }
 }
 

@@ -1,35 +1,19 @@
 #include "diagrams/isotherm_states.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace quom {
 namespace {
 
-void copy_state(const StateColumns& from, std::size_t k, StateColumns& to, std::size_t i) {
-    constexpr auto columns =
-        std::to_array({&StateColumns::v, &StateColumns::rho, &StateColumns::h, &StateColumns::u,
-                       &StateColumns::s, &StateColumns::g, &StateColumns::a, &StateColumns::cp,
-                       &StateColumns::cV, &StateColumns::w, &StateColumns::lnphi});
-    for (const auto column : columns) (to.*column)[i] = (from.*column)[k];
-    to.reason[i] = from.reason[k];
-}
-
 // The batch takes the vapor for saturated on either side of p(LV).
-void put_liquid_above_saturation(const Isotherm& isotherm, const Saturation& sat, std::span<const double> p,
+void put_liquid_above_saturation(const CurveRun& run, const Saturation& sat, std::span<const double> p,
                                  StateColumns& states) {
-    std::vector<std::size_t> places;
-    std::vector<double> v, p_of_v;
     for (std::size_t i = 0; i < p.size(); ++i) {
         if (states.phase[i] != ColumnPhase::saturated || !(p[i] > sat.p)) continue;
-        places.push_back(i);
-        v.push_back(CubicV(sat.eos, p[i]).VRoot[0]);
+        const double v = CubicV(sat.eos, p[i]).VRoot[0];
+        put_state(run.fluid, run.in.T, p[i], v, ColumnPhase::saturated, states, i);
     }
-    if (places.empty()) return;
-    StateColumns liquid;
-    states_on_volumes(isotherm, v, p_of_v, liquid);
-    for (std::size_t k = 0; k < places.size(); ++k) copy_state(liquid, k, states, places[k]);
 }
 
 }  // namespace
@@ -50,7 +34,7 @@ StateColumns stable_states(const CurveRun& run, const Saturation& sat, std::span
     StateColumns states;
     const auto isotherm = make_isotherm(run.fluid, run.in.T);
     states_on(*isotherm, p, states);
-    if (sat.found()) put_liquid_above_saturation(*isotherm, sat, p, states);
+    if (sat.found()) put_liquid_above_saturation(run, sat, p, states);
     return states;
 }
 

@@ -138,25 +138,6 @@ void put_absent(StateColumns& out, std::size_t i, Reason reason) {
     out.reason[i] = reason;
 }
 
-// One phase at T, p, v by the single calls.
-void put_single_phase(const Fluid& fluid, double T, double p, double v, ColumnPhase phase, StateColumns& out,
-                      std::size_t i) {
-    const StateFunctions f = ThermoState(fluid, T, p, v);
-    out.v[i] = v;
-    out.rho[i] = fluid.M > 0.0 ? fluid.M / v : absent;
-    out.h[i] = f.h;
-    out.u[i] = f.u;
-    out.s[i] = f.s;
-    out.g[i] = f.g;
-    out.a[i] = f.a;
-    out.cp[i] = f.cp;
-    out.cV[i] = f.cV;
-    out.w[i] = f.w;
-    out.lnphi[i] = f.lnphi;
-    out.phase[i] = phase;
-    out.reason[i] = f.reason;
-}
-
 ColumnPhase phase_of(const VolumeResult& r) {
     if (r.LFlag && r.VFlag) return r.nRoots == 3 ? ColumnPhase::saturated : ColumnPhase::fluid;
     return r.VFlag ? ColumnPhase::V : ColumnPhase::L;
@@ -171,7 +152,7 @@ void put_single(const Fluid& fluid, double T, double p, StateColumns& out, std::
         put_absent(out, i, r.reason != Reason::none ? r.reason : Reason::no_root_above_b);
         return;
     }
-    put_single_phase(fluid, T, p, v, phase_of(r), out, i);
+    put_state(fluid, T, p, v, phase_of(r), out, i);
 }
 
 // Copies a block to its place in the columns.
@@ -400,7 +381,7 @@ void put_single_volume(const Isotherm& isotherm, double v, double& p, StateColum
         return;
     }
     p = at.p;
-    put_single_phase(isotherm.fluid, isotherm.T, p, v, ColumnPhase::none, out, i);
+    put_state(isotherm.fluid, isotherm.T, p, v, ColumnPhase::none, out, i);
 }
 
 // p(T, v) of a block with the volumes set.
@@ -453,9 +434,31 @@ void states_on_volumes(const Isotherm& isotherm, std::span<const double> v, std:
     }
 }
 
-void saturation_at(const Fluid& fluid, std::span<const double> T, SaturationColumns& out) {
+void put_state(const Fluid& fluid, double T, double p, double v, ColumnPhase phase, StateColumns& out,
+               std::size_t i) {
+    const StateFunctions f = ThermoState(fluid, T, p, v);
+    out.v[i] = v;
+    out.rho[i] = fluid.M > 0.0 ? fluid.M / v : absent;
+    out.h[i] = f.h;
+    out.u[i] = f.u;
+    out.s[i] = f.s;
+    out.g[i] = f.g;
+    out.a[i] = f.a;
+    out.cp[i] = f.cp;
+    out.cV[i] = f.cV;
+    out.w[i] = f.w;
+    out.lnphi[i] = f.lnphi;
+    out.phase[i] = phase;
+    out.reason[i] = f.reason;
+}
+
+namespace {
+
+// The saturated phases of what find(i) gives for i below n.
+template <class Find>
+void saturated_columns(const Fluid& fluid, std::size_t n, SaturationColumns& out, const Find& find) {
     const StateKernel& kernel = best_kernel();
-    const std::size_t n = T.size();
+    out.T.resize(n);
     out.p.resize(n);
     out.L.resize(n);
     out.V.resize(n);
@@ -467,7 +470,7 @@ void saturation_at(const Fluid& fluid, std::span<const double> T, SaturationColu
         Saturation at[kernel_block];
         bool outside[kernel_block] = {};
         for (std::size_t i = 0; i < kernel_block; ++i) {
-            if (i < count) at[i] = pLV_EOS(fluid, T[start + i]);
+            if (i < count) at[i] = find(start + i);
             outside[i] = i >= count || !at[i].found() || !loops || !in_loops(setup, at[i].T, at[i].p);
             x.T[i] = outside[i] ? std::max(TNorm, setup.constants.T_low) : at[i].T;
             x.p[i] = outside[i] ? pNorm : at[i].p;
@@ -491,14 +494,29 @@ void saturation_at(const Fluid& fluid, std::span<const double> T, SaturationColu
                     put_absent(columns, start + i, at[i].reason);
                 } else if (outside[i] || x.doubt[i] != 0.0) {
                     ++columns.singles;
-                    put_single_phase(fluid, at[i].T, at[i].p, at[i].*volume, phase, columns, start + i);
+                    put_state(fluid, at[i].T, at[i].p, at[i].*volume, phase, columns, start + i);
                 }
             }
         };
         put_phase(ColumnPhase::L, &Saturation::vL, out.L);
         put_phase(ColumnPhase::V, &Saturation::vV, out.V);
-        for (std::size_t i = 0; i < count; ++i) out.p[start + i] = at[i].found() ? at[i].p : absent;
+        for (std::size_t i = 0; i < count; ++i) {
+            out.T[start + i] = at[i].found() ? at[i].T : absent;
+            out.p[start + i] = at[i].found() ? at[i].p : absent;
+        }
     }
+}
+
+}  // namespace
+
+void saturation_at(const Fluid& fluid, std::span<const double> T, SaturationColumns& out) {
+    saturated_columns(fluid, T.size(), out, [&](std::size_t i) { return pLV_EOS(fluid, T[i]); });
+    std::ranges::copy(T, out.T.begin());
+}
+
+void boiling_at(const Fluid& fluid, std::span<const double> p, SaturationColumns& out) {
+    saturated_columns(fluid, p.size(), out, [&](std::size_t i) { return TLV_EOS(fluid, p[i]); });
+    std::ranges::copy(p, out.p.begin());
 }
 
 }  // namespace quom

@@ -49,12 +49,18 @@ void states_on(const Isotherm& isotherm, std::span<const double> p, StateColumns
 void states_on_volumes(const Isotherm& isotherm, std::span<const double> v, std::vector<double>& p,
                        StateColumns& out);
 
-// Both saturated phases along T[i] [K]; p is p(LV) [kPa], NaN where there is none.
+// State i of the columns is the phase at T [K], p [kPa], v [m^3/kmol], by ThermoState.
+void put_state(const Fluid& fluid, double T, double p, double v, ColumnPhase phase, StateColumns& out,
+               std::size_t i);
+
+// Both saturated phases along T[i] [K], or along p[i] [kPa]. T and p of each; the one that was searched is
+// NaN where there is none.
 struct SaturationColumns {
-    std::vector<double> p;
+    std::vector<double> T, p;
     StateColumns L, V;
 };
 void saturation_at(const Fluid& fluid, std::span<const double> T, SaturationColumns& out);
+void boiling_at(const Fluid& fluid, std::span<const double> p, SaturationColumns& out);
 
 // The same with the loops of one kernel, whatever the machine has.
 void states_at(const StateKernel& kernel, const Fluid& fluid, std::span<const double> T,
