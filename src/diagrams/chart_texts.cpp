@@ -33,6 +33,13 @@ std::string raised(int exponent) {
     return out;
 }
 
+// Digits as they are needed, without a point at the end.
+std::string plain(double x, std::string_view mask) {
+    std::string text = formatMask(x, mask);
+    if (text.ends_with('.')) text.pop_back();
+    return text;
+}
+
 // With so many digits behind the point.
 std::string fixed(double x, int decimals) {
     std::string mask = "0";
@@ -65,7 +72,7 @@ std::string shown_text(const StateChart& chart, ChartQuantity quantity, double o
 // A temperature of two decimals.
 std::string T_text(const StateChart& chart, double T) {
     const ChartUnit& unit = unit_of(chart, ChartQuantity::T);
-    return with_unit(chart_number(Val(formatMask(unit.conversion.from_own(T), "0.##"))), unit);
+    return with_unit(with_signs(plain(unit.conversion.from_own(T), "0.##")), unit);
 }
 
 std::string equation_name(const Fluid& fluid) {
@@ -120,12 +127,11 @@ std::string cp_limits(const Fluid& fluid) {
 std::string chart_number(double x) {
     const double rounded = Val(genNum(x, 6)), size = std::fabs(rounded);
     if (size == 0.0) return "0";
-    if (size >= 1e-4 && size < 1e6) return with_signs(formatMask(rounded, "0.##########"));
-    const std::string text = formatMask(rounded, "0.#####E+00");
-    const std::size_t e = text.find('E');
-    std::string mantissa = text.substr(0, e);
-    if (mantissa.ends_with('.')) mantissa.pop_back();
-    const std::string power = "10" + raised(static_cast<int>(Val(text.substr(e + 1))));
+    if (size >= 1e-4 && size < 1e6) return with_signs(plain(rounded, "0.##########"));
+    const int exponent = static_cast<int>(std::floor(std::log10(size) + 1e-9));
+    const std::string mantissa = plain(
+        exponent < 0 ? rounded * std::pow(10.0, -exponent) : rounded / std::pow(10.0, exponent), "0.#####");
+    const std::string power = "10" + raised(exponent);
     if (mantissa == "1") return power;
     if (mantissa == "-1") return std::string(Minus) + power;
     return with_signs(mantissa) + "·" + power;

@@ -61,14 +61,16 @@ struct Range {
     }
 };
 
-// States on a net over the window, its borders included.
+// States on a net over the window, its borders included, at the pressures that are drawn.
 ChartStates sample_window(const StateChart& chart) {
     ChartStates states;
     for (int i = 0; i < SampleSide; ++i) {
         for (int k = 0; k < SampleSide; ++k) {
             const ChartState state = state_at(chart, chart.x.shown_at(i / (SampleSide - 1.0)),
                                               chart.y.shown_at(k / (SampleSide - 1.0)));
-            if (state.exists()) states.push_back(state);
+            const bool drawn = state.exists() && state.p > chart.span.p_low * (1.0 - 1e-9) &&
+                               state.p < chart.span.p_high * (1.0 + 1e-9);
+            if (drawn) states.push_back(state);
         }
     }
     return states;
@@ -163,7 +165,7 @@ bool hugs(const ChartLine& line, const std::vector<const ChartLine*>& others, do
     return true;
 }
 
-void add_line(StateChart& chart, const LineInput& in, ChartFamily family, double value) {
+void add_line(StateChart& chart, const LineInput& in, ChartFamily family, double value, double height) {
     ChartLine line;
     line.family = family;
     line.value = value;
@@ -171,7 +173,10 @@ void add_line(StateChart& chart, const LineInput& in, ChartFamily family, double
     line.vertices = clipped_line(chart, line.states);
     if (line.vertices.size() < 2) return;
     const LineLabel label = line_label(chart, family, value);
-    line.label = label.text;
+    // On a T-s chart the limit may lie on the axis.
+    const bool on_axis = family == ChartFamily::limit && chart.kind == ChartKind::Ts &&
+                         chart.y.place(value) * height < NearDome;
+    line.label = on_axis ? std::string() : label.text;
     line.long_label = label.long_text;
     chart.lines.push_back(std::move(line));
 }
@@ -198,7 +203,7 @@ void drop_hugging(StateChart& chart, const ChartOptions& options) {
 void add_lines(StateChart& chart, const ChartOptions& options, double fineness) {
     const ChartStates samples = sample_window(chart);
     const LineInput in{*chart.fluid, chart.nodes, chart.span, fineness};
-    for (const double x : fractions(samples)) add_line(chart, in, ChartFamily::x, x);
+    for (const double x : fractions(samples)) add_line(chart, in, ChartFamily::x, x, options.height);
     for (const ChartFamily family :
          {ChartFamily::v, ChartFamily::h, ChartFamily::s, ChartFamily::p, ChartFamily::T}) {
         for (const FamilyRow& row : family_rows) {
@@ -206,15 +211,15 @@ void add_lines(StateChart& chart, const ChartOptions& options, double fineness) 
             const Range r = family_range(chart, samples, row);
             const std::vector<double> values =
                 row.log ? log_family(r.low, r.high, row.count) : linear_family(r.low, r.high, row.count);
-            for (const double value : values) add_line(chart, in, family, value);
+            for (const double value : values) add_line(chart, in, family, value, options.height);
         }
     }
     if (chart.span.edge) {
         const double T_low =
             chart.units[static_cast<std::size_t>(ChartQuantity::T)].conversion.from_own(chart.span.T_low);
-        add_line(chart, in, ChartFamily::limit, T_low);
+        add_line(chart, in, ChartFamily::limit, T_low, options.height);
     }
-    for (const double x : {0.0, 1.0}) add_line(chart, in, ChartFamily::saturation, x);
+    for (const double x : {0.0, 1.0}) add_line(chart, in, ChartFamily::saturation, x, options.height);
     drop_hugging(chart, options);
 }
 
