@@ -85,14 +85,6 @@ bool set_span(const Basis& b, ChartKind kind) {
     return b.area.nodes.at.size() > Nodes / 2 && b.area.nodes.critical().T == Tcr;
 }
 
-// Below p_axis the vapor lines of T-s and h-s go to the right edge, but not without end.
-void extend_vapor(const Basis& b, double s_max) {
-    ChartSpan& span = b.area.span;
-    const ChartState corner = state_at_Ts(b.fluid, span.T_low, s_max);
-    const double floor = 0.02 * span.p_axis;
-    span.p_low = std::min(span.p_axis, std::max(corner.exists() ? corner.p : floor, floor));
-}
-
 ChartAxis axis_of(const Basis& b, ChartQuantity quantity, double own_low, double own_high, bool snap_up) {
     const ChartUnit& unit = b.unit(quantity);
     ChartAxis axis{.quantity = quantity, .log = false, .text = axis_text(unit)};
@@ -101,6 +93,15 @@ ChartAxis axis_of(const Basis& b, ChartQuantity quantity, double own_low, double
     low = (snap_up ? std::ceil(low / minor - 1e-9) : std::floor(low / minor + 1e-9)) * minor;
     high = std::ceil(high / minor - 1e-9) * minor;
     return zoomed_axis(axis, low, high);
+}
+
+// Below p_axis the vapor lines of T-s and h-s go to the right edge, but not without end.
+void extend_vapor(const Basis& b) {
+    ChartSpan& span = b.area.span;
+    const double s_max = b.unit(ChartQuantity::s).conversion.to_own(b.area.x.high);
+    const ChartState corner = state_at_Ts(b.fluid, span.T_low, s_max);
+    const double floor = 0.02 * span.p_axis;
+    span.p_low = std::min(span.p_axis, std::max(corner.exists() ? corner.p : floor, floor));
 }
 
 bool set_log_ph(const Basis& b) {
@@ -123,10 +124,10 @@ bool set_Ts(const Basis& b) {
     const SaturatedPair low = saturated_at_T(b.fluid, span.T_low);
     if (!low.exists()) return false;
     const double most = b.most_vapor(&ChartState::s), right = most + 0.16 * (most - low.L.s);
-    extend_vapor(b, right);
+    b.area.x = axis_of(b, ChartQuantity::s, low.L.s, right, false);
+    extend_vapor(b);
     const ChartState corner = state_at_p(b.fluid, span.p_high, GivenAtP::s, right);
     const double top = std::min(1.35 * b.Tcr, corner.exists() ? corner.T : HUGE_VAL);
-    b.area.x = axis_of(b, ChartQuantity::s, low.L.s, right, false);
     b.area.y = axis_of(b, ChartQuantity::T, span.T_low, top, !span.triple);
     return true;
 }
@@ -139,7 +140,8 @@ bool set_hs(const Basis& b) {
     const double most = b.most_vapor(&ChartState::s), D = most - low.L.s;
     const double left = std::min(critical.s - 0.02 * D, low.L.s + 0.75 * (low.V.s - low.L.s));
     const double right = most + 0.16 * D, T1 = 1.45 * b.Tcr;
-    extend_vapor(b, right);
+    b.area.x = axis_of(b, ChartQuantity::s, left, right, false);
+    extend_vapor(b);
     const ChartState hot = stable_state(b.fluid, T1, span.p_axis);
     const ChartState by_T = state_at_Ts(b.fluid, T1, right);
     const ChartState by_p = state_at_p(b.fluid, span.p_high, GivenAtP::s, right);
@@ -148,7 +150,6 @@ bool set_hs(const Basis& b) {
     // h of the tie line of T_low at the left edge
     const double edge = low.L.h + span.T_low * (left - low.L.s);
     const double bottom = std::max(edge, std::min(critical.h, low.V.h) - 0.45 * (hot.h - critical.h));
-    b.area.x = axis_of(b, ChartQuantity::s, left, right, false);
     b.area.y = axis_of(b, ChartQuantity::h, bottom, top, false);
     return true;
 }

@@ -127,10 +127,11 @@ TieLine search_tie_line(const Fluid& fluid, const SaturationNodes& nodes, double
     return {};
 }
 
-// One phase at h, s from a start.
+// One phase at h, s from a start. It ends far outside of every chart, where points without a state lead.
 ChartState search_pT(const Fluid& fluid, double h, double s, double p, double T, bool liquid) {
-    const double scale = RGas * fluid.substance.Tcr;
-    for (int round = 0; round < 60; ++round) {
+    const double Tcr = fluid.substance.Tcr, scale = RGas * Tcr;
+    const double T_least = 0.1 * Tcr, p_most = 1e3 * fluid.substance.pcr;
+    for (int round = 0; round < 60 && T > T_least && p < p_most; ++round) {
         const double v = outer_volume(fluid, T, p, liquid);
         if (!(v > 0.0)) return {};
         const SlopedState here = sloped_state(fluid, T, p, v);

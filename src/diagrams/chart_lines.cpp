@@ -146,18 +146,16 @@ ChartStates march_over_T(const LineInput& in, double ChartState::*quantity, doub
 
 }  // namespace
 
-ChartStates isotherm_states(const LineInput& in, double T, bool through_dome) {
+ChartStates isotherm_states(const LineInput& in, double T, bool with_liquid) {
     if (!(T < in.fluid.substance.Tcr)) return supercritical_isotherm(in, T);
     const SaturatedPair pair = saturated_at_T(in.fluid, T);
     if (!pair.exists()) return {};
     const double psat = pair.L.p;
     ChartStates line;
-    if (psat < in.span.p_high) line = liquid_on_isotherm(in, T, psat);
-    line.push_back(pair.L);
-    if (through_dome) {
+    if (with_liquid) {
+        if (psat < in.span.p_high) line = liquid_on_isotherm(in, T, psat);
+        line.push_back(pair.L);
         for (int i = 1; i < 10; ++i) line.push_back(mixed(pair, 0.1 * i));
-    } else {
-        append_gap(line);
     }
     line.push_back(pair.V);
     if (psat > in.span.p_low) append(line, vapor_on_isotherm(in, T, psat));

@@ -15,8 +15,8 @@ struct LineInput {
     double fineness = 1;
 };
 
-// T [K]: liquid from p_high, dome, vapor to p_low. Above T(cr) from v(p_high) to v(p_low).
-ChartStates isotherm_states(const LineInput& in, double T, bool through_dome);
+// T [K]: liquid from p_high, dome, vapor to p_low; or the vapor alone. Above T(cr) from v(p_high) to v(p_low).
+ChartStates isotherm_states(const LineInput& in, double T, bool with_liquid);
 // p [kPa] from T_low to T_high.
 ChartStates isobar_states(const LineInput& in, double p);
 // v [m^3/kmol], s [kJ/(kmol K)] outside the dome, over T from T_low to T_high.

@@ -18,6 +18,10 @@ LabelOccupancy::LabelOccupancy(const LabelInput& input)
       rows_(std::max(1, static_cast<int>(std::ceil(input.height / Cell)))),
       cells_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_)),
       input_(input) {
+    for (const LabelLine& line : input.lines) {
+        clear_.push_back(line.keep_clear);
+        family_.push_back(line.family);
+    }
     // Lines that stay clear first: a full cell never loses them.
     for (const bool clear : {true, false}) {
         for (std::size_t i = 0; i < input.lines.size(); ++i)
@@ -45,40 +49,39 @@ void LabelOccupancy::add(double x, double y, int line) {
     CellLines& cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
     for (int i = 0; i < cell.count; ++i)
         if (cell.line[i] == line) return;
-    if (cell.count < Most) cell.line[cell.count++] = line;
-}
-
-const LabelOccupancy::CellLines* LabelOccupancy::at(double x, double y) const {
-    if (x < 0.0 || y < 0.0) return nullptr;
-    const int column = static_cast<int>(x / Cell), row = static_cast<int>(y / Cell);
-    if (column >= columns_ || row >= rows_) return nullptr;
-    return &cells_[static_cast<std::size_t>(row * columns_ + column)];
+    if (cell.count < Most) cell.line[cell.count++] = static_cast<std::uint16_t>(line);
 }
 
 LabelOccupancy::Under LabelOccupancy::under(const LabelBox& box, std::size_t own, double margin) const {
     Under r;
     const double a = box.angle * std::numbers::pi / 180.0, ca = std::cos(a), sa = std::sin(a);
-    const int family = input_.lines[own].family;
+    const int family = family_[own];
     const auto samples = [](double length) {
         return std::max(1, static_cast<int>(std::ceil(length / Cell)));
     };
     const double width = box.width + 2.0 * margin, height = box.height + 2.0 * margin;
     const int nx = samples(width), ny = samples(height);
+    // In cells; a step along the text is (ux, uy), one across is (-uy, ux).
+    const double ux = ca / Cell, uy = sa / Cell, step_x = width / nx, step_y = height / ny;
+    const double x0 = box.centre.x / Cell, y0 = box.centre.y / Cell;
     for (int j = 0; j <= ny; ++j) {
-        const double y = (static_cast<double>(j) / ny - 0.5) * height;
+        const double y = j * step_y - 0.5 * height;
+        const bool row_inside = 2.0 * std::fabs(y) <= box.height;
         for (int i = 0; i <= nx; ++i) {
-            const double x = (static_cast<double>(i) / nx - 0.5) * width;
-            const CellLines* cell = at(box.centre.x + x * ca - y * sa, box.centre.y + x * sa + y * ca);
-            if (!cell || cell->count == 0) continue;
-            const bool inside = 2.0 * std::fabs(x) <= box.width && 2.0 * std::fabs(y) <= box.height;
-            for (int k = 0; k < cell->count; ++k) {
-                const auto line = static_cast<std::size_t>(cell->line[k]);
+            const double x = i * step_x - 0.5 * width;
+            const int column = static_cast<int>(x0 + x * ux - y * uy),
+                      row = static_cast<int>(y0 + x * uy + y * ux);
+            if (column < 0 || row < 0 || column >= columns_ || row >= rows_) continue;
+            const CellLines& cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
+            const bool inside = row_inside && 2.0 * std::fabs(x) <= box.width;
+            for (int k = 0; k < cell.count; ++k) {
+                const std::size_t line = cell.line[k];
                 if (line == own) continue;
-                if (input_.lines[line].keep_clear) {
+                if (clear_[line]) {
                     r.clear = false;
                     return r;
                 }
-                if (inside) r.crossings += input_.lines[line].family == family ? OfFamily : OfOthers;
+                if (inside) r.crossings += family_[line] == family ? OfFamily : OfOthers;
             }
         }
     }

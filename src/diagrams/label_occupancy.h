@@ -1,5 +1,7 @@
 // Which lines run through which cell of an area.
 #pragma once
+#include <cstdint>
+
 #include "diagrams/label_placing.h"
 
 namespace quom {
@@ -26,15 +28,16 @@ class LabelOccupancy {
  private:
     static constexpr int Most = 3;
     struct CellLines {
-        int count = 0;
-        int line[Most] = {};
+        std::uint16_t count = 0;
+        std::uint16_t line[Most] = {};
     };
     void add_line(int line);
     void add(double x, double y, int line);
-    const CellLines* at(double x, double y) const;
     int columns_ = 0, rows_ = 0;
     std::vector<CellLines> cells_;
     const LabelInput& input_;
+    std::vector<bool> clear_;  // keep_clear of each line
+    std::vector<int> family_;
 };
 
 }  // namespace quom

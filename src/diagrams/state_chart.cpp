@@ -61,19 +61,22 @@ struct Range {
     }
 };
 
-// States on a net over the window, its borders included, at the pressures that are drawn.
+// States on a net over the window, its borders included.
 ChartStates sample_window(const StateChart& chart) {
     ChartStates states;
     for (int i = 0; i < SampleSide; ++i) {
         for (int k = 0; k < SampleSide; ++k) {
             const ChartState state = state_at(chart, chart.x.shown_at(i / (SampleSide - 1.0)),
                                               chart.y.shown_at(k / (SampleSide - 1.0)));
-            const bool drawn = state.exists() && state.p > chart.span.p_low * (1.0 - 1e-9) &&
-                               state.p < chart.span.p_high * (1.0 + 1e-9);
-            if (drawn) states.push_back(state);
+            if (state.exists()) states.push_back(state);
         }
     }
     return states;
+}
+
+// Whether lines are drawn at the pressure of a state.
+bool at_drawn_p(const ChartSpan& span, const ChartState& state) {
+    return state.p > span.p_low * (1.0 - 1e-9) && state.p < span.p_high * (1.0 + 1e-9);
 }
 
 // Range of the values that a family may have, shown.
@@ -81,7 +84,8 @@ Range family_range(const StateChart& chart, const ChartStates& samples, const Fa
     const ChartQuantity quantity = quantity_of(row.family);
     Range r;
     for (const ChartState& state : samples) {
-        if (row.from == From::everywhere || state.x < 0.0) r.take(chart.shown(state, quantity));
+        const bool drawn = row.family == ChartFamily::p || at_drawn_p(chart.span, state);
+        if (drawn && (row.from == From::everywhere || state.x < 0.0)) r.take(chart.shown(state, quantity));
     }
     const auto shown = [&](double own) {
         return chart.units[static_cast<std::size_t>(quantity)].conversion.from_own(own);
@@ -200,8 +204,7 @@ void drop_hugging(StateChart& chart, const ChartOptions& options) {
     chart.lines = std::move(kept);
 }
 
-void add_lines(StateChart& chart, const ChartOptions& options, double fineness) {
-    const ChartStates samples = sample_window(chart);
+void add_lines(StateChart& chart, const ChartStates& samples, const ChartOptions& options, double fineness) {
     const LineInput in{*chart.fluid, chart.nodes, chart.span, fineness};
     for (const double x : fractions(samples)) add_line(chart, in, ChartFamily::x, x, options.height);
     for (const ChartFamily family :
@@ -237,9 +240,10 @@ bool usable(const ChartAxis& axis, double low, double high) {
 }
 
 // Highest T that a line may need: a little above what the window shows.
-double highest_T(const StateChart& chart) {
+double highest_T(const StateChart& chart, const ChartStates& samples) {
     double most = chart.critical.T;
-    for (const ChartState& state : sample_window(chart)) most = std::max(most, state.T);
+    for (const ChartState& state : samples)
+        if (at_drawn_p(chart.span, state)) most = std::max(most, state.T);
     return 1.02 * most;
 }
 
@@ -272,20 +276,20 @@ StateChart make_state_chart(const Fluid& fluid, ChartKind kind, const ChartOptio
     chart.critical.x = -1.0;
     chart.starts =
         hover_starts(*chart.fluid, chart.nodes, 1.6 * chart.critical.T, chart.span.p_low, chart.span.p_high);
-    chart.span.T_high = highest_T(chart);
     double fineness = 1.0;
     if (const auto& window = options.window) {
         if (!usable(chart.x, window->x_low, window->x_high) ||
             !usable(chart.y, window->y_low, window->y_high))
             return refused("The part of the chart is empty.");
         fineness = zoom_to(chart, *window);
-        chart.span.T_high = std::max(chart.span.T_high, highest_T(chart));
         if (fineness > 1.0)
             chart.nodes = saturation_nodes(*chart.fluid, chart.nodes.at.front().L.T,
                                            static_cast<int>(Nodes * fineness));
     }
+    const ChartStates samples = sample_window(chart);
+    chart.span.T_high = highest_T(chart, samples);
     chart.header = chart_header(*chart.fluid, kind);
-    add_lines(chart, options, fineness);
+    add_lines(chart, samples, options, fineness);
     chart.footer = chart_footer(chart);
     return chart;
 }
