@@ -17,6 +17,10 @@ constexpr int MostRounds = 100;
 
 double value_of(const ChartState& state, GivenAtP given) { return given == GivenAtP::h ? state.h : state.s; }
 
+// Whether two states cannot be told apart by h and s, to one part in ten million. At the critical point,
+// where cp is infinite, no search settles.
+bool nearly(double a, double b, double scale) { return std::fabs(a - b) < 1e-7 * scale; }
+
 // A bracket for a function that rises with its argument.
 struct Bracket {
     double low = 0, high = Infinity;
@@ -158,10 +162,14 @@ bool is_stable(const Fluid& fluid, const ChartState& state, bool liquid) {
 }  // namespace
 
 ChartState state_at_p(const Fluid& fluid, double p, GivenAtP given, double value, double T_start) {
-    const double Tcr = fluid.substance.Tcr;
+    const double Tcr = fluid.substance.Tcr, pcr = fluid.substance.pcr;
     if (!(p > 0.0) || !std::isfinite(value)) return {};
-    if (!(p < fluid.substance.pcr))
-        return search_T(fluid, p, given, value, T_start > 0.0 ? T_start : 1.05 * Tcr, {}, true);
+    if (nearly(p, pcr, pcr)) {
+        const SaturatedPair critical = saturated_at_T(fluid, Tcr);
+        const double scale = RGas * (given == GivenAtP::h ? Tcr : 1.0);
+        if (critical.exists() && nearly(value_of(critical.L, given), value, scale)) return critical.L;
+    }
+    if (!(p < pcr)) return search_T(fluid, p, given, value, T_start > 0.0 ? T_start : 1.05 * Tcr, {}, true);
     const SaturatedPair pair = saturated_at_p(fluid, p);
     if (!pair.exists()) return {};
     const auto quantity = given == GivenAtP::h ? &ChartState::h : &ChartState::s;
@@ -227,7 +235,8 @@ ChartState state_at_hs(const Fluid& fluid, const SaturationNodes& nodes, const H
     const TieLine tie = search_tie_line(fluid, nodes, h, s);
     if (tie.state.exists()) return tie.state;
     const ChartState& critical = nodes.critical();
-    const bool liquid = s < critical.s;
+    const double Tcr = critical.T, pcr = critical.p;
+    if (nearly(critical.h, h, RGas * Tcr) && nearly(critical.s, s, RGas)) return critical;
     const ChartState* nearest = &critical;
     double least = Infinity;
     for (const ChartState& state : starts.states) {
@@ -235,14 +244,22 @@ ChartState state_at_hs(const Fluid& fluid, const SaturationNodes& nodes, const H
         if (distance < least) nearest = &state;
         least = std::min(least, distance);
     }
-    const double Tcr = critical.T, pcr = critical.p;
+    // The side of the start decides first: where the dome overhangs, vapor has less entropy than the critical
+    // point.
+    const bool start_liquid = nearest->T < Tcr && nearest->v < critical.v, by_s = s < critical.s;
     const struct {
         double T, p;
-    } tries[] = {{nearest->T, nearest->p}, {tie.T, tie.p}, {1.001 * Tcr, pcr}, {1.5 * Tcr, 0.1 * pcr}};
+        bool liquid;
+    } tries[] = {{nearest->T, nearest->p, start_liquid},
+                 {nearest->T, nearest->p, !start_liquid},
+                 {tie.T, tie.p, by_s},
+                 {tie.T, tie.p, !by_s},
+                 {1.001 * Tcr, pcr, by_s},
+                 {1.5 * Tcr, 0.1 * pcr, false}};
     for (const auto& start : tries) {
         if (!(start.T > 0.0)) continue;
-        const ChartState state = search_pT(fluid, h, s, start.p, start.T, liquid);
-        if (state.exists() && is_stable(fluid, state, liquid)) return state;
+        const ChartState state = search_pT(fluid, h, s, start.p, start.T, start.liquid);
+        if (state.exists() && is_stable(fluid, state, start.liquid)) return state;
     }
     return {};
 }

@@ -71,12 +71,14 @@ ChartStates supercritical_isotherm(const LineInput& in, double T) {
     return line;
 }
 
+// States at p over temperatures; next to saturation the columns do not tell the phases apart.
 ChartStates states_over_T(const Fluid& fluid, double p, const std::vector<double>& T) {
     const std::vector<double> pressures(T.size(), p);
     StateColumns columns;
     states_at(fluid, T, pressures, columns);
     ChartStates line;
-    for (std::size_t i = 0; i < T.size(); ++i) append(line, column_state(T[i], p, columns, i));
+    for (std::size_t i = 0; i < T.size(); ++i)
+        if (columns.phase[i] != ColumnPhase::saturated) append(line, column_state(T[i], p, columns, i));
     return line;
 }
 

@@ -40,7 +40,9 @@ SlopedState sloped_state(const Fluid& fluid, double T, double p, double v) {
 ChartState stable_state(const Fluid& fluid, double T, double p) {
     const VolumeResult r = VolumeTp(fluid, T, p);
     if (r.reason != Reason::none) return {};
-    return one_phase(fluid, T, p, r.VFlag ? r.vV : r.vL);
+    // Near saturation both flags are set: fd is above 0 where the vapor is the stable phase.
+    const bool vapor = r.LFlag && r.nRoots == 3 ? r.VFlag && r.fd > 0.0 : r.VFlag;
+    return one_phase(fluid, T, p, vapor ? r.vV : r.vL);
 }
 
 SaturatedPair saturated_at_T(const Fluid& fluid, double T) { return pair_of(fluid, pLV_EOS(fluid, T)); }
