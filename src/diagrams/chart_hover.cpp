@@ -24,9 +24,10 @@ bool nearly(double a, double b, double scale) { return std::fabs(a - b) < 1e-7 *
 // A bracket for a function that rises with its argument.
 struct Bracket {
     double low = 0, high = Infinity;
-    // The step where it stays inside, else the middle.
-    double next(double x, double wanted) const {
-        if (wanted > low && wanted < high) return wanted;
+    // The step where it stays inside, else the middle; the middle in every other of many rounds too.
+    double next(int round, double x, double wanted) const {
+        const bool slow = round > 12 && round % 2 == 1 && high < Infinity;
+        if (!slow && wanted > low && wanted < high) return wanted;
         return high < Infinity ? 0.5 * (low + high) : 1.3 * x;
     }
 };
@@ -45,7 +46,7 @@ ChartState search_T(const Fluid& fluid, double p, GivenAtP given, double value, 
         const double slope = given == GivenAtP::h ? here.cp : here.cp / T;
         double wanted = slope > 0.0 ? T + std::clamp(missing / slope, -0.2 * T, 0.3 * T) : Infinity;
         if (std::fabs(wanted - T) < Settled * T || std::fabs(missing) < 1e-13 * scale) return here.at;
-        wanted = bracket.next(T, wanted);
+        wanted = bracket.next(round, T, wanted);
         if (bracket.high - bracket.low < 1e-13 * T) return here.at;
         T = wanted;
     }
@@ -63,7 +64,7 @@ ChartState search_v(const Fluid& fluid, double T, double s, double v, Bracket br
         (missing > 0.0 ? bracket.low : bracket.high) = v;
         const double step = std::clamp(missing / (v * here.dpdT_v), -1.5, 1.5);
         if (std::fabs(step) < Settled) return here.at;
-        v = bracket.next(v, v * std::exp(step));
+        v = bracket.next(round, v, v * std::exp(step));
         if (bracket.high - bracket.low < 1e-14 * v) return here.at;
     }
     return {};
@@ -98,7 +99,7 @@ TieLine root_of_tie_line(const Fluid& fluid, double T1, double T2, double start,
         const double slope = s - pair.L.s + pair.L.v * (pair.V.s - pair.L.s) / (pair.V.v - pair.L.v);
         double next = slope > 0.0 ? T - F / slope : Infinity;
         if (std::fabs(next - T) < Settled * T) break;
-        next = bracket.next(T, next);
+        next = bracket.next(round, T, next);
         if (bracket.high - bracket.low < 1e-13 * T) break;
         T = next;
     }

@@ -36,8 +36,8 @@ TEST(LabelBoxes, MeetWhenTheyAreNearerThanTheGap) {
         {{{0, 26}, 40, 10, 90}, 0, false},
         {{{0, 24}, 40, 10, 90}, 0, true},
         // Corner to corner: level boxes around both would meet.
-        {{{30, 18}, 40, 10, -45}, 0, true},
-        {{{33, 22}, 40, 10, -45}, 0, false},
+        {{{22, 9}, 40, 10, -45}, 0, true},
+        {{{24, 11}, 40, 10, -45}, 0, false},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(boxes_meet(level, row.box, row.gap), row.meet)
