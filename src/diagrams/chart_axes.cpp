@@ -75,8 +75,8 @@ bool set_span(const Basis& b, ChartKind kind) {
         sat = TLV_EOS(b.fluid, span.p_axis);
         if (!sat.found()) return false;
         T0 = sat.T;
-        // The dome runs out of the picture.
-        if (kind != ChartKind::hs) T_nodes = std::max(Ttr, T0 - 0.02 * Tcr);
+        // The dome runs out of the picture, except in h-s.
+        T_nodes = kind == ChartKind::hs ? T0 : std::max(Ttr, T0 - 0.02 * Tcr);
     }
     span.edge = span.triple || kind == ChartKind::hs;
     span.T_low = T0;

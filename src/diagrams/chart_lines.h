@@ -15,7 +15,7 @@ struct LineInput {
     double fineness = 1;
 };
 
-// T [K]: liquid from p_high, dome, vapor to p_low; or the vapor alone. Above T(cr) from v(p_high) to v(p_low).
+// T [K]: liquid from p_high, dome, vapor to p_low; or the vapor alone. Above T(cr): from p_high to p_low.
 ChartStates isotherm_states(const LineInput& in, double T, bool with_liquid);
 // p [kPa] from T_low to T_high.
 ChartStates isobar_states(const LineInput& in, double p);

@@ -244,6 +244,13 @@ double highest_T(const StateChart& chart, const ChartStates& samples) {
     double most = chart.critical.T;
     for (const ChartState& state : samples)
         if (at_drawn_p(chart.span, state)) most = std::max(most, state.T);
+    if (chart.kind == ChartKind::hs) {
+        // Where the line of p_high leaves at the top.
+        const double h =
+            chart.units[static_cast<std::size_t>(ChartQuantity::h)].conversion.to_own(chart.y.high);
+        const ChartState corner = state_at_p(*chart.fluid, chart.span.p_high, GivenAtP::h, h);
+        if (corner.exists()) most = std::max(most, corner.T);
+    }
     return 1.02 * most;
 }
 
