@@ -19,7 +19,8 @@ enum class ChartReference {
 struct ReferencedFluid {
     std::shared_ptr<const Fluid> fluid;  // null with a fault
     double T = 0;                        // of the reference state [K]; 0 for that of the session
-    std::string fault;                   // "Water is solid at −40 °C." ; a sentence for users
+    // "Water has no saturated liquid at −40 °C: that is below the triple point."
+    std::string fault;
 };
 // The same fluid with other offsets of h and s, computed once. It needs saturation, cp(idG) and M. Refused:
 // states below the triple point (by more than 0.05 K, which water at 0 °C needs) or not below T(cr).
