@@ -328,7 +328,7 @@ double visible_length(const LabelLine& line) {
     return sum;
 }
 
-std::vector<PlacedLabel> place_labels(const LabelInput& input) {
+std::vector<PlacedLineLabel> place_labels(const LabelInput& input) {
     const LabelOccupancy occupancy(input);
     const std::size_t n = input.lines.size();
     std::vector<std::vector<Candidate>> candidates(n);
@@ -342,7 +342,7 @@ std::vector<PlacedLabel> place_labels(const LabelInput& input) {
     const std::vector<bool> is_long = take_long_texts(input, occupancy, pieces, candidates);
     Choice choice(input, std::move(candidates));
     choice.run();
-    std::vector<PlacedLabel> labels;
+    std::vector<PlacedLineLabel> labels;
     for (std::size_t i = 0; i < n; ++i) {
         const Candidate* at = choice.placed(i);
         if (!at) continue;

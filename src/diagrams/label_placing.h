@@ -57,7 +57,7 @@ struct LabelInput {
     TextMeasure measure;
 };
 
-struct PlacedLabel {
+struct PlacedLineLabel {
     std::size_t line = 0;
     std::string text;
     LabelBox box;
@@ -66,7 +66,7 @@ struct PlacedLabel {
 };
 
 // The labels that found a place, in the order of the lines.
-std::vector<PlacedLabel> place_labels(const LabelInput& input);
+std::vector<PlacedLineLabel> place_labels(const LabelInput& input);
 
 // Corner of a free place for a box of a size (table, legend, read-out), where it covers least of the lines
 // and is near a corner of the area; none where it does not fit.

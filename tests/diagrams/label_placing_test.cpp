@@ -64,7 +64,7 @@ TEST(LabelPlacing, TakesTheWantedPlaceAlongTheLine) {
     input.lines[0].rule = {PlaceRule::Along::X, 8, 0.8};
     input.lines[1].rule = {PlaceRule::Along::X, 8, 0.25};
     input.lines[1].beside = true;
-    const std::vector<PlacedLabel> labels = place_labels(input);
+    const std::vector<PlacedLineLabel> labels = place_labels(input);
     ASSERT_EQ(labels.size(), 2u);
     EXPECT_NEAR(labels[0].box.centre.x, 320.0, 9.0);
     EXPECT_NEAR(labels[0].box.centre.y, 300.0 - 0.75 * labels[0].box.centre.x, 1e-9);  // on the line
@@ -82,7 +82,7 @@ TEST(LabelPlacing, KeepsOffBlockedBoxesKinksAndTheFrame) {
     bent.rule = {PlaceRule::Along::X, 8, 0.5};
     input.lines = {bent};
     input.blocked = {{.centre = {150, 150}, .width = 30, .height = 30, .angle = 0}};
-    const std::vector<PlacedLabel> labels = place_labels(input);
+    const std::vector<PlacedLineLabel> labels = place_labels(input);
     ASSERT_EQ(labels.size(), 1u);
     EXPECT_FALSE(boxes_meet(labels[0].box, input.blocked[0], 4.0));
     EXPECT_FALSE(box_meets_piece(labels[0].box, {200, 150}, {200, 140}) &&
@@ -94,7 +94,7 @@ TEST(LabelPlacing, KeepsOffBlockedBoxesKinksAndTheFrame) {
     input.blocked.clear();
     input.lines = {straight(1, {0, 100}, {400, 100}, "10"), straight(1, {0, 104}, {400, 104}, "20")};
     for (LabelLine& line : input.lines) line.rule = {PlaceRule::Along::X, 8, 0.5};
-    const std::vector<PlacedLabel> two = place_labels(input);
+    const std::vector<PlacedLineLabel> two = place_labels(input);
     ASSERT_EQ(two.size(), 2u);
     EXPECT_FALSE(boxes_meet(two[0].box, two[1].box, 4.99));
 }
@@ -107,7 +107,7 @@ TEST(LabelPlacing, OneLineOfAFamilyTakesTheLongText) {
         input.lines.back().long_text = "T = " + std::to_string(i) + " K";
     }
     int longs = 0;
-    for (const PlacedLabel& label : place_labels(input)) {
+    for (const PlacedLineLabel& label : place_labels(input)) {
         if (label.text.size() < 4) continue;
         ++longs;
         EXPECT_EQ(label.line, 2u);  // the middle one, all else being equal
@@ -132,7 +132,7 @@ TEST(LabelPlacing, ChartsHaveLabelsThatNeverOverlap) {
         each_chart(
             [](const StateChart& chart, const std::string& name) {
                 const LabelInput input = chart_label_input(chart, Width, Height, measured);
-                const std::vector<PlacedLabel> labels = place_labels(input);
+                const std::vector<PlacedLineLabel> labels = place_labels(input);
                 std::vector<bool> labelled(input.lines.size());
                 for (std::size_t i = 0; i < labels.size(); ++i) {
                     const LabelBox& box = labels[i].box;
@@ -166,7 +166,7 @@ TEST(LabelPlacing, ChartsHaveLabelsThatNeverOverlap) {
                     missing += chart.lines[i].long_label + ", ";
                 }
                 EXPECT_LE(count, 2) << name << ": " << missing;
-                const std::vector<PlacedLabel> again =
+                const std::vector<PlacedLineLabel> again =
                     place_labels(chart_label_input(chart, Width, Height, measured));
                 ASSERT_EQ(again.size(), labels.size());
                 for (std::size_t i = 0; i < labels.size(); ++i) {
