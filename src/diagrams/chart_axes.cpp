@@ -5,6 +5,7 @@
 
 #include "diagrams/chart_families.h"
 #include "diagrams/chart_texts.h"
+#include "diagrams/ticks.h"
 
 namespace quom {
 namespace {

@@ -19,7 +19,6 @@ struct LogSet {
 const std::array log_sets = {LogSet{set_1, 0.0}, LogSet{set_13, 0.0}, LogSet{set_125, 0.35},
                              LogSet{set_6, 0.0}, LogSet{set_10, 0.0}};
 
-double power_of_ten(int k) { return k < 0 ? 1.0 / std::pow(10.0, -k) : std::pow(10.0, k); }
 // m 10^k with one rounding alone.
 double scaled(double m, int k) { return k < 0 ? m / std::pow(10.0, -k) : m * std::pow(10.0, k); }
 int decade_of(double x) { return static_cast<int>(std::floor(std::log10(x) + Slack)); }
@@ -80,23 +79,6 @@ std::vector<double> log_family(double low, double high, const FamilyCount& count
     }
     if (static_cast<int>(values.size()) >= count.low) return values;
     return high < 5.0 * low ? linear_family(low, high, count) : values;
-}
-
-double up_125(double x) {
-    if (!(x > 0.0) || !std::isfinite(x)) return x;
-    for (int k = decade_of(x);; ++k) {
-        for (const double m : set_125)
-            if (scaled(m, k) >= x * (1.0 - Slack)) return scaled(m, k);
-    }
-}
-
-double down_125(double x) {
-    if (!(x > 0.0) || !std::isfinite(x)) return x;
-    const int k = decade_of(x);
-    double r = power_of_ten(k);
-    for (const double m : set_125)
-        if (scaled(m, k) <= x * (1.0 + Slack)) r = scaled(m, k);
-    return r;
 }
 
 AxisSteps axis_steps(double low, double high, int about) {

@@ -21,10 +21,6 @@ std::vector<double> linear_family(double low, double high, const FamilyCount& co
 // linear_family.
 std::vector<double> log_family(double low, double high, const FamilyCount& count);
 
-// The next 1, 2 or 5 times a power of ten at or above, at or below x > 0.
-double up_125(double x);
-double down_125(double x);
-
 // Step of the numbers of a linear axis, 1, 2 or 5 times a power of ten for about so many steps from low to
 // high, and the step of the small ticks between them.
 struct AxisSteps {

@@ -94,18 +94,8 @@ std::vector<double> log_values(std::span<const double> factors, double low, doub
 }
 
 constexpr auto ones = std::to_array<double>({1});
-constexpr auto ones_threes = std::to_array<double>({1, 3});
 constexpr auto one_two_five = std::to_array<double>({1, 2, 5});
-constexpr auto six_a_decade = std::to_array<double>({1, 1.5, 2, 3, 5, 7});
-constexpr auto ten_a_decade = std::to_array<double>({1, 1.2, 1.5, 2, 2.5, 3, 4, 5, 6, 8});
 constexpr auto one_to_nine = std::to_array<double>({1, 2, 3, 4, 5, 6, 7, 8, 9});
-
-// How far a family of so many values is from the wish; smaller is better.
-double family_cost(std::size_t count, double wish, int least, int most, double bias) {
-    if (count == 0) return 1e9;
-    const double n = static_cast<double>(count);
-    return std::abs(std::log(n / wish)) + bias + (n < least || n > most ? 5.0 : 0.0);
-}
 
 std::string superscript(int power) {
     constexpr auto digits = std::to_array<std::string_view>(
@@ -189,44 +179,6 @@ std::string tick_number(double x, int digits) {
     const std::string mantissa = genNum(size / times_power(1, power), digits);
     if (mantissa != "1") text += mantissa + std::string(Times);
     return text + "10" + superscript(power);
-}
-
-std::vector<double> linear_family(double low, double high, double wish, int least, int most) {
-    if (!is_range(low, high) || !(wish > 0.0)) return {};
-    const int middle = power_below((high - low) / wish);
-    double best_cost = 1e9;
-    Step best;
-    for (int power = middle - 1; power <= middle + 1; ++power)
-        for (const double factor : {1.0, 2.0, 2.5, 5.0}) {
-            const Multiples m = multiples_in(low, high, times_power(factor, power));
-            if (!(m.count() >= 1.0) || m.count() > MostTicks) continue;
-            const double cost = family_cost(static_cast<std::size_t>(m.count()), wish, least, most,
-                                            factor == 2.5 ? 0.12 : 0.0);
-            if (cost < best_cost) {
-                best_cost = cost;
-                best = {factor, power};
-            }
-        }
-    return best_cost < 1e9 ? values_of(best, low, high) : std::vector<double>{};
-}
-
-std::vector<double> log_family(double low, double high, double wish, int least, int most) {
-    if (!(low > 0.0) || !is_range(low, high) || !(wish > 0.0)) return {};
-    std::vector<double> best;
-    double best_cost = 1e9;
-    for (const std::span<const double> set :
-         {std::span<const double>(ones), std::span<const double>(ones_threes),
-          std::span<const double>(one_two_five), std::span<const double>(six_a_decade),
-          std::span<const double>(ten_a_decade)}) {
-        std::vector<double> values = log_values(set, low, high);
-        const double bias = set.size() == one_two_five.size() ? -0.35 : 0.0;
-        const double cost = family_cost(values.size(), wish, least, most, bias);
-        if (cost < best_cost) {
-            best_cost = cost;
-            best = std::move(values);
-        }
-    }
-    return best;
 }
 
 double up_125(double x) {

@@ -1,4 +1,4 @@
-// The ticks of every chart: places and numbers, and the round values of families of curves.
+// The ticks of every chart: places and numbers.
 #pragma once
 #include <string>
 #include <vector>
@@ -34,12 +34,6 @@ double log_low(double low, double high);
 // The number at a tick: so many digits at most, U+2212 as minus, thin blanks between thousands from five
 // digits on; from 0.0001 to below a million plain, else as a power of ten: "2·10⁻⁵".
 std::string tick_number(double x, int digits = 6);
-
-// Round values over low to high, near `wish` in number. Linear: whole multiples of 1, 2, 2.5 or 5 times a
-// power of ten; logarithmic (low above 0): 1 | 1 3 | 1 2 5 | 1 1.5 2 3 5 7 | 1 1.2 1.5 2 2.5 3 4 5 6 8 times
-// powers of ten. A number of values outside least to most is taken only where there is no other.
-std::vector<double> linear_family(double low, double high, double wish, int least, int most);
-std::vector<double> log_family(double low, double high, double wish, int least, int most);
 
 // 1, 2 or 5 times a power of ten, at least x, and at most x; x above 0.
 double up_125(double x);

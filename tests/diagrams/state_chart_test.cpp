@@ -1,5 +1,6 @@
 // State charts: ranges, families, lines, reference states, units, texts, refusals.
 #include "diagrams/state_chart.h"
+#include "diagrams/ticks.h"
 
 #include <gtest/gtest.h>
 

@@ -9,6 +9,8 @@
 #include <random>
 #include <tuple>
 
+#include "diagrams/chart_families.h"
+
 namespace quom {
 namespace {
 
@@ -79,8 +81,8 @@ TEST(Ticks, a_range_that_is_none_has_no_ticks) {
     for (const auto& [low, high] : ranges) {
         EXPECT_THAT(linear_ticks(low, high).at, IsEmpty()) << low << " " << high;
         EXPECT_THAT(log_ticks(low, high).at, IsEmpty()) << low << " " << high;
-        EXPECT_THAT(linear_family(low, high, 10, 8, 12), IsEmpty());
-        EXPECT_THAT(log_family(low, high, 10, 8, 12), IsEmpty());
+        EXPECT_THAT(linear_family(low, high, {10, 8, 12}), IsEmpty());
+        EXPECT_THAT(log_family(low, high, {10, 8, 12}), IsEmpty());
     }
     EXPECT_THAT(log_ticks(0, 1).at, IsEmpty());
     EXPECT_THAT(log_ticks(-1, 1).at, IsEmpty());
@@ -111,16 +113,16 @@ TEST(Ticks, numbers_are_short_and_whole) {
 
 TEST(Ticks, families_have_the_wanted_number_of_round_values) {
     // 300 to 460 K by 10: 17 values are nearer to 14 than 9 by 20; 25 is dearer by 0.12.
-    EXPECT_EQ(linear_family(300, 460, 14, 8, 18).size(), 17u);
-    EXPECT_THAT(linear_family(0, 1, 6, 2, 8), ElementsAre(0, 0.2, 0.4, 0.6, 0.8, 1));
+    EXPECT_EQ(linear_family(300, 460, {14, 8, 18}).size(), 17u);
+    EXPECT_THAT(linear_family(0, 1, {6, 2, 8}), ElementsAre(0, 0.2, 0.4, 0.6, 0.8, 1));
     // Wish 4: three values by 5 cost ln(4/3) = 0.288, five by 2.5 ln(5/4) + 0.12 = 0.343; wish 5: 0.12.
-    EXPECT_THAT(linear_family(0, 10, 4, 2, 8), ElementsAre(0, 5, 10));
-    EXPECT_THAT(linear_family(0, 10, 5, 2, 8), ElementsAre(0, 2.5, 5, 7.5, 10));
+    EXPECT_THAT(linear_family(0, 10, {4, 2, 8}), ElementsAre(0, 5, 10));
+    EXPECT_THAT(linear_family(0, 10, {5, 2, 8}), ElementsAre(0, 2.5, 5, 7.5, 10));
     // Three values are too few now.
-    EXPECT_THAT(linear_family(0, 10, 4, 4, 8), ElementsAre(0, 2.5, 5, 7.5, 10));
+    EXPECT_THAT(linear_family(0, 10, {4, 4, 8}), ElementsAre(0, 2.5, 5, 7.5, 10));
     // Over two and a half decades 1 2 5 is nearest to 8, over one decade six a decade.
-    EXPECT_THAT(log_family(1, 300, 8, 5, 10), ElementsAre(1, 2, 5, 10, 20, 50, 100, 200));
-    EXPECT_THAT(log_family(1, 9, 6, 4, 8), ElementsAre(1, 1.5, 2, 3, 5, 7));
+    EXPECT_THAT(log_family(1, 300, {8, 5, 10}), ElementsAre(1, 2, 5, 10, 20, 50, 100, 200));
+    EXPECT_THAT(log_family(1, 9, {6, 4, 8}), ElementsAre(1, 1.5, 2, 3, 5, 7));
     EXPECT_EQ(up_125(2300), 5000);
     EXPECT_EQ(up_125(5000), 5000);
     EXPECT_EQ(up_125(0.51), 1);
