@@ -30,7 +30,7 @@ struct Fault : std::runtime_error {
 
 // The number whose shortest text is that of the single.
 double short_double(float x) {
-    std::array<char, 32> text;
+    std::array<char, 32> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), x).ptr;
     double value = 0;
     std::from_chars(text.data(), end, value);
