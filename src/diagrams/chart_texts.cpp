@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/number_text.h"
+#include "diagrams/ticks.h"
 #include "engine/ideal_gas.h"
 
 namespace quom {
@@ -51,7 +52,7 @@ std::string fixed(double x, int decimals) {
 std::string significant(double x, int digits) {
     const double size = std::fabs(x);
     if (size == 0.0) return "0";
-    if (size < 1e-4 || size >= 1e6) return chart_number(Val(genNum(x, digits)));
+    if (size < 1e-4 || size >= 1e6) return tick_number(Val(genNum(x, digits)));
     const int decade = static_cast<int>(std::floor(std::log10(size)));
     return fixed(x, std::max(0, digits - 1 - decade));
 }
@@ -66,7 +67,7 @@ std::string with_unit(std::string number, const ChartUnit& unit) {
 
 std::string shown_text(const StateChart& chart, ChartQuantity quantity, double own) {
     const ChartUnit& unit = unit_of(chart, quantity);
-    return with_unit(chart_number(unit.conversion.from_own(own)), unit);
+    return with_unit(tick_number(unit.conversion.from_own(own)), unit);
 }
 
 // A temperature of two decimals.
@@ -119,23 +120,10 @@ std::string cp_limits(const Fluid& fluid) {
     const bool polynomial = fluid.models.cpKode == CpForm::polynomial;
     const int low = polynomial ? s.cpPolyTLo : s.cpDIPPRTLo, high = polynomial ? s.cpPolyTHi : s.cpDIPPRTHi;
     if (high <= low) return "cp(idG)";
-    return "cp(idG) " + chart_number(low) + " to " + chart_number(high) + " K";
+    return "cp(idG) " + tick_number(low) + " to " + tick_number(high) + " K";
 }
 
 }  // namespace
-
-std::string chart_number(double x) {
-    const double rounded = Val(genNum(x, 6)), size = std::fabs(rounded);
-    if (size == 0.0) return "0";
-    if (size >= 1e-4 && size < 1e6) return with_signs(plain(rounded, "0.##########"));
-    const int exponent = static_cast<int>(std::floor(std::log10(size) + 1e-9));
-    const std::string mantissa = plain(
-        exponent < 0 ? rounded * std::pow(10.0, -exponent) : rounded / std::pow(10.0, exponent), "0.#####");
-    const std::string power = "10" + raised(exponent);
-    if (mantissa == "1") return power;
-    if (mantissa == "-1") return std::string(Minus) + power;
-    return with_signs(mantissa) + "·" + power;
-}
 
 std::string unit_sign(std::string_view unit) {
     std::string out;
@@ -184,7 +172,7 @@ LineLabel line_label(const StateChart& chart, ChartFamily family, double value) 
                                  T_text(chart, unit.conversion.to_own(value));
         return {text, {}};
     }
-    const std::string number = chart_number(value);
+    const std::string number = tick_number(value);
     return {number, std::string(unit.symbol) + " = " + with_unit(number, unit)};
 }
 
@@ -199,10 +187,10 @@ std::string chart_footer(const StateChart& chart) {
     const SubstanceConstants& s = fluid.substance;
     std::string text = s.StoffName;
     if (!s.StoffFormulaCompact.empty()) text += " " + s.StoffFormulaCompact;
-    for (const std::string& part : {"M = " + chart_number(fluid.M) + " kg/kmol",
-                                    "T(cr) = " + shown_text(chart, ChartQuantity::T, s.Tcr),
-                                    "p(cr) = " + shown_text(chart, ChartQuantity::p, s.pcr),
-                                    "Reference: " + reference_words(chart), cp_limits(fluid)}) {
+    for (const std::string& part :
+         {"M = " + tick_number(fluid.M) + " kg/kmol", "T(cr) = " + shown_text(chart, ChartQuantity::T, s.Tcr),
+          "p(cr) = " + shown_text(chart, ChartQuantity::p, s.pcr), "Reference: " + reference_words(chart),
+          cp_limits(fluid)}) {
         text += std::string(Gap) + part;
     }
     return text;

@@ -4,9 +4,6 @@
 
 namespace quom {
 
-// A number on an axis or a line: up to 6 digits, U+2212 as minus, thin blanks (U+2009) between thousands from
-// five digits on, powers of ten as 10⁻⁵ below 1e-4 and from 1e6 on.
-std::string chart_number(double x);
 // A unit with signs for its powers: "m³/kg" for "m^3/kg".
 std::string unit_sign(std::string_view unit);
 // "h / (kJ/kg)", "T / °C".

@@ -46,7 +46,7 @@ void LabelOccupancy::add_line(int line) {
 void LabelOccupancy::add(double x, double y, int line) {
     const int column = std::clamp(static_cast<int>(x / Cell), 0, columns_ - 1);
     const int row = std::clamp(static_cast<int>(y / Cell), 0, rows_ - 1);
-    CellLines& cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
+    CellLines& cell = cells_[place(column, row)];
     for (int i = 0; i < cell.count; ++i)
         if (cell.line[i] == line) return;
     if (cell.count < Most) cell.line[cell.count++] = static_cast<std::uint16_t>(line);
@@ -72,7 +72,7 @@ LabelOccupancy::Under LabelOccupancy::under(const LabelBox& box, std::size_t own
             const int column = static_cast<int>(x0 + x * ux - y * uy),
                       row = static_cast<int>(y0 + x * uy + y * ux);
             if (column < 0 || row < 0 || column >= columns_ || row >= rows_) continue;
-            const CellLines& cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
+            const CellLines& cell = cells_[place(column, row)];
             const bool inside = row_inside && 2.0 * std::fabs(x) <= box.width;
             for (int k = 0; k < cell.count; ++k) {
                 const std::size_t line = cell.line[k];
@@ -90,7 +90,7 @@ LabelOccupancy::Under LabelOccupancy::under(const LabelBox& box, std::size_t own
 }
 
 double LabelOccupancy::weight(int column, int row) const {
-    const CellLines& cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
+    const CellLines& cell = cells_[place(column, row)];
     double sum = 0.0;
     for (int i = 0; i < cell.count; ++i)
         sum += input_.lines[static_cast<std::size_t>(cell.line[i])].keep_clear ? DomeWeight : LineWeight;

@@ -34,6 +34,10 @@ class LabelOccupancy {
     void add_line(int line);
     void add(double x, double y, int line);
     int columns_ = 0, rows_ = 0;
+    std::size_t place(int column, int row) const {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+               static_cast<std::size_t>(column);
+    }
     std::vector<CellLines> cells_;
     const LabelInput& input_;
     std::vector<bool> clear_;  // keep_clear of each line

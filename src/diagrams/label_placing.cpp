@@ -140,8 +140,10 @@ std::vector<Candidate> candidates_of(const LabelInput& input, const LabelOccupan
     const LabelLine& line = input.lines[index];
     const double half = 0.5 * size.width;
     for (const Piece& piece : pieces) {
-        const double end = piece.whole() - half - EndGap;
-        for (double s = half + EndGap; s <= end; s += CandidateStep) {
+        const double first = half + EndGap, end = piece.whole() - half - EndGap;
+        const int count = end < first ? 0 : 1 + static_cast<int>((end - first) / CandidateStep);
+        for (int k = 0; k < count; ++k) {
+            const double s = first + k * CandidateStep;
             double fraction = -1.0, unused = 0.0;
             const PixelPoint a = piece.point(s - half, unused), b = piece.point(s + half, unused);
             const PixelPoint at = piece.point(s, fraction);

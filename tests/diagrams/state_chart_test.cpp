@@ -389,7 +389,7 @@ TEST(StateChart, AWindowHasItsOwnSteps) {
 TEST(ChartFamilies, RoundSteps) {
     const auto list = [](const std::vector<double>& values) {
         std::string text;
-        for (const double value : values) text += (text.empty() ? "" : " ") + chart_number(value);
+        for (const double value : values) text += (text.empty() ? "" : " ") + tick_number(value);
         return text;
     };
     // 10 values of 10 against 21 of 5: 5 is out of bounds
@@ -425,7 +425,7 @@ TEST(ChartTexts, NumbersAndWords) {
                                                       {1e-5, "10⁻⁵"},
                                                       {2.5e-7, "2.5·10⁻⁷"},
                                                       {3e6, "3·10⁶"}};
-    for (const auto& [x, text] : numbers) EXPECT_EQ(chart_number(x), text);
+    for (const auto& [x, text] : numbers) EXPECT_EQ(tick_number(x), text);
     const auto fluid = starter_fluid("811-97-2", Eos::peng_robinson);
     ChartOptions options;
     options.reference = ChartReference::liquid_0C;
