@@ -11,7 +11,7 @@
 namespace quom {
 namespace {
 
-constexpr double paper_resolution = 96;  // dots per inch in which sheets are measured
+constexpr double paper_resolution = 96;    // dots per inch in which sheets are measured
 constexpr double highest_on_paper = 0.75;  // of the width
 
 DrawChart drawing_of(const GraphDocument& document) {
