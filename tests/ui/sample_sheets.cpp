@@ -273,15 +273,15 @@ GraphDocument designed() {
                            .color = rgb(0xC30096)});
     sheet.texts.push_back({.text = "beyond the edge", .x = 0.98, .y = 0.97});
     sheet.legend = {.visible = true, .place = LegendPlace::free, .x = 0.62, .y = 0.45, .font = {.size = 7}};
-    sheet.curve(3).series.label.dx = 60;
+    sheet.curve(3).series.label.dx = -250;
     sheet.curve(3).series.label.dy = -40;
     return sheet;
 }
 
 GraphDocument zoomed() {
     SheetMaker maker(propane, Kind::p_v);
-    maker.range({.XMin = 0.19985F, .YMin = 4240.02F, .XMax = 0.20015F, .YMax = 4240.12F});
-    maker.isotherms({369.7, 369.75, 369.8});
+    maker.range({.XMin = 0.19985F, .YMin = 4200, .XMax = 0.20015F, .YMax = 4300});
+    maker.isotherms({369.5, 369.7, 369.9});
     return maker.sheet;
 }
 
