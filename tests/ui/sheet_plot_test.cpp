@@ -139,11 +139,11 @@ TEST(SheetPlot, a_label_moved_by_hand_keeps_its_way_from_its_point) {
             if (label.of == SheetHit{SheetPart::curve_label, 3}) return label;
         return PlacedLabel();
     };
-    document.curve(3).series.label.dx = 120;
+    document.curve(3).series.label.dx = -120;
     document.curve(3).series.label.dy = -60;
     const Drawn after(document);
     const PlacedLabel label = box_of_3(after);
-    EXPECT_NEAR(label.box.center().x() - label.point.x(), 120, 1);
+    EXPECT_NEAR(label.box.center().x() - label.point.x(), -120, 1);
     EXPECT_NEAR(label.box.bottom() - label.point.y(), -63, 1);
     EXPECT_EQ(after.sheet.part_at(label.box.center()), (SheetHit{SheetPart::curve_label, 3}));
 }

@@ -28,7 +28,7 @@ bool fits(const Ticks& ticks, const ShownAxis& axis, double length, const Number
 // Takes out numbers, not ticks, until they fit.
 void thin_out(Ticks& ticks, const ShownAxis& axis, double length, const NumberExtent& extent) {
     const std::vector<std::string> all = ticks.numbers;
-    for (std::size_t every = 2; every < all.size() && !fits(ticks, axis, length, extent); ++every)
+    for (std::size_t every = 2; every <= all.size() && !fits(ticks, axis, length, extent); ++every)
         for (std::size_t i = 0; i < all.size(); ++i) ticks.numbers[i] = i % every == 0 ? all[i] : "";
 }
 

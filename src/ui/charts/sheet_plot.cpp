@@ -108,6 +108,8 @@ struct SheetPlot::Parts {
 
     GraphDocument drawn;
     bool has_drawn = false;
+    std::array<std::vector<SeenPoint>, CurveSlots> curves_seen;
+    std::array<std::vector<SeenPoint>, PointSlots> sets_seen;
     std::vector<SeenPoint> symbols;  // critical points and measured points, for the labels
     bool labels_stand = false;
     QRect labels_for;
@@ -215,7 +217,10 @@ void SheetPlot::Parts::draw_series(const GraphDocument& document, const ShownAxe
         curve.setVisible(pen.style() != Qt::NoPen && !series.points.empty());
         curve.setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssNone));
         curve.setLineStyle(QCPCurve::lsLine);
-        set_points(curve, curve.visible() ? line_in_sight(document, series, axes) : std::vector<SeenPoint>());
+        std::vector<SeenPoint> seen;
+        if (curve.visible()) seen = line_in_sight(document, series, axes);
+        set_points(curve, seen);
+        return seen;
     };
     const auto set_symbols_of = [&](QCPCurve& curve, const Series& series) {
         const QCPScatterStyle symbol = symbol_of(series.style);
@@ -223,39 +228,37 @@ void SheetPlot::Parts::draw_series(const GraphDocument& document, const ShownAxe
         curve.setLineStyle(QCPCurve::lsNone);
         curve.setScatterStyle(symbol);
         curve.setVisible(!symbol.isNone() && !series.points.empty());
-        set_points(curve,
-                   curve.visible() ? points_in_sight(document, series, axes) : std::vector<SeenPoint>());
+        std::vector<SeenPoint> seen = points_in_sight(document, series, axes);
+        set_points(curve, curve.visible() ? seen : std::vector<SeenPoint>());
+        return seen;
+    };
+    const auto set_either = [&](QCPCurve& curve, const Series& series, const QPen& pen) {
+        return series.style.line == LinePattern::points_only ? set_symbols_of(curve, series)
+                                                             : set_line(curve, series, pen);
     };
     for (std::size_t i = 0; i < CurveSlots; ++i) {
         const Series& series = document.curves[i].series;
-        if (!changed(series, drawn.curves[i].series)) continue;
-        if (series.style.line == LinePattern::points_only)
-            set_symbols_of(*curves[i], series);
-        else
-            set_line(*curves[i], series, curve_pen(series.style));
+        if (changed(series, drawn.curves[i].series))
+            curves_seen[i] = set_either(*curves[i], series, curve_pen(series.style));
     }
     for (std::size_t i = 0; i < PointSlots; ++i) {
         const Series& series = document.sets[i].series;
         if (!changed(series, drawn.sets[i].series)) continue;
         set_line(*set_lines[i], series, curve_pen(series.style));
-        set_symbols_of(*set_symbols[i], series);
+        sets_seen[i] = set_symbols_of(*set_symbols[i], series);
     }
     for (std::size_t i = 0; i < MarkSlots; ++i) {
         const Series& series = document.marks[i].series;
-        if (!changed(series, drawn.marks[i].series)) continue;
-        if (series.style.line == LinePattern::points_only)
-            set_symbols_of(*marks[i], series);
-        else
-            set_line(*marks[i], series, mark_pen(series.style));
+        if (changed(series, drawn.marks[i].series)) set_either(*marks[i], series, mark_pen(series.style));
     }
     symbols.clear();
-    const auto keep_clear = [&](const Series& series) {
-        for (const SeenPoint& point : points_in_sight(document, series, axes))
+    const auto keep_clear = [&](const std::vector<SeenPoint>& seen) {
+        for (const SeenPoint& point : seen)
             if (symbols.size() < MostSymbols) symbols.push_back(point);
     };
     for (const int number : {mark_crit_measured, mark_crit_calculated})
-        keep_clear(document.mark(number).series);
-    for (const PointSlot& slot : document.sets) keep_clear(slot.series);
+        keep_clear(points_in_sight(document, document.mark(number).series, axes));
+    for (const std::vector<SeenPoint>& seen : sets_seen) keep_clear(seen);
 }
 
 void SheetPlot::Parts::draw_texts(const GraphDocument& document) {
@@ -329,15 +332,16 @@ void SheetPlot::Parts::wish_labels(const GraphDocument& document, const ShownAxe
         result.dy = label.dy;
         return result;
     };
-    const auto add = [&](SheetPart part, std::size_t i, const Series& series) {
+    const auto add = [&](SheetPart part, std::size_t i, const Series& series,
+                         const std::vector<SeenPoint>& seen) {
         const SeriesLabel& label = series.label;
         if (!label.visible || label.text.empty() || series.points.empty()) return;
         const bool is_line = part == SheetPart::curve_label && series.style.line != LinePattern::points_only;
         const Color color = is_line ? series.style.color : series.style.symbol_color;
         LabelWish one = wish({part, static_cast<int>(i) + 1}, label, QPen(sheet_color(color), 1));
         one.wanted = static_cast<std::size_t>(std::max(label.point, 1) - 1);
-        for (const SeenPoint& point :
-             is_line ? line_in_sight(document, series, axes) : points_in_sight(document, series, axes))
+        one.points.reserve(seen.size());
+        for (const SeenPoint& point : seen)
             if (!std::isnan(point.x)) one.points.push_back(point);
         wishes.push_back(std::move(one));
     };
@@ -356,8 +360,10 @@ void SheetPlot::Parts::wish_labels(const GraphDocument& document, const ShownAxe
         one.indent = metrics.horizontalAdvance(text.left(text.indexOf(one.text)));
         wishes.push_back(std::move(one));
     }
-    for (std::size_t i = 0; i < CurveSlots; ++i) add(SheetPart::curve_label, i, document.curves[i].series);
-    for (std::size_t i = 0; i < PointSlots; ++i) add(SheetPart::points_label, i, document.sets[i].series);
+    for (std::size_t i = 0; i < CurveSlots; ++i)
+        add(SheetPart::curve_label, i, document.curves[i].series, curves_seen[i]);
+    for (std::size_t i = 0; i < PointSlots; ++i)
+        add(SheetPart::points_label, i, document.sets[i].series, sets_seen[i]);
     labels->set(std::move(wishes), font);
     labels_stand = false;
 }
