@@ -273,7 +273,7 @@ GraphDocument designed() {
                            .color = rgb(0xC30096)});
     sheet.texts.push_back({.text = "beyond the edge", .x = 0.98, .y = 0.97});
     sheet.legend = {.visible = true, .place = LegendPlace::free, .x = 0.62, .y = 0.45, .font = {.size = 7}};
-    sheet.curve(3).series.label.dx = -330;
+    sheet.curve(3).series.label.dx = -420;
     sheet.curve(3).series.label.dy = -40;
     return sheet;
 }
