@@ -30,6 +30,7 @@ int draw_sheet(int argc, char** argv, const CommandLine& line) {
     const Oc2Read read = load_oc2(line.draw, GraphDocument());
     if (!read.sheet) return refused(status_file, read.fault);
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    const DisplayGuard quiet;  // nothing but our own sentence
     const QApplication app(argc, argv);
     const PictureBytes picture =
         sheet_picture_bytes(*read.sheet, extension_of(line.draw_out), line.draw_size);
