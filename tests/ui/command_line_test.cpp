@@ -93,7 +93,9 @@ TEST(CommandLine, the_rest_is_the_project) {
 TEST(CommandLine, a_diagram_file_becomes_a_picture_without_a_display) {
     const QTemporaryDir folder;
     const std::string at = folder.path().toStdString();
-    ASSERT_EQ(save_oc2(at + "/sheet.oc2", GraphDocument()), "");
+    GraphDocument sheet;
+    sheet.diagram.range = {.XMin = 0, .YMin = 0, .XMax = 1, .YMax = 1};
+    ASSERT_EQ(save_oc2(at + "/sheet.oc2", sheet), "");
     struct Case {
         std::string words;
         int status;
