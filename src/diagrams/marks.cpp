@@ -202,7 +202,7 @@ void mark_v(GraphDocument& sheet, const Fluid& fluid, const Units& units) {
 
 void mark_b_line(GraphDocument& sheet, const Fluid& fluid, const Units& units) {
     MarkRun run(sheet, fluid, units);
-    if (std::ranges::find(b_line_kinds, run.kind.kind) == b_line_kinds.end()) return;
+    if (!has_b_line(run.kind.kind)) return;
     const double T = sheet.last.T > 0.0 ? sheet.last.T : fluid.substance.Tcr;
     set_v_line(run, mark_b, EOSParT(fluid, T).b, "v = b");
     sheet.NextColor.reset();
@@ -231,6 +231,14 @@ void MarkTGrenzen(GraphDocument& sheet, const Fluid& fluid, const Units& units, 
     const bool database = run.kind.section == Section::database;
     set_T_line(run, mark_validity_low, database ? static_cast<double>(TMin) : 0.0, "");
     set_T_line(run, mark_validity_high, database ? static_cast<double>(TMax) : 0.0, "");
+}
+
+bool has_b_line(Kind kind) { return std::ranges::find(b_line_kinds, kind) != b_line_kinds.end(); }
+
+bool has_critical_mark(Kind kind) {
+    const KindInfo& info = kind_info(kind);
+    const CriticalPoint any{.T = 1, .p = 1, .v = 1, .rho = 1};
+    return std::isfinite(coordinate(any, {}, info.x)) && std::isfinite(coordinate(any, {}, info.y));
 }
 
 void delete_marks(GraphDocument& sheet) {

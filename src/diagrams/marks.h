@@ -28,6 +28,10 @@ void mark_critical_point(GraphDocument& sheet, const Fluid& fluid, const Units& 
 // MarkTGrenzen: validity [K] of a database function; in other diagrams the lines are taken away.
 void MarkTGrenzen(GraphDocument& sheet, const Fluid& fluid, const Units& units, float TMin, float TMax);
 
+// Whether a diagram of this kind can show the mark v = b, and the critical points.
+bool has_b_line(Kind kind);
+bool has_critical_mark(Kind kind);
+
 // mnuDelMarkTP: lines and texts, not the critical points; mnuDelMarkLabels: the texts alone;
 // mnuDelCritPointEx, mnuDelCritPointCalc.
 void delete_marks(GraphDocument& sheet);

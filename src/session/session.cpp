@@ -69,6 +69,7 @@ Changes commit(Session& session, Document document) {
     if (document.exp.points.empty()) document.exp.points.edit().resize(1);  // [0] is the direct input
     const Changes changes = changes_between(session.document, document);
     const Document before = std::exchange(session.document, std::move(document));
+    keep_diagram(session.diagram, before, session.document);
     if (changes.fluid()) {
         const Document& d = session.document;
         session.fluid = make_fluid({d.substance.constants, d.models, d.eos_input, d.reference});

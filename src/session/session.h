@@ -11,6 +11,7 @@
 #include "calc/outcome.h"
 #include "engine/fluid.h"
 #include "session/calculation_record.h"
+#include "session/diagram_session.h"
 #include "session/document.h"
 #include "substance/database_file.h"
 
@@ -49,6 +50,7 @@ struct Session {
     std::optional<PointOutcome> outcome;  // of the point that was calculated last; absent: of none
     std::vector<BatchResult> batch;  // of the data points, [0] direct input; may be shorter than the points
     CalculationRecord record;
+    DiagramSession diagram;
     ShellState shell;
 
     const SubstanceConstants& substance() const { return document.substance.constants; }
@@ -72,7 +74,7 @@ struct Changes {
 
 // Takes the document over. A new fluid is made where substance, models, typed constants or reference differ;
 // all results go with the fluid before. Of the others those go whose state input differs, and the list
-// results of points that were made inactive.
+// results of points that were made inactive. What becomes of the diagram: see keep_diagram.
 Changes commit(Session& session, Document document);
 
 // Calculates a data point (0 direct input) of the document in its mode, keeps the outcome until the next

@@ -1,0 +1,247 @@
+#include "forms/diagram_form.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "base/number_text.h"
+#include "diagrams/axis_texts.h"
+#include "diagrams/draw_curve.h"
+#include "engine/eos_parameters.h"
+#include "engine/unit_factors.h"
+#include "forms/refusal.h"
+
+namespace quom {
+namespace {
+
+constexpr double close_to_b = 1.05;  // v/b up to which the user is warned
+
+// What the box asks for in a section.
+struct SectionParameter {
+    Section section;
+    std::string_view name, label, reduced_label;
+    double DiagramState::*value;
+    double UnitFactors::*factor;
+    std::string_view refusal;  // of a value that is not above 0
+};
+constexpr auto section_parameters = std::to_array<SectionParameter>({
+    {Section::isothermal, "T", "T/K = ", "T(red) = ", &DiagramState::T, &UnitFactors::TFactor,
+     " The default temperature must be greater than zero! "},
+    {Section::isobaric, "p", "p/kPa = ", "p(red) = ", &DiagramState::p, &UnitFactors::pFactor,
+     " The default pressure must be greater than zero! "},
+    {Section::isochoric, "v", "V/", "v(red.) = ", &DiagramState::v, &UnitFactors::vFactor,
+     "Input v <= b not possible!"},
+});
+
+// None for a sheet of which the curves have no parameter.
+const SectionParameter* section_parameter(const Session& session) {
+    const DiagramSession& d = session.diagram;
+    if (!d.sheet || d.sheet->diagram.kind == Kind::none) return nullptr;
+    const auto* row =
+        std::ranges::find(section_parameters, d.sheet->diagram.section, &SectionParameter::section);
+    return row == section_parameters.end() ? nullptr : row;
+}
+
+double factor_of(const Session& session, const SectionParameter& row) {
+    return unit_factors(*session.fluid, session.diagram.units).*row.factor;
+}
+
+bool same_units(const Units& a, const Units& b) {
+    return a.EnergyMode == b.EnergyMode && a.VolumeMode == b.VolumeMode;
+}
+
+Message other_axes_question() {
+    return {.title = "WARNING",
+            .text =
+                "The units of the diagram axes do not fit together.\n\n"
+                "Delete the existing diagram?",
+            .buttons = Buttons::yes_no,
+            .default_button = Answer::yes,
+            .kind = MessageKind::warning};
+}
+
+// A sheet that stays shows the new diagram; a heading of the user's own stays too.
+void show_on(GraphDocument& sheet, const DiagramRec& rec) {
+    if (sheet.header.text == sheet.diagram.title + sheet.diagram.TitleSuffix)
+        sheet.header.text = rec.title + rec.TitleSuffix;
+    sheet.diagram = rec;
+}
+
+CurveOptions curve_options(const Options& options) {
+    return {.Dens = options.Dens,
+            .chkCurveTpRestricted = options.chkCurveTpRestricted,
+            .chkSKurveOhneKonnode = options.chkSKurveOhneKonnode,
+            .chkPartialKurve = options.chkPartialKurve};
+}
+
+// Limits of a curve of two functions: the pair of the table of ranges.
+void take_limits(const Session& session, CurveInput& input) {
+    const CurveFamily family = kind_info(input.kind).family;
+    const bool over_T = family == CurveFamily::isobar_pairs;
+    if (!over_T && family != CurveFamily::isotherm_pairs) return;
+    const UnitFactors f = unit_factors(*session.fluid, input.units, input.T);
+    const RangeLimits& pair = session.diagram.state.ranges[over_T ? RangePair::T : RangePair::p];
+    input.process.From = pair.min / (over_T ? f.TFactor : f.pFactor);
+    input.process.To = pair.max / (over_T ? f.TFactor : f.pFactor);
+}
+
+// Why no curve has this parameter [K], [kPa], [m^3/kmol].
+std::optional<Message> parameter_refusal(const Fluid& fluid, const SectionParameter& row, double value) {
+    if (row.section == Section::isochoric) {
+        const double b = fluid.VPhaseOnly ? 0.0 : EOSParT(fluid, fluid.substance.Tcr).b;
+        if (value > b) return std::nullopt;
+        return Message{
+            .title = "WARNING", .text = std::string(row.refusal), .kind = MessageKind::warning};
+    }
+    if (value > 0.0) return std::nullopt;
+    return refusal_message(std::string(row.refusal));
+}
+
+std::optional<Message> close_to_b_note(const Fluid& fluid, const SectionParameter& row, double value) {
+    if (row.section != Section::isochoric || fluid.VPhaseOnly) return std::nullopt;
+    if (value > close_to_b * EOSParT(fluid, fluid.substance.Tcr).b) return std::nullopt;
+    return Message{.title = "WARNING",
+                   .text = "v close to b\npossibly there are problems during calculation",
+                   .kind = MessageKind::warning};
+}
+
+void tell_all(const std::vector<Message>& told, Messages& messages) {
+    for (const Message& message : told) messages.ask(message);
+}
+
+int put_on_sheet(Session& session, const CurveInput& input, Messages& messages) {
+    const DrawnCurve drawn = cmdDraw(*session.diagram.sheet, *session.fluid, input);
+    if (drawn.slot > 0) session.diagram.isochore = drawn.result.isochore;
+    tell_all(drawn.messages, messages);
+    return drawn.slot;
+}
+
+}  // namespace
+
+DiagramOpening choose_diagram(Session& session, Kind kind, Messages& messages) {
+    DiagramSession& d = session.diagram;
+    const Units units = session.document.units;
+    const bool mixed = session.document.options.KurvenMischen, there = d.sheet.has_value();
+    const bool other_units = there && !same_units(d.units, units);
+    SetupResult setup = DiagramSetup(*session.fluid, units, d.state, kind, mixed, there);
+    DiagramOpening opening;
+    if (setup.refusal) {
+        messages.ask(*setup.refusal);
+        if (setup.to_molar_volumes) {
+            Document document = session.document;
+            document.units.VolumeMode = volume_molar;
+            opening.changes = commit(session, std::move(document));
+        }
+        return opening;
+    }
+    if (mixed && other_units && setup.open_sheet) setup.question = other_axes_question();
+    if (setup.question) {
+        if (messages.ask(*setup.question) == Answer::yes) unload_sheet(d);
+        return opening;
+    }
+    if (!setup.open_sheet) return opening;
+    d.state = std::move(setup.state);
+    if (!there || setup.unload_sheet || other_units) {
+        unload_sheet(d);
+        d.sheet = new_sheet(d.state.rec);
+        d.units = units;
+    } else {
+        show_on(*d.sheet, d.state.rec);
+    }
+    opening.open = true;
+    opening.parameter_box = has_parameter(session);
+    return opening;
+}
+
+bool has_parameter(const Session& session) { return section_parameter(session) != nullptr; }
+
+ParameterBox parameter_box(const Session& session) {
+    const SectionParameter* const row = section_parameter(session);
+    if (!row) return {};
+    const DiagramSession& d = session.diagram;
+    const KindInfo& kind = kind_info(d.sheet->diagram.kind);
+    const bool reduced = d.units.VolumeMode == reduced_volume, isochoric = row->section == Section::isochoric;
+    ParameterBox box;
+    if (!isochoric)
+        box.caption = " for intersection curve ( " + std::string(axis_symbol(kind.y)) + " - " +
+                      std::string(axis_symbol(kind.x)) + ")";
+    box.label = reduced ? row->reduced_label : row->label;
+    if (isochoric && !reduced) box.label += "(" + std::string(VolumeName(d.units)) + ") = ";
+    box.text = genNum(d.state.*row->value * factor_of(session, *row));
+    return box;
+}
+
+ParameterTaken take_parameter(Session& session, const std::string& typed, Messages& messages) {
+    const SectionParameter* const row = section_parameter(session);
+    if (!row) return {};
+    DiagramState& state = session.diagram.state;
+    const BoxNumber number = read_box(row->name, typed, NumberRule::any);
+    if (!number.fault.empty()) return {false, number.fault};
+    // What is offered stays as exact as it was.
+    const bool offered = typed == parameter_box(session).text;
+    const double value = offered ? state.*row->value : number.value / factor_of(session, *row);
+    if (const auto refusal = parameter_refusal(*session.fluid, *row, value)) {
+        messages.ask(*refusal);
+        return {};
+    }
+    if (const auto note = close_to_b_note(*session.fluid, *row, value)) messages.ask(*note);
+    state.*row->value = value;
+    return {.taken = true};
+}
+
+CurveInput next_curve(const Session& session) {
+    const DiagramSession& d = session.diagram;
+    CurveInput input;
+    if (!d.sheet) return input;
+    input.kind = d.sheet->diagram.kind;
+    input.range = d.sheet->diagram.range;
+    input.T = d.state.T;
+    input.p = d.state.p;
+    input.v = d.state.v;
+    input.options = curve_options(session.document.options);
+    input.units = d.units;
+    input.benson = session.document.calc.setup.benson;
+    input.isochore = d.isochore;
+    take_limits(session, input);
+    return input;
+}
+
+int draw_curve(Session& session, Messages& messages) {
+    DiagramSession& d = session.diagram;
+    if (!d.sheet || d.sheet->diagram.kind == Kind::none) return 0;
+    const SectionParameter* const row = section_parameter(session);
+    if (row && row->section == Section::isochoric && d.TellIsochores) {
+        d.TellIsochores = false;
+        messages.ask(isochore_notice());
+    }
+    if (const auto refusal =
+            row ? parameter_refusal(*session.fluid, *row, d.state.*row->value) : std::nullopt) {
+        messages.ask(*refusal);
+        return 0;
+    }
+    if (const auto refusal = kind_refusal(*session.fluid, d.units, d.sheet->diagram.kind)) {
+        messages.ask(*refusal);  // other models since the sheet was set up
+        return 0;
+    }
+    return put_on_sheet(session, next_curve(session), messages);
+}
+
+void draw_overlay(Session& session, Overlay overlay, Messages& messages) {
+    DiagramSession& d = session.diagram;
+    if (!d.sheet || d.sheet->diagram.kind == Kind::none) return;
+    CurveInput last = next_curve(session);
+    last.process = {};  // the whole boundary of a diagram of two functions
+    const LastParameter drawn = d.sheet->last;
+    if (drawn.T > 0.0) last.T = drawn.T;
+    if (drawn.p > 0.0) last.p = drawn.p;
+    if (drawn.v > 0.0) last.v = drawn.v;
+    const OverlayPlan plan = plan_overlay(*session.fluid, last, overlay);
+    if (plan.refusal) {
+        messages.ask(*plan.refusal);
+        return;
+    }
+    for (const CurveInput& input : plan.curves)
+        if (put_on_sheet(session, input, messages) == 0) return;
+}
+
+}  // namespace quom
