@@ -90,8 +90,7 @@ std::optional<Message> parameter_refusal(const Fluid& fluid, const SectionParame
     if (row.section == Section::isochoric) {
         const double b = fluid.VPhaseOnly ? 0.0 : EOSParT(fluid, fluid.substance.Tcr).b;
         if (value > b) return std::nullopt;
-        return Message{
-            .title = "WARNING", .text = std::string(row.refusal), .kind = MessageKind::warning};
+        return Message{.title = "WARNING", .text = std::string(row.refusal), .kind = MessageKind::warning};
     }
     if (value > 0.0) return std::nullopt;
     return refusal_message(std::string(row.refusal));
@@ -114,6 +113,17 @@ int put_on_sheet(Session& session, const CurveInput& input, Messages& messages) 
     if (drawn.slot > 0) session.diagram.isochore = drawn.result.isochore;
     tell_all(drawn.messages, messages);
     return drawn.slot;
+}
+
+// The first slot taken; ends with the first curve that is not added.
+int put_all(Session& session, const std::vector<CurveInput>& curves, Messages& messages) {
+    int first = 0;
+    for (const CurveInput& input : curves) {
+        const int slot = put_on_sheet(session, input, messages);
+        if (slot == 0) break;
+        if (first == 0) first = slot;
+    }
+    return first;
 }
 
 }  // namespace
@@ -223,7 +233,10 @@ int draw_curve(Session& session, Messages& messages) {
         messages.ask(*refusal);  // other models since the sheet was set up
         return 0;
     }
-    return put_on_sheet(session, next_curve(session), messages);
+    const CurveInput input = next_curve(session);
+    const KindInfo& kind = kind_info(input.kind);
+    if (kind.boundary != kind.kind) return put_on_sheet(session, input, messages);
+    return put_all(session, plan_overlay(*session.fluid, input, Overlay::coexistence).curves, messages);
 }
 
 void draw_overlay(Session& session, Overlay overlay, Messages& messages) {
@@ -240,8 +253,7 @@ void draw_overlay(Session& session, Overlay overlay, Messages& messages) {
         messages.ask(*plan.refusal);
         return;
     }
-    for (const CurveInput& input : plan.curves)
-        if (put_on_sheet(session, input, messages) == 0) return;
+    put_all(session, plan.curves, messages);
 }
 
 }  // namespace quom

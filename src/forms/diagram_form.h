@@ -45,8 +45,8 @@ ParameterTaken take_parameter(Session& session, const std::string& typed, Messag
 // The next curve of the sheet: its kind, range and units, the parameters and options in force.
 CurveInput next_curve(const Session& session);
 
-// cmdDraw on the sheet of the session, with everything that the user is told. Returns the slot of the curve;
-// 0: nothing was added.
+// cmdDraw on the sheet of the session, with everything that the user is told; a coexistence curve is one of
+// the liquid and one of the vapor. Returns the slot of the first curve; 0: nothing was added.
 int draw_curve(Session& session, Messages& messages);
 // The curves of an overlay, with the parameters of the curve drawn last.
 void draw_overlay(Session& session, Overlay overlay, Messages& messages);

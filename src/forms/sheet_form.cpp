@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/files.h"
 #include "base/number_text.h"
 #include "diagrams/diagram_file.h"
 #include "diagrams/graph_view.h"
@@ -52,8 +53,10 @@ struct OverlayEntry {
     Insertion what;
     Overlay overlay;
 };
-constexpr OverlayEntry overlays[] = {{I::coexistence, Overlay::coexistence}, {I::inversion, Overlay::inversion},
-                                     {I::loop, Overlay::loop},               {I::tie_line, Overlay::tie_line},
+constexpr OverlayEntry overlays[] = {{I::coexistence, Overlay::coexistence},
+                                     {I::inversion, Overlay::inversion},
+                                     {I::loop, Overlay::loop},
+                                     {I::tie_line, Overlay::tie_line},
                                      {I::bisector, Overlay::bisector}};
 
 bool shows(const KindInfo& kind, Q quantity) { return kind.x == quantity || kind.y == quantity; }
@@ -289,12 +292,12 @@ std::vector<DeleteEntry> delete_entries(const GraphDocument& sheet) {
     add(PointCount(sheet) > 0, Deletion::points, "mnuDelPoints", "all sets of points");
     for (int slot = 1; slot <= CurveSlots; ++slot)
         if (!sheet.curve(slot).CurveFree)
-            there.push_back({Deletion::curve, slot, "mnuSubDelKurv_" + genNum(slot),
-                             sheet.curve(slot).series.legend});
+            there.push_back(
+                {Deletion::curve, slot, "mnuSubDelKurv_" + genNum(slot), sheet.curve(slot).series.legend});
     for (int set = 1; set <= PointSlots; ++set)
         if (!sheet.set(set).PointFree)
-            there.push_back({Deletion::point_set, set, "mnuSubDelPointSet_" + genNum(set),
-                             sheet.set(set).series.legend});
+            there.push_back(
+                {Deletion::point_set, set, "mnuSubDelPointSet_" + genNum(set), sheet.set(set).series.legend});
     return there;
 }
 
@@ -338,8 +341,7 @@ CoordinatesRefused take_coordinates(GraphDocument& sheet, const CoordinateTexts&
     }
     if (auto refused = limits_refusal(limits[coord_x_min], limits[coord_x_max], LimitsIn::coordinates))
         return {.message = std::move(refused)};
-    if (auto refused =
-            limits_refusal(limits[coord_y_min], limits[coord_y_max], LimitsIn::coordinates_second))
+    if (auto refused = limits_refusal(limits[coord_y_min], limits[coord_y_max], LimitsIn::coordinates_second))
         return {.message = std::move(refused)};
     const auto single = [&](std::size_t i) { return static_cast<float>(limits[i]); };
     return {.message = set_coordinates(sheet,
@@ -410,6 +412,7 @@ bool load_sheet(Session& session, const std::string& path, Messages& messages) {
     }
     d.sheet = std::move(read.sheet);
     d.isochore = {};
+    d.LastFile = name_part(path);
     return true;
 }
 

@@ -1,5 +1,6 @@
 // What the menus of a sheet do: insertions, deletions, limits of the axes, data of the editors, files.
 #pragma once
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -73,8 +74,8 @@ enum CoordinateBox : std::size_t { coord_x_min, coord_x_max, coord_y_min, coord_
 using CoordinateTexts = std::array<std::string, 4>;  // as CoordinateBox
 CoordinateTexts coordinate_texts(const GraphDocument& sheet);
 struct CoordinatesRefused {
-    std::optional<BoxRefusal> box{};    // no number
-    std::optional<Message> message{};   // no range
+    std::optional<BoxRefusal> box{};   // no number
+    std::optional<Message> message{};  // no range
     bool any() const { return box || message; }
 };
 // Takes the limits that are typed; refused ones change nothing.

@@ -17,7 +17,8 @@ struct DiagramSession {
     IsochoreEnd isochore;                // where the last isochore of the sheet met the phase boundary
     bool TellIsochores = true;           // one-time notes that were not yet shown
     bool TellLoading = true;
-    std::string Folder;  // last folder of diagram files
+    std::string Folder;    // last folder of diagram files
+    std::string LastFile;  // name of the file that was loaded last
     bool operator==(const DiagramSession&) const = default;
 };
 

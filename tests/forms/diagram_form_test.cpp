@@ -21,7 +21,9 @@ constexpr const char* no_fit =
 
 class DiagramForm : public ::testing::Test {
  protected:
-    DiagramForm() { options([](Options& o) { o.KurvenMischen = true; }); }
+    DiagramForm() {
+        options([](Options& o) { o.KurvenMischen = true; });
+    }
     template <class Change>
     void change(Change make) {
         Document document = session.document;
@@ -49,8 +51,13 @@ TEST_F(DiagramForm, an_entry_opens_a_sheet_and_what_it_needs) {
         Kind kind;
         bool box;
     };
-    for (const Row& row : {Row{Kind::p_v, true}, {Kind::T_v, true}, {Kind::p_T, true}, {Kind::sat_p_v, false},
-                           {Kind::inversion_p_T, false}, {Kind::db_cpId_sinh, false}, {Kind::h_s_isobar, true}}) {
+    for (const Row& row : {Row{Kind::p_v, true},
+                           {Kind::T_v, true},
+                           {Kind::p_T, true},
+                           {Kind::sat_p_v, false},
+                           {Kind::inversion_p_T, false},
+                           {Kind::db_cpId_sinh, false},
+                           {Kind::h_s_isobar, true}}) {
         unload_sheet(session.diagram);
         const DiagramOpening opening = choose(row.kind);
         EXPECT_TRUE(opening.open);
@@ -145,8 +152,10 @@ TEST_F(DiagramForm, refuses_parameters_that_no_curve_has) {
         bool taken;
     };
     const Row rows[] = {
-        {Kind::p_v, "0", "Execution not possible", " The default temperature must be greater than zero! ", false},
-        {Kind::T_v, "-5", "Execution not possible", " The default pressure must be greater than zero! ", false},
+        {Kind::p_v, "0", "Execution not possible", " The default temperature must be greater than zero! ",
+         false},
+        {Kind::T_v, "-5", "Execution not possible", " The default pressure must be greater than zero! ",
+         false},
         {Kind::p_T, std::to_string(0.99 * b), "WARNING", "Input v <= b not possible!", false},
         {Kind::p_T, std::to_string(1.02 * b), "WARNING",
          "v close to b\npossibly there are problems during calculation", true},
@@ -260,6 +269,8 @@ TEST_F(DiagramForm, a_change_of_the_document_takes_the_sheet_or_leaves_it) {
 TEST_F(DiagramForm, models_that_cannot_draw_the_kind_any_more_are_told) {
     choose(Kind::sat_p_v);
     EXPECT_EQ(draw_curve(session, user), 1);
+    EXPECT_THAT(sheet().curve(1).series.label.text, StartsWith("C.1 (L) "));
+    EXPECT_THAT(sheet().curve(2).series.label.text, StartsWith("C.2 (V) "));
     change([](Document& d) {
         d.models.EOSKode = Eos::virial_redlich_kwong;
         d.models.Konzept = false;
