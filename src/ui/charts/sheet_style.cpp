@@ -11,9 +11,10 @@ namespace {
 constexpr double width_step = 0.8;  // pixels of an entry of the line width
 
 // In widths of the pen.
-const QVector<qreal>& dashes(LinePattern pattern) {
-    static const QVector<qreal> dotted{2, 2.2}, dashed{7, 3.5}, dash_dotted{7, 3, 1.5, 3};
-    return pattern == LinePattern::dotted ? dotted : pattern == LinePattern::dashed ? dashed : dash_dotted;
+QVector<qreal> dashes(LinePattern pattern) {
+    if (pattern == LinePattern::dotted) return {2, 2.2};
+    if (pattern == LinePattern::dashed) return {7, 3.5};
+    return {7, 3, 1.5, 3};
 }
 
 QPen line_pen(const SeriesStyle& style, double width) {

@@ -1,6 +1,7 @@
 #include "ui/main/command_line.h"
 
 #include <QCommandLineParser>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -27,6 +28,22 @@ CommandLine ended(int status, std::string text) {
     line.status = status;
     line.text = std::move(text);
     return line;
+}
+
+// Size of a picture in mm, "160x110", and its resolution; what is left empty stays. Returns what is wrong.
+std::string read_draw_size(const QString& size, const QString& dpi, PictureSize& result) {
+    const auto number = [](const QString& text, double& value) {
+        bool good = false;
+        value = text.toDouble(&good);
+        return good && std::isfinite(value) && value > 0;
+    };
+    if (!size.isEmpty()) {
+        const QStringList sides = size.split(QLatin1Char('x'), Qt::KeepEmptyParts, Qt::CaseInsensitive);
+        if (sides.size() != 2 || !number(sides[0], result.width) || !number(sides[1], result.height))
+            return "--picture-size is width x height in mm, as in 160x110.";
+    }
+    if (!dpi.isEmpty() && !number(dpi, result.dpi)) return "--picture-dpi is a number, as in 300.";
+    return {};
 }
 
 // Qt ends with this message when no platform can be used; all others go on as they were.
@@ -57,9 +74,12 @@ CommandLine read_command_line(const QStringList& arguments) {
     QCommandLineOption pictures(QStringLiteral("pictures"), {}, QStringLiteral("DIR"));
     QCommandLineOption size(QStringLiteral("picture-size"), {}, QStringLiteral("WIDTHxHEIGHT"),
                             QStringLiteral("1360x900"));
-    for (QCommandLineOption* internal : {&pictures, &size})
+    QCommandLineOption draw(QStringLiteral("draw"), {}, QStringLiteral("SHEET.oc2"));
+    QCommandLineOption out(QStringLiteral("out"), {}, QStringLiteral("FILE"));
+    QCommandLineOption dpi(QStringLiteral("picture-dpi"), {}, QStringLiteral("DPI"));
+    for (QCommandLineOption* internal : {&pictures, &size, &draw, &out, &dpi})
         internal->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({help, version, folder, trace, screenshots, pictures, size});
+    parser.addOptions({help, version, folder, trace, screenshots, pictures, size, draw, out, dpi});
     parser.addPositionalArgument(QStringLiteral("PROJECT"),
                                  QStringLiteral("Project *.QC6 that is loaded at the start."));
     if (!parser.parse(arguments)) {
@@ -69,6 +89,16 @@ CommandLine read_command_line(const QStringList& arguments) {
     if (parser.isSet(help)) return ended(0, usage(parser));
     if (parser.isSet(version)) return ended(0, "QUOM-6 " QUOM_VERSION "\n");
     CommandLine line;
+    if (parser.isSet(draw) || parser.isSet(out)) {
+        line.draw = parser.value(draw).toStdString();
+        line.draw_out = parser.value(out).toStdString();
+        const std::string fault = read_draw_size(parser.isSet(size) ? parser.value(size) : QString(),
+                                                 parser.value(dpi), line.draw_size);
+        if (!fault.empty()) return ended(2, "quom: " + fault + "\n");
+        if (line.draw.empty() || line.draw_out.empty())
+            return ended(2, "quom: --draw SHEET.oc2 and --out FILE belong together.\n");
+        return line;
+    }
     line.program_folder = parser.value(folder).toStdString();
     line.screenshots = parser.value(screenshots).toStdString();
     line.pictures = parser.value(pictures).toStdString();

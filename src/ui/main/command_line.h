@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "ui/charts/picture_file.h"
+
 namespace quom {
 
 struct CommandLine {
@@ -15,6 +17,9 @@ struct CommandLine {
     std::string pictures;     // one run for them, with the main window in picture_size
     QSize picture_size;
     bool trace_start = false;
+    std::string draw;  // the sheet of this file as a picture, without a display
+    std::string draw_out;
+    PictureSize draw_size;
     std::vector<std::string> project;  // the rest: one path, also in several words
 
     // Set when the program ends at once: 0 with text for the output (help, version), 2 with what is wrong.

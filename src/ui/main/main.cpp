@@ -11,6 +11,7 @@
 #include "session/starter_update.h"
 #include "ui/look/look.h"
 #include "ui/main/command_line.h"
+#include "ui/main/draw_sheet.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/project_actions.h"
 #include "ui/main/recovery_keeper.h"
@@ -44,6 +45,7 @@ int main(int argc, char** argv) {
         std::fputs(arguments.text.c_str(), *arguments.status == 0 ? stdout : stderr);
         return *arguments.status;
     }
+    if (!arguments.draw.empty()) return quom::draw_sheet(argc, argv, arguments);
     if (!arguments.screenshots.empty()) return screenshots(argc, argv, arguments);
     if (const std::string fault = quom::missing_display(); !fault.empty()) {
         std::fprintf(stderr, "quom: %s\n", fault.c_str());
