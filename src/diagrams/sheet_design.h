@@ -87,8 +87,8 @@ struct AxisDesign {
     bool grid = true;
     int digits = 0;  // significant digits of the numbers, 0 as many as needed
     TextTurn title_turn = TextTurn::horizontal, number_turn = TextTurn::horizontal;
-    std::optional<double> origin;  // where the other axis crosses; none: at the lower limit
-    std::optional<double> step;    // of the numbers; none: chosen for the range
+    std::optional<double> origin{};  // where the other axis crosses; none: at the lower limit
+    std::optional<double> step{};    // of the numbers; none: chosen for the range
     Font title_font{.size = 10}, number_font{};
     bool operator==(const AxisDesign&) const = default;
 };

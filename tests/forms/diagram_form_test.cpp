@@ -22,7 +22,11 @@ constexpr const char* no_fit =
 class DiagramForm : public ::testing::Test {
  protected:
     DiagramForm() {
-        options([](Options& o) { o.KurvenMischen = true; });
+        options([](Options& o) {
+            o.KurvenMischen = true;
+            // No word of points below the triple temperature.
+            o.chkCurveTpRestricted = false;
+        });
     }
     template <class Change>
     void change(Change make) {

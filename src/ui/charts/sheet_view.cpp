@@ -103,7 +103,8 @@ void SheetView::take_band(const QRect& band) {
 
 void SheetView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() != QEvent::FontChange && event->type() != QEvent::ApplicationFontChange) return;
+    if (!drawn_ || (event->type() != QEvent::FontChange && event->type() != QEvent::ApplicationFontChange))
+        return;
     drawn_->fonts_changed();
     refresh();
 }

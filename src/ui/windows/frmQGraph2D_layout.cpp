@@ -27,8 +27,9 @@ QFrame* upright_rule(QWidget* parent) {
     return line;
 }
 
-QLabel* readout(QWidget* parent, const char* name, const char* about, int characters) {
-    auto* label = named(new QLabel(parent), name, QLatin1String(about));
+// What it shows is also what a screen reader tells.
+QLabel* readout(QWidget* parent, const char* name, int characters) {
+    auto* label = named(new QLabel(parent), name);
     label->setMinimumWidth(label->fontMetrics().averageCharWidth() * characters);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
@@ -51,9 +52,9 @@ void frmQGraph2D::make_controls() {
     cmdEscGraph = data_button(this, "cmdEscGraph", "To the background <Esc>");
     colours = named(new ColourGrid(this), "colours");
     chart = named(new SheetView(frame_.session().diagram.sheet, this), "chart", QStringLiteral("Sheet"));
-    lblX = readout(this, "lblX", "x at the mouse", 26);
-    lblY = readout(this, "lblY", "y at the mouse", 26);
-    lblPoint = readout(this, "lblPoint", "point at the mouse", 40);
+    lblX = readout(this, "lblX", 26);
+    lblY = readout(this, "lblY", 26);
+    lblPoint = readout(this, "lblPoint", 40);
     StatusBar2 = named(new QStatusBar(this), "StatusBar2");
     StatusBar2->setSizeGripEnabled(false);
     txtFarbeStatusbar2 = named(new TrafficLights(this), "txtFarbeStatusbar2");
