@@ -18,7 +18,7 @@
 namespace quom {
 namespace {
 
-constexpr std::string_view Mark = "QUOM-6 copy of a session, version 1";
+constexpr std::string_view FirstLine = "QUOM-6 copy of a session, version 1";
 constexpr std::size_t ShortestPoint = 13, ShortestXY = 6;  // bytes of a line with its end
 
 std::string escaped(std::string_view text) {
@@ -282,7 +282,7 @@ bool same_session(const SessionCopy& copy, const Session& session) {
 
 std::string session_copy_bytes(const SessionCopy& copy) {
     Writer writer;
-    writer.bytes = std::string(Mark) + '\n';
+    writer.bytes = std::string(FirstLine) + '\n';
     copy_fields(writer, copy);
     return std::move(writer.bytes) + "end\n";
 }
@@ -290,7 +290,7 @@ std::string session_copy_bytes(const SessionCopy& copy) {
 SessionCopyRead read_session_copy(std::string_view bytes) {
     Reader reader(bytes);
     if (bytes.size() > LargestCopy) reader.fail("the copy is larger than one can be");
-    if (reader.fault.empty() && reader.next_line() != Mark)
+    if (reader.fault.empty() && reader.next_line() != FirstLine)
         reader.fail("this is no copy of a session of this version");
     SessionCopy copy;
     copy_fields(reader, copy);
