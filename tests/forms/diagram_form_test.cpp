@@ -173,7 +173,9 @@ TEST_F(DiagramForm, refuses_parameters_that_no_curve_has) {
         EXPECT_TRUE(taken.fault.empty());
         const auto messages = told();
         ASSERT_EQ(messages.size(), row.text.empty() ? 0u : 1u) << row.typed;
-        if (!row.text.empty()) EXPECT_EQ(messages[0], std::pair(row.title, row.text));
+        if (!row.text.empty()) {
+            EXPECT_EQ(messages[0], std::pair(row.title, row.text));
+        }
     }
     EXPECT_THAT(take_parameter(session, "abc", user).fault, HasSubstr("no number"));
     EXPECT_THAT(take_parameter(session, "", user).fault, HasSubstr("missing"));
