@@ -100,17 +100,16 @@ TEST(CommandLine, a_diagram_file_becomes_a_picture_without_a_display) {
         std::string sentence;
     };
     const std::string draw = "--draw '" + at + "/sheet.oc2' --out '" + at;
-    for (const Case& c : {Case{draw + "/a.svg'", 0, ""}, Case{draw + "/a.png' --picture-size 80x50", 0, ""},
-                          Case{draw + "/a.gif'", 2, "not as \".gif\""},
-                          Case{draw + "/a.png' --picture-size 80", 2, "in mm"},
-                          Case{draw + "/a.png' --picture-size 80x9000", 2, "5000 mm"},
-                          Case{"--draw x.oc2", 2, "--out FILE"},
-                          Case{"--draw /nowhere/x.oc2 --out a.svg", 3, "x.oc2"},
-                          Case{draw + "/none/a.svg'", 3, "a.svg"}}) {
+    for (const Case& c :
+         {Case{draw + "/a.svg'", 0, ""}, Case{draw + "/a.png' --picture-size 80x50", 0, ""},
+          Case{draw + "/a.gif'", 2, "not as \".gif\""}, Case{draw + "/a.png' --picture-size 80", 2, "in mm"},
+          Case{draw + "/a.png' --picture-size 80x9000", 2, "5000 mm"}, Case{"--draw x.oc2", 2, "--out FILE"},
+          Case{"--draw /nowhere/x.oc2 --out a.svg", 3, "x.oc2"}, Case{draw + "/none/a.svg'", 3, "a.svg"}}) {
         const Ended ended = quom_run("", c.words);
         EXPECT_EQ(ended.status, c.status) << c.words;
         EXPECT_EQ(ended.out, "");
-        EXPECT_THAT(ended.err, c.status == 0 ? HasSubstr("") : AllOf(StartsWith("quom: "), HasSubstr(c.sentence)));
+        EXPECT_THAT(ended.err,
+                    c.status == 0 ? HasSubstr("") : AllOf(StartsWith("quom: "), HasSubstr(c.sentence)));
     }
     EXPECT_EQ(QImage(folder.filePath(QStringLiteral("a.png"))).size(), QSize(945, 591)) << "at 300 dpi";
 }

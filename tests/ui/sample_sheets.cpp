@@ -207,8 +207,10 @@ GraphDocument long_labels() {
     maker.curve();
     maker.input.kind = Kind::p_T;
     maker.overlay(Overlay::coexistence);
-    maker.sheet.curve(1).series.label.text += " and a remark of the user that does not end before the sheet does";
-    maker.sheet.header.text += ", with a heading that is far too long for one line of any picture of this size";
+    maker.sheet.curve(1).series.label.text +=
+        " and a remark of the user that does not end before the sheet does";
+    maker.sheet.header.text +=
+        ", with a heading that is far too long for one line of any picture of this size";
     maker.legend(LegendPlace::top_left);
     return maker.sheet;
 }
@@ -264,19 +266,22 @@ GraphDocument designed() {
     sheet.footer.text = "Footer of the sheet\nin two lines";
     sheet.header.x = 0.3;
     sheet.header.y = 0.02;
-    sheet.texts.push_back({.text = "A text by the user\nwith two lines", .x = 0.55, .y = 0.2,
-                           .font = {.size = 14}, .color = rgb(0xC30096)});
+    sheet.texts.push_back({.text = "A text by the user\nwith two lines",
+                           .x = 0.55,
+                           .y = 0.2,
+                           .font = {.size = 14},
+                           .color = rgb(0xC30096)});
     sheet.texts.push_back({.text = "beyond the edge", .x = 0.98, .y = 0.97});
     sheet.legend = {.visible = true, .place = LegendPlace::free, .x = 0.62, .y = 0.45, .font = {.size = 7}};
-    sheet.curve(3).series.label.dx = 60;
+    sheet.curve(3).series.label.dx = -250;
     sheet.curve(3).series.label.dy = -40;
     return sheet;
 }
 
 GraphDocument zoomed() {
     SheetMaker maker(propane, Kind::p_v);
-    maker.range({.XMin = 0.19985F, .YMin = 4240.02F, .XMax = 0.20015F, .YMax = 4240.12F});
-    maker.isotherms({369.7, 369.75, 369.8});
+    maker.range({.XMin = 0.19985F, .YMin = 4200, .XMax = 0.20015F, .YMax = 4300});
+    maker.isotherms({369.5, 369.7, 369.9});
     return maker.sheet;
 }
 

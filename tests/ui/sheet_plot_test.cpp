@@ -83,7 +83,8 @@ TEST(SheetPlot, every_sample_shows_its_series_inside_the_axes_and_its_texts_insi
         EXPECT_EQ(sample.name == "without_curves", drawn.curves().empty());
         for (const QCPCurve* curve : drawn.curves())
             for (const QCPCurveData& point : *curve->data())
-                EXPECT_TRUE(std::isnan(point.key) || (axes.x.contains(point.key) && axes.y.contains(point.value)))
+                EXPECT_TRUE(std::isnan(point.key) ||
+                            (axes.x.contains(point.key) && axes.y.contains(point.value)))
                     << point.key << " " << point.value;
 
         const QRectF picture = drawn.plot.viewport();
@@ -92,7 +93,8 @@ TEST(SheetPlot, every_sample_shows_its_series_inside_the_axes_and_its_texts_insi
             const auto* line = dynamic_cast<const SheetLine*>(element);
             if (line == nullptr || line->text_box().isEmpty()) continue;
             ++texts;
-            EXPECT_TRUE(picture.contains(line->text_box())) << line->lines().join(QLatin1Char('|')).toStdString();
+            EXPECT_TRUE(picture.contains(line->text_box()))
+                << line->lines().join(QLatin1Char('|')).toStdString();
             EXPECT_FALSE(line->text_box().intersects(drawn.sheet.area()));
         }
         EXPECT_EQ(texts, 3) << "heading or footer, and both titles";
@@ -125,7 +127,7 @@ TEST(SheetPlot, labels_stand_inside_the_axes_clear_of_each_other_and_of_the_lege
                         drawn.sheet.area().contains(drawn.sheet.legend_box()));
         }
     const Drawn family(sample("p_v_family"));
-    EXPECT_EQ(family.sheet.labels().size(), 14u) << "13 curves and p(cr)";
+    EXPECT_EQ(family.sheet.labels().size(), 16u) << "13 curves, p(cr), p(LV) and p(SLV)";
     EXPECT_EQ(Drawn(sample("crowded_with_legend")).sheet.labels().size(), 0u);
 }
 
@@ -155,16 +157,19 @@ TEST(SheetPlot, numbers_of_the_axes_are_round_and_right) {
     EXPECT_THAT(numbers("p_v_family", true), ElementsAre("0", "0.2", "0.4", "0.6", "0.8", "1", "1.2"));
     EXPECT_EQ(numbers("p_v_family", false).last(), text("7000"));
     EXPECT_THAT(numbers("log_axes", true), ElementsAre("0.1", "1", "10", "100"));
-    EXPECT_THAT(numbers("narrow_log_axes", true), IsSupersetOf({text("0.1"), text("0.2"), text("0.5"), text("1")}));
+    EXPECT_THAT(numbers("narrow_log_axes", true),
+                IsSupersetOf({text("0.1"), text("0.2"), text("0.5"), text("1")}));
     EXPECT_THAT(numbers("p_v_loops", false), Contains(text("\u22121000")));
     // Two digits were asked for; 4000 and 2000 take one, and none is rounded to another place.
     for (const QString& number : numbers("designed", false))
         EXPECT_TRUE(number == QLatin1String("0") || number.endsWith(QLatin1String("000")));
-    for (const QString& number : numbers("zoomed", false)) EXPECT_THAT(number.toStdString(), HasSubstr("4240."));
+    EXPECT_THAT(numbers("zoomed", true), Contains(text("0.19995")));
 }
 
 TEST(SheetPlot, ticks_never_say_a_number_that_is_not_theirs) {
-    const NumberExtent narrow = [](const std::string& number) { return 8.0 * static_cast<double>(number.size()) + 14; };
+    const NumberExtent narrow = [](const std::string& number) {
+        return 8.0 * static_cast<double>(number.size()) + 14;
+    };
     const ShownAxis near_300{300, 310, false};
     const Ticks ticks = sheet_ticks({.digits = 2}, near_300, 600, narrow);
     ASSERT_GE(ticks.at.size(), 5u);
@@ -233,7 +238,7 @@ TEST(SheetPlot, lines_are_cut_at_the_frame) {
         set_log_x(document, log);
         set_log_y(document, log);
         Series series;
-        series.points = {{10, 10},    {1000, 10}, {1000, 1000}, {10, 1000}, {10, 10}, {0.1F, 10},
+        series.points = {{10, 10},     {1000, 10}, {1000, 1000}, {10, 1000}, {10, 10}, {0.1F, 10},
                          {0.1F, 0.1F}, {90, 0.1F}, {0.5F, 90},   {50, 50},   {0, 50},  {50, 60}};
         const ShownAxes axes = shown_axes(document);
         const std::vector<SeenPoint> line = line_in_sight(document, series, axes);
@@ -344,10 +349,11 @@ TEST(SheetPlot, a_sheet_is_written_in_every_format_with_its_texts) {
         EXPECT_TRUE(colors.contains(sheet_color(slot_color(4)).rgb()));
     }
     const auto texts = test::read_emf(sheet_picture_bytes(document, "emf", size).bytes).text_list();
-    EXPECT_THAT(texts, IsSupersetOf({QString::fromStdString(document.header.text),
-                                     QStringLiteral("C.1 290.00 K"), QStringLiteral("p / kPa"),
-                                     QStringLiteral("p(cr)"), QStringLiteral("7000")}));
-    EXPECT_EQ(test::read_wmf(sheet_picture_bytes(document, "wmf", size).bytes).text_list().size(), texts.size());
+    EXPECT_THAT(texts,
+                IsSupersetOf({QString::fromStdString(document.header.text), QStringLiteral("C.1 290.00 K"),
+                              QStringLiteral("p / kPa"), QStringLiteral("p(cr)"), QStringLiteral("7000")}));
+    EXPECT_EQ(test::read_wmf(sheet_picture_bytes(document, "wmf", size).bytes).text_list().size(),
+              texts.size());
     EXPECT_THAT(sheet_picture_bytes(document, "svg", size).bytes.toStdString(), HasSubstr("C.1 290.00 K"));
     EXPECT_TRUE(sheet_picture_bytes(document, "pdf", size).bytes.startsWith("%PDF"));
     EXPECT_NE(sheet_picture_bytes(document, "gif", size).fault, "");

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int MostNumbers = 9, UsualDigits = 6, MostDigits = 12;
 constexpr double margin_right = 14;  // of the picture
-constexpr double log_dense = 3;  // decades up to which 2 and 5 are numbered
+constexpr double log_dense = 3;      // decades up to which 2 and 5 are numbered
 // Of the picture beside the area of the axes: numbers, titles, margins.
 constexpr double beside_width = 90, beside_height = 110;
 

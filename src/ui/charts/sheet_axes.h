@@ -15,8 +15,7 @@ using NumberExtent = std::function<double(const std::string&)>;
 
 // The ticks of an axis of so many pixels whose numbers do not touch: at steps of the design where it has
 // some, else at round steps.
-Ticks sheet_ticks(const AxisDesign& design, const ShownAxis& axis, double length,
-                  const NumberExtent& extent);
+Ticks sheet_ticks(const AxisDesign& design, const ShownAxis& axis, double length, const NumberExtent& extent);
 
 // Gives an axis of the chart library such ticks for the size of the plot that is drawn.
 class SheetTicker : public QCPAxisTicker {

@@ -61,9 +61,9 @@ SheetLabels::Tag SheetLabels::new_tag() {
                                   static_cast<int>(padding_x), static_cast<int>(padding_y)));
     tag.lead->start->setParentAnchor(tag.point->position);
     tag.lead->end->setParentAnchor(tag.point->position);
-    for (QCPAbstractItem* item : {static_cast<QCPAbstractItem*>(tag.point),
-                                  static_cast<QCPAbstractItem*>(tag.text),
-                                  static_cast<QCPAbstractItem*>(tag.lead)}) {
+    for (QCPAbstractItem* item :
+         {static_cast<QCPAbstractItem*>(tag.point), static_cast<QCPAbstractItem*>(tag.text),
+          static_cast<QCPAbstractItem*>(tag.lead)}) {
         item->setSelectable(false);
         item->setClipToAxisRect(false);
     }
@@ -139,18 +139,20 @@ SheetLabels::Spot SheetLabels::free_spot(const LabelWish& wish, const QSizeF& si
         } else {
             try_box(point, pixel, box.translated(0, size.height() + 2 * above), off + 6);
             // Beside a steep piece.
-            try_box(point, pixel, box.translated(size.width() / 2 + above, size.height() / 2 + above), off + 9);
-            try_box(point, pixel, box.translated(-size.width() / 2 - above, size.height() / 2 + above), off + 9);
+            try_box(point, pixel, box.translated(size.width() / 2 + above, size.height() / 2 + above),
+                    off + 9);
+            try_box(point, pixel, box.translated(-size.width() / 2 - above, size.height() / 2 + above),
+                    off + 9);
         }
     }
     if (best_cost < 1e4) return best;
     for (double far = size.height(); far < 14 * size.height(); far += size.height() / 2)
         for (int i = 0; i < 24; ++i) {
             const double angle = i * 3.14159265358979 / 12;
-            const QRectF box = moved_into(
-                first_box(wish, first.pixel, size)
-                    .translated((far + size.width() / 2) * std::cos(angle), far * std::sin(angle)),
-                area);
+            const QRectF box =
+                moved_into(first_box(wish, first.pixel, size)
+                               .translated((far + size.width() / 2) * std::cos(angle), far * std::sin(angle)),
+                           area);
             try_box(first.at, first.pixel, box, 500 + distance(first.pixel, box));
         }
     return best;
@@ -164,8 +166,7 @@ void SheetLabels::put(std::size_t number, const Spot& spot) {
     tag.text->setText(metrics.elidedText(wish.text, Qt::ElideRight, spot.box.width() - 2 * padding_x));
     tag.text->position->setCoords(spot.box.topLeft() - spot.pixel);
     tag.text->setVisible(true);
-    const bool has_lead =
-        wish.of.part != SheetPart::mark_label && distance(spot.pixel, spot.box) > lead_from;
+    const bool has_lead = wish.of.part != SheetPart::mark_label && distance(spot.pixel, spot.box) > lead_from;
     tag.lead->setVisible(has_lead);
     if (has_lead) {
         const QPointF end(std::clamp(spot.pixel.x(), spot.box.left(), spot.box.right()),
@@ -190,8 +191,8 @@ void SheetLabels::place(const QRectF& area, const std::vector<QRectF>& blocked,
             tags_[i].lead->setVisible(false);
             if (wish.points.empty()) continue;
             const QSizeF size = box_size(wish, widest_share * area.width());
-            const Spot spot = moved ? moved_spot(wish, size, inside)
-                                    : free_spot(wish, size, inside, taken, symbols);
+            const Spot spot =
+                moved ? moved_spot(wish, size, inside) : free_spot(wish, size, inside, taken, symbols);
             put(i, spot);
             taken.push_back(spot.box);
         }

@@ -73,7 +73,7 @@ double SheetLegend::selectTest(const QPointF& pos, bool, QVariant*) const {
 void SheetLegend::draw(QCPPainter* painter) {
     const Layout place = layout();
     const QFontMetricsF metrics(font_);
-    painter->setAntialiasing(false);
+    painter->setAntialiasing(true);
     painter->setPen(QPen(border_, 1));
     painter->setBrush(ground_);
     painter->drawRect(place.box);
@@ -85,7 +85,6 @@ void SheetLegend::draw(QCPPainter* painter) {
         const QPointF corner = place.box.topLeft() + QPointF(inset + column * (place.column_width + gap),
                                                              inset - 2 + row * place.row_height);
         const double middle = corner.y() + place.row_height / 2;
-        painter->setAntialiasing(true);
         if (entry.pen.style() != Qt::NoPen) {
             painter->setPen(entry.pen);
             painter->drawLine(QPointF(corner.x(), middle), QPointF(corner.x() + key_width, middle));

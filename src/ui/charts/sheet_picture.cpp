@@ -11,12 +11,14 @@
 namespace quom {
 namespace {
 
-constexpr double paper_resolution = 96;  // dots per inch in which sheets are measured
+constexpr double paper_resolution = 96;    // dots per inch in which sheets are measured
 constexpr double highest_on_paper = 0.75;  // of the width
 
 DrawChart drawing_of(const GraphDocument& document) {
     return [&document](QCPPainter& painter, QSizeF size) {
         QCustomPlot plot;
+        // Thin lines of one width at any scale.
+        plot.setAntialiasedElements(QCP::aeAxes | QCP::aeGrid);
         SheetPlot sheet(plot);
         sheet.draw(document, true);
         plot.toPainter(&painter, static_cast<int>(std::ceil(size.width())),

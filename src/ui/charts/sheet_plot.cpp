@@ -80,8 +80,8 @@ std::vector<SeenPoint> along_mark(const GraphDocument& document, const Mark& mar
         const auto between = [&](const ShownAxis& axis, double from, double to) {
             return axis.at(axis.share(from) + part * (axis.share(to) - axis.share(from)));
         };
-        places.push_back(
-            {between(axes.x, line.front().x, line.back().x), between(axes.y, line.front().y, line.back().y), i});
+        places.push_back({between(axes.x, line.front().x, line.back().x),
+                          between(axes.y, line.front().y, line.back().y), i});
     }
     wanted = Places / 6;
     if (seen) places[wanted] = {x, y, wanted};
@@ -345,7 +345,8 @@ void SheetPlot::Parts::wish_labels(const GraphDocument& document, const ShownAxe
         const Mark& mark = document.marks[i];
         const SeriesLabel& label = mark.series.label;
         if (!mark.shown() || !label.visible || label.text.empty()) continue;
-        LabelWish one = wish({SheetPart::mark_label, static_cast<int>(i) + FirstMark}, label, QPen(Qt::NoPen));
+        LabelWish one =
+            wish({SheetPart::mark_label, static_cast<int>(i) + FirstMark}, label, QPen(Qt::NoPen));
         one.points = along_mark(document, mark, axes, one.wanted);
         if (one.points.empty()) continue;
         one.beside = one.points.front().x == one.points.back().x;

@@ -1,5 +1,5 @@
-// The one drawing routine of two-dimensional sheets: a plot of the chart library is brought to what a document
-// says. The plot holds nothing of its own and can be thrown away.
+// The one drawing routine of two-dimensional sheets: a plot of the chart library is brought to what a
+// document says. The plot holds nothing of its own and can be thrown away.
 #pragma once
 #include <QObject>
 #include <QPointF>

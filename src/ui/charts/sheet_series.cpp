@@ -137,7 +137,8 @@ std::vector<SeenPoint> points_in_sight(const GraphDocument& document, const Seri
 std::vector<SeenPoint> line_in_sight(const GraphDocument& document, const Series& series,
                                      const ShownAxes& axes) {
     LineCutter cutter(axes);
-    for (std::size_t i = 0; i < series.points.size(); ++i) cutter.add(place_of(document, series.points[i]), i);
+    for (std::size_t i = 0; i < series.points.size(); ++i)
+        cutter.add(place_of(document, series.points[i]), i);
     return cutter.take();
 }
 

@@ -63,7 +63,6 @@ QSize SheetLine::minimumOuterSizeHint() const {
 
 QSize SheetLine::maximumOuterSizeHint() const {
     const QSize least = minimumOuterSizeHint();
-    if (lines_.isEmpty()) return least;
     return turn_ == TextTurn::horizontal ? QSize(QWIDGETSIZE_MAX, least.height())
                                          : QSize(least.width(), QWIDGETSIZE_MAX);
 }
@@ -76,8 +75,9 @@ QRectF SheetLine::text_box() const {
     if (turn_ != TextTurn::horizontal) {
         size.transpose();
         const double top = under.center().y() - size.height() / 2;
-        return {QPointF(place.left(), std::clamp(top, 2.0, std::max(2.0, picture.bottom() - size.height() - 2))),
-                size};
+        return {
+            QPointF(place.left(), std::clamp(top, 2.0, std::max(2.0, picture.bottom() - size.height() - 2))),
+            size};
     }
     double left = under.center().x() - size.width() / 2;
     if (alignment_ & Qt::AlignLeft) left = margin;

@@ -15,8 +15,8 @@ class SheetLine : public QCPLayoutElement {
     // gap: pixels below it, or beside it when it is turned. over: what it is centred over, none: the picture.
     SheetLine(QCustomPlot& plot, int gap, const QCPAxisRect* over = nullptr);
 
-    void set(const QString& text, const QFont& font, const QColor& color, TextTurn turn = TextTurn::horizontal,
-             Qt::Alignment alignment = Qt::AlignHCenter);
+    void set(const QString& text, const QFont& font, const QColor& color,
+             TextTurn turn = TextTurn::horizontal, Qt::Alignment alignment = Qt::AlignHCenter);
     const QStringList& lines() const { return lines_; }
     QRectF text_box() const;  // as it was drawn last; empty without a text
 
