@@ -22,11 +22,7 @@ constexpr const char* no_fit =
 class DiagramForm : public ::testing::Test {
  protected:
     DiagramForm() {
-        options([](Options& o) {
-            o.KurvenMischen = true;
-            // No word of points below the triple temperature.
-            o.chkCurveTpRestricted = false;
-        });
+        options([](Options& o) { o.KurvenMischen = true; });
     }
     template <class Change>
     void change(Change make) {

@@ -42,8 +42,6 @@ class DiagramWindow : public WindowDriver {
     }
     void go_to_diagram(const char* entry = p_v) {
         go_to_calculations();
-        // No word of points below the triple temperature.
-        change([](Document& d) { d.options.chkCurveTpRestricted = false; });
         trigger(entry);
         ASSERT_TRUE(window());
         QApplication::processEvents();
