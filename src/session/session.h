@@ -50,7 +50,7 @@ struct Session {
     std::optional<PointOutcome> outcome;  // of the point that was calculated last; absent: of none
     std::vector<BatchResult> batch;  // of the data points, [0] direct input; may be shorter than the points
     CalculationRecord record;
-    DiagramSession diagram;
+    DiagramSession diagram{};
     ShellState shell;
 
     const SubstanceConstants& substance() const { return document.substance.constants; }
