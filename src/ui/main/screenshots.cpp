@@ -17,11 +17,13 @@
 #include <QTimer>
 
 #include "base/files.h"
+#include "forms/diagram_form.h"
 #include "session/data_diagnosis.h"
 #include "session/program_path.h"
 #include "session/project_file.h"
 #include "ui/main/calculation_windows.h"
 #include "ui/main/data_windows.h"
+#include "ui/main/diagram_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/menu_actions.h"
@@ -34,12 +36,14 @@
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQCalcOut.h"
 #include "ui/windows/frmQCmnDlg.h"
+#include "ui/windows/frmQGraph2D.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQOptions.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmQXYEdit.h"
 #include "ui/windows/frmTextImport.h"
 #include "ui/windows/frmTpRhoEdit.h"
+#include "ui/windows/frmTpVSInputBox.h"
 
 namespace quom {
 
@@ -221,7 +225,39 @@ constexpr Step Steps[] = {
          edit_xy_data(f, 0);
          press(f, frmQXYEdit::Name, "cmdManip");
      }},
-    {"data", [](mdiQUOM& f) { pop_up(f, "mnuData"); }},
+    {"diagram",
+     [](mdiQUOM& f) {
+         f.unload(frmQXYEdit::Name);
+         open_diagram(f, static_cast<int>(Kind::p_v));
+     }},
+    {"diagram-curves",
+     [](mdiQUOM& f) {
+         f.unload(frmTpVSInputBox::Name);
+         SilentMessages nobody;
+         for (const double T : {300.0, 340.0, f.session().substance().Tcr, 400.0, 450.0}) {
+             f.session().diagram.state.T = T;
+             draw_curve(f.session(), nobody);
+         }
+         f.session().diagram.sheet->last.T = 340;
+         for (const Insertion what : {Insertion::coexistence, Insertion::tie_line, Insertion::p,
+                                      Insertion::crit_calculated, Insertion::legend})
+             insert(f.session(), what, false, nobody);
+         if (auto* w = f.child<frmQGraph2D>()) w->refresh();
+     }},
+    {"diagram-colours", [](mdiQUOM& f) { press(f, frmQGraph2D::Name, "cmdFarbVorwahl"); }},
+    {"diagram-insert",
+     [](mdiQUOM& f) {
+         if (auto* w = f.child<frmQGraph2D>()) w->mnuInsert->popup(w->mapToGlobal(QPoint(0, 40)));
+     }},
+    {"diagram-limits",
+     [](mdiQUOM& f) {
+         if (auto* w = f.child<frmQGraph2D>()) w->mnuCoord->trigger();
+     }},
+    {"data",
+     [](mdiQUOM& f) {
+         close_diagram_windows(f);
+         pop_up(f, "mnuData");
+     }},
     {"calculations", [](mdiQUOM& f) { pop_up(f, "mnuCalcMain"); }},
     {"functions", [](mdiQUOM& f) { pop_up(f, "mnuGraf_FuT"); }},
     {"help", [](mdiQUOM& f) { f.show_help(62); }},

@@ -1,9 +1,11 @@
 #include "ui/main/window_table.h"
 
+#include "ui/windows/frmQGraph2D.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmQXYEdit.h"
 #include "ui/windows/frmTpRhoEdit.h"
+#include "ui/windows/frmTpVSInputBox.h"
 
 namespace quom {
 
@@ -28,8 +30,8 @@ constexpr WindowRow Rows[] = {
     {"frmQBankEdit", Lifetime::substance, Part::none, 0},
     {"frmQModell", Lifetime::substance, Part::models, 50, Sizing::width_only, {530, 0}, made<frmQModell>},
     {"frmQFitting", Lifetime::substance, Part::none, 0},
-    {"frmTpVSInputBox", Lifetime::substance, Part::none, 0},
-    {"frmQGraph2D", Lifetime::substance, Part::none, 0},
+    {"frmTpVSInputBox", Lifetime::substance, Part::none, 90, Sizing::fixed, {}, made<frmTpVSInputBox>},
+    {"frmQGraph2D", Lifetime::substance, Part::none, 90, Sizing::free, {900, 640}, made<frmQGraph2D>},
     {"frmGraph3D", Lifetime::substance, Part::none, 0},
     {"frmTpRhoEdit", Lifetime::substance, Part::none, 86, Sizing::free, {980, 600}, made<frmTpRhoEdit>},
     {"frmQXYEdit", Lifetime::substance, Part::none, 87, Sizing::free, {780, 610}, made<frmQXYEdit>},

@@ -18,6 +18,7 @@
 #include "session/data_files.h"
 #include "ui/main/beside.h"
 #include "ui/main/data_windows.h"
+#include "ui/main/diagram_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/notice_strip.h"
@@ -100,6 +101,10 @@ void frmQXYEdit::connect_controls() {
     connect(cmdErase, &QPushButton::clicked, this, [this] { remove_marked(); });
     connect(cmdImport, &QPushButton::clicked, this, [this] { import_text_into(frame_, ImportTarget::xy); });
     connect(cmdClipEinfuegen, &QPushButton::clicked, this, [this] { insert_clipboard(); });
+    connect(cmdDrawXY, &QPushButton::clicked, this, [this] {
+        open_control_graph(frame_,
+                           optIsPoints[1]->isChecked() ? ControlGraph::xy_curve : ControlGraph::xy_points);
+    });
     connect(cmdPrint, &QPushButton::clicked, this, &frmQXYEdit::print);
     connect(cmdClose, &QPushButton::clicked, this, [this] {
         if (XYSaveFrage(frame_)) frame_.unload(Name);

@@ -54,7 +54,6 @@ void frmQXYEdit::make_controls() {
     make_options(this, "optIsPoints", optIsPoints, {"as points", "as curve"});
     cmdDrawXY = data_button(this, "cmdDrawXY", "Draw");
     cmdFitting = data_button(this, "cmdFitting", "Data to fitting module");
-    switch_off(cmdDrawXY, "not yet available: the diagrams are not there yet");
     switch_off(cmdFitting, "not yet available: the fitting module is not there yet");
     lblStatus = named(hint_label({}, this), "lblStatus");
     lblStatus->setWordWrap(false);

@@ -11,6 +11,7 @@
 
 #include "ui/main/beside.h"
 #include "ui/main/data_windows.h"
+#include "ui/main/diagram_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/labels.h"
@@ -90,6 +91,10 @@ void frmTpRhoEdit::connect_controls() {
             document.exp.optFitFunction = i + 1;
             frame_.bench().commit(std::move(document));
         });
+    connect(cmdGraphFunction, &QPushButton::clicked, this,
+            [this] { open_control_graph(frame_, ControlGraph::y_T); });
+    connect(cmdlogGraf, &QPushButton::clicked, this,
+            [this] { open_control_graph(frame_, ControlGraph::ln_p); });
     connect(cmdPrintTpVListe, &QPushButton::clicked, this, [this] {
         const PrintedTable table = exp_printed_table(data());
         PrintedText text{.title = windowTitle().simplified(), .head = {}, .lines = {}};
@@ -126,7 +131,7 @@ void frmTpRhoEdit::show_document() {
         txtComment->setText(comment);
     optFitFunction[std::clamp(data().optFitFunction, 1, 5) - 1]->setChecked(true);
     const bool any = count() > 0;
-    for (QWidget* control : {cmdBatchSave, TSort, pSort, cmdPrintTpVListe}) control->setEnabled(any);
+    for (QWidget* control : {cmdBatchSave, TSort, pSort, cmdGraphFunction, cmdlogGraf, cmdPrintTpVListe}) control->setEnabled(any);
     grid->refresh();
 }
 

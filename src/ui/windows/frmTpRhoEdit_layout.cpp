@@ -20,7 +20,6 @@ namespace quom {
 
 namespace {
 
-constexpr const char* NoDiagrams = "not yet available: the diagrams are not there yet";
 constexpr const char* NoFitting = "not yet available: the fitting module is not there yet";
 
 }  // namespace
@@ -67,7 +66,6 @@ void frmTpRhoEdit::make_controls() {
     cmdlogGraf = data_button(this, "cmdlogGraf", "Graph of T-p points   ln{p} = f(1/T)");
     cmdFitting = data_button(this, "cmdFitting", "    to Fitting");
     cmdSaveXY = data_button(this, "cmdSaveXY", "Save as *.XY", "Save T-y data as ...");
-    for (QPushButton* graph : {cmdGraphFunction, cmdlogGraf}) switch_off(graph, NoDiagrams);
     switch_off(cmdFitting, NoFitting);
     cmdPrintTpVListe = data_button(this, "cmdPrintTpVListe", "Print table");
     cmdClose = data_button(this, "cmdClose", "Close <Esc>");

@@ -1,0 +1,117 @@
+#include "ui/charts/sheet_view.h"
+
+#include <qcustomplot.h>
+
+#include <QMouseEvent>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "ui/charts/sheet_plot.h"
+#include "ui/widgets/labels.h"
+
+namespace quom {
+
+namespace {
+
+constexpr int LeastBand = 5;      // of a rubber band [pixels]
+constexpr int ClickDistance = 3;  // that the mouse may go between press and release
+
+}  // namespace
+
+SheetView::SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent)
+    : QWidget(parent),
+      sheet_(sheet),
+      plot_(named(new QCustomPlot(this), "Chart2D1", QStringLiteral("Diagram"))) {
+    setMinimumSize(320, 240);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(plot_);
+    drawn_ = std::make_unique<SheetPlot>(*plot_);
+    plot_->setMouseTracking(true);
+    plot_->setFocusPolicy(Qt::StrongFocus);
+    plot_->setContextMenuPolicy(Qt::CustomContextMenu);
+    plot_->installEventFilter(this);
+    connect(plot_, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& at) { emit menu_wanted(plot_->mapToGlobal(at)); });
+    connect(plot_, &QCustomPlot::mouseMove, this, [this](QMouseEvent* event) { mouse_moved(*event); });
+    connect(plot_, &QCustomPlot::mousePress, this, [this](QMouseEvent* event) {
+        if (event->button() == Qt::LeftButton) pressed_ = event->pos();
+    });
+    connect(plot_, &QCustomPlot::mouseRelease, this, [this](QMouseEvent* event) { mouse_released(*event); });
+    connect(plot_->selectionRect(), &QCPSelectionRect::accepted, this,
+            [this](const QRect& band, QMouseEvent*) { take_band(band.normalized()); });
+    refresh();
+}
+
+SheetView::~SheetView() = default;
+
+void SheetView::refresh() {
+    if (sheet_) drawn_->draw(*sheet_);
+}
+
+void SheetView::arm_zoom(bool on) {
+    if (!on) plot_->selectionRect()->cancel();
+    armed_ = on;
+    plot_->setSelectionRectMode(on ? QCP::srmCustom : QCP::srmNone);
+    plot_->setCursor(on ? Qt::CrossCursor : Qt::ArrowCursor);
+}
+
+QRectF SheetView::area() const { return drawn_->area(); }
+
+std::optional<QPointF> SheetView::place_of(const SheetPoint& shown) const {
+    if (!sheet_) return std::nullopt;
+    const QRectF area = drawn_->area();
+    const auto at = pixel_of(*sheet_, {area.width(), area.height()}, shown);
+    if (!at || at->x < 0 || at->x > area.width() || at->y < 0 || at->y > area.height()) return std::nullopt;
+    return area.topLeft() + QPointF(at->x, at->y);
+}
+
+std::optional<PointRef> SheetView::point_at(const QPointF& pixel) const {
+    const QRectF area = drawn_->area();
+    if (!sheet_ || !area.contains(pixel)) return std::nullopt;
+    const QPointF at = pixel - area.topLeft();
+    return nearest_point(*sheet_, {area.width(), area.height()}, {at.x(), at.y()});
+}
+
+void SheetView::mouse_moved(const QMouseEvent& event) {
+    const QPointF at = event.position();
+    if (!sheet_ || !drawn_->area().contains(at)) {
+        emit mouse_left();
+        return;
+    }
+    const auto point = point_at(at);
+    if (!armed_)
+        plot_->setCursor(!point ? Qt::ArrowCursor : point->of_set ? Qt::PointingHandCursor : Qt::CrossCursor);
+    emit mouse_at(plot_->xAxis->pixelToCoord(at.x()), plot_->yAxis->pixelToCoord(at.y()), point);
+}
+
+void SheetView::mouse_released(const QMouseEvent& event) {
+    const auto pressed = std::exchange(pressed_, std::nullopt);
+    if (armed_ || event.button() != Qt::LeftButton || !pressed) return;
+    if ((event.pos() - *pressed).manhattanLength() > ClickDistance) return;
+    if (const auto point = point_at(event.position())) emit point_clicked(*point);
+}
+
+void SheetView::take_band(const QRect& band) {
+    const QRectF area = drawn_->area().intersected(QRectF(band));
+    if (!sheet_ || area.width() < LeastBand || area.height() < LeastBand) return;
+    const auto x = [&](double pixel) { return static_cast<float>(plot_->xAxis->pixelToCoord(pixel)); };
+    const auto y = [&](double pixel) { return static_cast<float>(plot_->yAxis->pixelToCoord(pixel)); };
+    emit zoomed(
+        {.XMin = x(area.left()), .YMin = y(area.bottom()), .XMax = x(area.right()), .YMax = y(area.top())});
+}
+
+void SheetView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (!drawn_ || (event->type() != QEvent::FontChange && event->type() != QEvent::ApplicationFontChange))
+        return;
+    drawn_->fonts_changed();
+    refresh();
+}
+
+bool SheetView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == plot_ && event->type() == QEvent::Leave) emit mouse_left();
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace quom

@@ -1,0 +1,58 @@
+// The sheet on screen: drawn by the drawing routine, read by the mouse.
+#pragma once
+#include <QWidget>
+#include <memory>
+#include <optional>
+
+#include "diagrams/graph_view.h"
+
+class QCustomPlot;
+class QMouseEvent;
+
+namespace quom {
+
+class SheetPlot;
+
+class SheetView : public QWidget {
+    Q_OBJECT
+ public:
+    // Shows the sheet, while there is one, as it is at each refresh.
+    explicit SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent = nullptr);
+    ~SheetView() override;
+
+    void refresh();
+    // While armed, the left button draws a rubber band; its area comes as `zoomed`, and the next one may
+    // follow.
+    void arm_zoom(bool on);
+    bool zoom_armed() const { return armed_; }
+    // The area of the axes, in pixels of the view.
+    QRectF area() const;
+    // Where a point of the sheet, as shown, stands in the view; none outside the axes.
+    std::optional<QPointF> place_of(const SheetPoint& shown) const;
+    QSize sizeHint() const override { return {640, 440}; }
+
+ signals:
+    void mouse_at(double shown_x, double shown_y, const std::optional<quom::PointRef>& point);
+    void mouse_left();
+    void zoomed(const quom::CurveRange& shown);
+    void point_clicked(const quom::PointRef& point);
+    void menu_wanted(const QPoint& global);
+
+ protected:
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    void mouse_moved(const QMouseEvent& event);
+    void mouse_released(const QMouseEvent& event);
+    void take_band(const QRect& band);
+    std::optional<PointRef> point_at(const QPointF& pixel) const;
+
+    const std::optional<GraphDocument>& sheet_;
+    QCustomPlot* plot_;
+    std::unique_ptr<SheetPlot> drawn_;
+    bool armed_ = false;
+    std::optional<QPoint> pressed_;
+};
+
+}  // namespace quom
