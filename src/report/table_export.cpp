@@ -11,13 +11,12 @@ std::string with_decimal(const ExportCell& cell, char decimal) {
     return text;
 }
 
-// Every line of the table, titles and heads too, as cells.
+// Every line of the table, heads too, as cells.
 template <class Line>
 void for_each_line(const ExportTable& table, Line line) {
     const auto texts = [](const std::vector<std::string>& list) {
         return std::vector<ExportCell>(list.begin(), list.end());
     };
-    for (const std::string& title : table.title) line({ExportCell(title)});
     if (!table.heads.empty()) line(texts(table.heads));
     if (!table.units.empty()) line(texts(table.units));
     for (const std::vector<ExportCell>& row : table.rows) line(row);
@@ -74,6 +73,8 @@ void add_row(std::string& html, const std::vector<ExportCell>& row, std::size_t 
 
 std::string to_csv(const ExportTable& table, char delimiter, char decimal) {
     std::string csv;
+    for (const std::string& line : table.title)  // a comment is no cell
+        csv += (table.comment.empty() ? quoted(line, delimiter) : table.comment + line) + "\r\n";
     for_each_line(table, [&](const std::vector<ExportCell>& cells) {
         for (std::size_t c = 0; c < cells.size(); ++c) {
             if (c > 0) csv += delimiter;
@@ -86,11 +87,17 @@ std::string to_csv(const ExportTable& table, char delimiter, char decimal) {
 
 std::string to_tsv(const ExportTable& table, char decimal) {
     std::string tsv;
+    const auto add_cell = [&tsv](const std::string& text) {
+        for (const char sign : text) tsv += sign == '\t' || sign == '\n' || sign == '\r' ? ' ' : sign;
+    };
+    for (const std::string& line : table.title) {
+        add_cell(line);
+        tsv += '\n';
+    }
     for_each_line(table, [&](const std::vector<ExportCell>& cells) {
         for (std::size_t c = 0; c < cells.size(); ++c) {
             if (c > 0) tsv += '\t';
-            for (const char sign : with_decimal(cells[c], decimal))
-                tsv += sign == '\t' || sign == '\n' || sign == '\r' ? ' ' : sign;
+            add_cell(with_decimal(cells[c], decimal));
         }
         tsv += '\n';
     });

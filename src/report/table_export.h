@@ -19,6 +19,7 @@ struct ExportCell {
 
 struct ExportTable {
     std::vector<std::string> title;  // lines above the table
+    std::string comment{};           // before each of them in CSV, for programs that skip such lines: "# "
     std::vector<std::string> heads;
     std::vector<std::string> units{};  // below the heads; empty: none
     // Rows in the order in which they are seen; one of a single cell is the title of those below it.

@@ -23,6 +23,7 @@ void keep_diagram(DiagramSession& diagram, const Document& before, const Documen
 void unload_sheet(DiagramSession& diagram) {
     diagram.sheet.reset();
     diagram.isochore = {};
+    diagram.LastFile.clear();
 }
 
 }  // namespace quom

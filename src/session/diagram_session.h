@@ -18,7 +18,7 @@ struct DiagramSession {
     bool TellIsochores = true;           // one-time notes that were not yet shown
     bool TellLoading = true;
     std::string Folder;    // last folder of diagram files
-    std::string LastFile;  // name of the file that was loaded last
+    std::string LastFile;  // name of the file that the sheet was loaded from; empty: from none
     bool operator==(const DiagramSession&) const = default;
 };
 

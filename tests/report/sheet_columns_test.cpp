@@ -34,10 +34,11 @@ std::vector<std::string> texts(const std::vector<ExportCell>& row) {
 // Two curves of 3 and 1 points, with and without hidden values, a set of points and a mark.
 GraphDocument small_sheet() {
     GraphDocument sheet = p_v_sheet();
-    AddCurve(
-        sheet,
-        {{{0.25F, 1600, 300, 0.5F}, {0.5F, 1000.125F, 301, 0.75F}, {1, -3.456789e-5F, 302, 1}}, par_T, par_fraction},
-        {"300.00 K", "300.00 K, \"A\"; B\nC"});
+    AddCurve(sheet,
+             {{{0.25F, 1600, 300, 0.5F}, {0.5F, 1000.125F, 301, 0.75F}, {1, -3.456789e-5F, 302, 1}},
+              par_T,
+              par_fraction},
+             {"300.00 K", "300.00 K, \"A\"; B\nC"});
     AddCurve(sheet, {{{0.75F, 800, 0, 0}}, par_none, par_none}, {"x", "x"});
     cmdExternPoints(sheet, std::vector<SheetPoint>{{1.5F, 20}, {1.75F, 10}}, PointSource::xy_editor);
     sheet.mark(mark_pcr).series.points = {{0, 4248}, {2, 4248}};

@@ -54,7 +54,7 @@ TEST_F(DiagramWindow, three_isotherms_with_dome_and_tie_line_of_propane) {
     EXPECT_TRUE(has_critical_point(sheet(), true));
     EXPECT_TRUE(sheet().legend.visible);
     for (const char* name : {"mnuAddProcessLine_0", "mnuAddProcessLine_6", "mnuMarkIsohygre", "mnuAddPunkte",
-                             "mnuMarkHalbierende", "mnuBild_0", "mnuManuXY"})
+                             "mnuMarkHalbierende", "mnuManuXY"})
         EXPECT_FALSE(enabled(name)) << name;
 }
 

@@ -6,20 +6,24 @@
 #include <qcustomplot.h>
 
 #include <QFile>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QXmlStreamReader>
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
+#include "ui/charts/sheet_picture.h"
 #include "ui/metafile_reader.h"
+#include "ui/public_readers.h"
+#include "ui/sample_sheets.h"
 
 namespace quom {
 namespace {
 
+using test::converted;
 using test::Metafile;
+using test::read_svg;
+using test::Svg;
 using ::testing::Contains;
 using ::testing::HasSubstr;
 
@@ -54,33 +58,6 @@ QByteArray chart(const char* format) {
     const PictureBytes picture = chart_bytes(format, {160, 110, 96}, draw_chart);
     EXPECT_EQ(picture.fault, "");
     return picture.bytes;
-}
-
-// How often each element occurs, and all texts in their order.
-struct Svg {
-    std::map<QString, int> elements;
-    QStringList texts;
-    int open_paths = 0;  // without an area
-};
-Svg read_svg(const QByteArray& bytes) {
-    Svg svg;
-    QXmlStreamReader xml(bytes);
-    bool in_text = false;
-    while (!xml.atEnd()) {
-        xml.readNext();
-        if (xml.isStartElement()) {
-            ++svg.elements[xml.name().toString()];
-            if (xml.attributes().value(QLatin1String("fill")) == QLatin1String("none")) ++svg.open_paths;
-            in_text = xml.name() == QLatin1String("text");
-            if (in_text) svg.texts << QString();
-        } else if (xml.isEndElement()) {
-            in_text = false;
-        } else if (xml.isCharacters() && in_text) {
-            svg.texts.back() += xml.text();
-        }
-    }
-    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
-    return svg;
 }
 
 QStringList list_of(const Metafile& file) {
@@ -165,52 +142,71 @@ TEST(PictureFile, refuses_and_leaves_what_was_there) {
               "");
 }
 
-// The file read by a public program, as SVG; empty where the program is not installed.
-QByteArray converted(const char* program, const QByteArray& bytes, const QStringList& arguments) {
-    const QString path = QStandardPaths::findExecutable(QLatin1String(program));
-    if (path.isEmpty()) return {};
-    QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("in")));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    file.close();
-    QProcess process;
-    process.setWorkingDirectory(folder.path());
-    process.start(path, arguments);
-    EXPECT_TRUE(process.waitForFinished(60000));
-    const std::string said = process.readAllStandardError().toStdString();
-    if (said.find("failed to load *any* font") != std::string::npos) return {};
-    EXPECT_EQ(process.exitCode(), 0) << said;
-    QFile result(folder.filePath(QStringLiteral("out")));
-    EXPECT_TRUE(result.open(QIODevice::ReadOnly));
-    return result.readAll();
+// The chart of above, and sheets as users make them: full, and black with logarithmic axes, dome, points,
+// labels and legend.
+struct Drawing {
+    std::string name;
+    std::function<QByteArray(const char* format)> bytes;
+};
+std::vector<Drawing> drawings() {
+    const auto of_sheet = [](const GraphDocument& sheet) {
+        return [sheet](const char* format) {
+            const PictureBytes picture = sheet_picture_bytes(sheet, format, {200, 140, 96});
+            EXPECT_EQ(picture.fault, "");
+            return picture.bytes;
+        };
+    };
+    GraphDocument full = test::full_sheet();
+    show_legend(full);
+    return {{"chart", chart}, {"full", of_sheet(full)}, {"black", of_sheet(test::black_log_sheet())}};
 }
 
 TEST(PictureFile, emf_opens_in_another_program) {
-    const QByteArray emf = chart("emf");
-    const QByteArray bytes = converted("emf2svg-conv", emf, {"-p", "-i", "in", "-o", "out"});
-    if (bytes.isEmpty()) GTEST_SKIP() << "emf2svg is not installed";
-    const Svg svg = read_svg(bytes);
-    const Metafile file = test::read_emf(emf);
-    EXPECT_EQ(svg.texts, list_of(file));
-    const auto hollow = std::count_if(file.areas.begin(), file.areas.end(),
-                                      [](const test::ReadArea& area) { return area.brush.style == 1; });
-    EXPECT_EQ(svg.open_paths, static_cast<int>(file.lines.size()) + static_cast<int>(hollow));
-    EXPECT_EQ(svg.elements.at(QStringLiteral("ellipse")), static_cast<int>(file.ellipses.size()));
-    EXPECT_THAT(bytes.toStdString(), HasSubstr("stroke-dasharray"));
+    for (const Drawing& drawing : drawings()) {
+        SCOPED_TRACE(drawing.name);
+        const QByteArray emf = drawing.bytes("emf");
+        const QByteArray bytes = converted("emf2svg-conv", emf, {"-p", "-i", "in", "-o", "out"});
+        if (bytes.isEmpty()) GTEST_SKIP() << "emf2svg is not installed";
+        Svg svg = read_svg(bytes);
+        const Metafile file = test::read_emf(emf);
+        EXPECT_EQ(svg.texts, list_of(file));
+        EXPECT_EQ(svg.texts, read_svg(drawing.bytes("svg")).texts);
+        const auto hollow = std::count_if(file.areas.begin(), file.areas.end(),
+                                          [](const test::ReadArea& area) { return area.brush.style == 1; });
+        EXPECT_EQ(svg.open_paths, static_cast<int>(file.lines.size()) + static_cast<int>(hollow));
+        EXPECT_EQ(svg.elements[QStringLiteral("ellipse")], static_cast<int>(file.ellipses.size()));
+        EXPECT_EQ(bytes.contains("stroke-dasharray"), drawing.name != "full");
+    }
 }
 
 TEST(PictureFile, wmf_opens_in_another_program) {
-    const QByteArray wmf = chart("wmf");
-    QByteArray bytes = converted("wmf2svg", wmf, {"-o", "out", "in"});
-    if (bytes.isEmpty()) GTEST_SKIP() << "wmf2svg or its fonts are not installed";
-    bytes = QString::fromLatin1(bytes).toUtf8();  // it says UTF-8 and writes the bytes of the metafile
-    const Svg svg = read_svg(bytes);
-    const Metafile file = test::read_wmf(wmf);
-    EXPECT_EQ(svg.elements.at(QStringLiteral("polyline")), static_cast<int>(file.lines.size()));
-    QString letters;  // it writes letter by letter
-    for (const QString& text : file.text_list()) letters += text;
-    EXPECT_EQ(svg.texts.join(QString()), letters);
+    for (const Drawing& drawing : drawings()) {
+        SCOPED_TRACE(drawing.name);
+        const QByteArray wmf = drawing.bytes("wmf");
+        QByteArray bytes = converted("wmf2svg", wmf, {"-o", "out", "in"});
+        if (bytes.isEmpty()) GTEST_SKIP() << "wmf2svg or its fonts are not installed";
+        bytes = QString::fromLatin1(bytes).toUtf8();  // it says UTF-8 and writes the bytes of the metafile
+        Svg svg = read_svg(bytes);
+        const Metafile file = test::read_wmf(wmf);
+        EXPECT_EQ(svg.elements[QStringLiteral("polyline")], static_cast<int>(file.lines.size()));
+        QString letters;  // it writes letter by letter
+        for (const QString& text : file.text_list()) letters += text;
+        EXPECT_EQ(svg.texts.join(QString()), letters);
+    }
+}
+
+// Every curve of a full sheet is a line of its own, with its text at it and in the legend.
+TEST(PictureFile, a_full_sheet_keeps_its_curves) {
+    const std::vector<Drawing> all = drawings();
+    const Metafile file = test::read_emf(all[1].bytes("emf"));
+    int curves = 0;
+    for (const test::ReadLine& line : file.lines) curves += line.points.size() > 500;
+    EXPECT_EQ(curves, CurveSlots);
+    const std::vector<QString> texts = file.text_list();
+    for (int slot = 1; slot <= CurveSlots; ++slot) {
+        const QString text = QStringLiteral("C.%1 300.00 K").arg(slot);
+        EXPECT_EQ(std::count(texts.begin(), texts.end(), text), 2) << slot;
+    }
 }
 
 }  // namespace

@@ -341,4 +341,19 @@ GraphDocument full_sheet() {
     return sheet;
 }
 
+GraphDocument black_log_sheet() {
+    SheetMaker maker(propane, Kind::p_v);
+    maker.range({.XMin = 0.05F, .YMin = 10, .XMax = 50, .YMax = 20000});
+    set_log_x(maker.sheet, true);
+    set_log_y(maker.sheet, true);
+    maker.input.options.Dens = 2000;
+    maker.isotherms({240, 260, 280, 300, 330, 350, 369.83, 400, 450, 600});
+    maker.overlay(Overlay::coexistence);
+    maker.measured(9, 1, 100, 2.5, 60);
+    maker.critical_points();
+    maker.sheet.colors = full_black();
+    maker.legend(LegendPlace::bottom_left);
+    return maker.sheet;
+}
+
 }  // namespace quom::test

@@ -18,4 +18,7 @@ std::vector<SampleSheet> sample_sheets();
 // 24 curves of 1200 points each, smooth and inside the axes.
 GraphDocument full_sheet();
 
+// Ten isotherms on logarithmic axes, with dome, points, labels and legend, black.
+GraphDocument black_log_sheet();
+
 }  // namespace quom::test

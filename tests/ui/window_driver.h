@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -39,7 +40,14 @@ class QueuedDialogs : public Dialogs {
         return next(question);
     }
     void print(QWidget*, const PrintedText& text) override { printed.push_back(text); }
+    bool print_page(QWidget*, const PrintedPage& page) override {
+        pages.push_back(page);
+        return printer_there;
+    }
     std::vector<PrintedText> printed;
+    std::vector<PrintedPage> pages;
+    bool printer_there = true;
+    std::function<void()> meanwhile;  // happens while a question for a file is open
     std::optional<QString> ask_text(QWidget*, const QString& title, const QString&,
                                     const QString& proposed) override {
         texts_asked.emplace_back(title, proposed);
@@ -52,6 +60,7 @@ class QueuedDialogs : public Dialogs {
  private:
     std::optional<QString> next(const FileQuestion& question) {
         asked.push_back(question);
+        if (meanwhile) meanwhile();
         if (files.empty() || files.front().isEmpty()) return std::nullopt;
         const QString file = files.front();
         files.pop_front();

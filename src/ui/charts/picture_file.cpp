@@ -17,8 +17,6 @@ namespace quom {
 
 namespace {
 
-constexpr double most_pixels = 2e8;
-
 PictureBytes vector_bytes(VectorFormat format, const PictureSize& size, const DrawChart& draw) {
     VectorPicture picture(format, QSizeF(size.width, size.height));
     QCPPainter painter;
@@ -48,9 +46,8 @@ PictureBytes pdf_bytes(const PictureSize& size, const DrawChart& draw) {
 }
 
 PictureBytes pixel_bytes(const char* format, const PictureSize& size, const DrawChart& draw) {
-    if (!(size.dpi >= 10 && size.dpi <= 2400)) return {{}, "The resolution must be from 10 to 2400 dpi."};
+    if (const std::string fault = size_fault(size, true); !fault.empty()) return {{}, fault};
     const double width = size.width / 25.4 * size.dpi, height = size.height / 25.4 * size.dpi;
-    if (width * height > most_pixels) return {{}, "The picture has more than 200 million pixels."};
     QImage image(std::max(1, qRound(width)), std::max(1, qRound(height)), QImage::Format_RGB32);
     if (image.isNull()) return {{}, "There is not enough memory for the picture."};
     image.fill(Qt::white);
@@ -77,9 +74,7 @@ std::string extension_of(const std::string& path) {
 }  // namespace
 
 PictureBytes chart_bytes(const std::string& format, const PictureSize& size, const DrawChart& draw) {
-    const auto side_fits = [](double mm) { return mm >= 1 && mm <= 5000; };
-    if (!side_fits(size.width) || !side_fits(size.height))
-        return {{}, "Width and height of the picture must be from 1 to 5000 mm."};
+    if (const std::string fault = size_fault(size, false); !fault.empty()) return {{}, fault};
     QString name = QString::fromStdString(format).toLower();
     if (name.startsWith(QLatin1Char('.'))) name.remove(0, 1);
     if (name == QLatin1String("emf")) return vector_bytes(VectorFormat::emf, size, draw);

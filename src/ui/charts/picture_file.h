@@ -5,15 +5,12 @@
 #include <functional>
 #include <string>
 
+#include "forms/picture_size.h"
+
 class QCPPainter;
 class QPainter;
 
 namespace quom {
-
-struct PictureSize {
-    double width = 160, height = 110;  // [mm]
-    double dpi = 300;                  // of PNG and BMP
-};
 
 // Draws into (0, 0, size) in pixels of 1/96 inch; fonts in points have their size.
 using DrawPicture = std::function<void(QPainter&, QSizeF)>;
@@ -26,8 +23,7 @@ struct PictureBytes {
 };
 
 // A picture as a file of the format "emf", "wmf", "svg", "png", "bmp" or "pdf" (in any case, with or without
-// a point). Refused: another format, a side outside 1 to 5000 mm, a resolution outside 10 to 2400 dpi, more
-// than 200 million pixels.
+// a point). Refused: another format, a size that size_fault refuses.
 PictureBytes picture_bytes(const std::string& format, const PictureSize& size, const DrawPicture& draw);
 PictureBytes chart_bytes(const std::string& format, const PictureSize& size, const DrawChart& draw);
 

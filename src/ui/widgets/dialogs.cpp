@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -97,6 +98,12 @@ std::optional<QString> Dialogs::save_file(QWidget* parent, const FileQuestion& q
     QFileDialog dialog(parent, question.title, question.start, question.filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(question.suffix);
+    // A name without an ending gets that of the filter which was chosen: "Enhanced MetaFile (*.EMF)".
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+        const QString ending = filter.section(QLatin1String("*."), 1, 1);
+        const qsizetype end = ending.indexOf(QRegularExpression(QStringLiteral("[^A-Za-z0-9]")));
+        if (end > 0) dialog.setDefaultSuffix(ending.left(end).toLower());
+    });
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.confirm_overwrite);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return dialog.selectedFiles().front();
@@ -135,5 +142,9 @@ TextQuestion::TextQuestion(const QString& title, const QString& prompt, const QS
 }
 
 void Dialogs::print(QWidget* parent, const PrintedText& text) { print_with_preview(parent, text); }
+
+bool Dialogs::print_page(QWidget* parent, const PrintedPage& page) {
+    return print_with_preview(parent, page);
+}
 
 }  // namespace quom

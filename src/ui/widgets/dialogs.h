@@ -53,6 +53,8 @@ class Dialogs {
                                             const QString& proposed);
     // Shows the pages of a text, from where it is printed.
     virtual void print(QWidget* parent, const PrintedText& text);
+    // The same of a page; false: the printer could not be used.
+    virtual bool print_page(QWidget* parent, const PrintedPage& page);
 };
 
 }  // namespace quom

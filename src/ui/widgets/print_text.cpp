@@ -1,5 +1,6 @@
 #include "ui/widgets/print_text.h"
 
+#include <QPageLayout>
 #include <QPainter>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
@@ -53,15 +54,34 @@ void paint_pages(QPrinter& printer, const PrintedText& text) {
     }
 }
 
-void print_with_preview(QWidget* parent, const PrintedText& text) {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(text.title.simplified());
+namespace {
+
+template <class Paint>
+void preview(QWidget* parent, QPrinter& printer, const QString& title, Paint paint) {
+    printer.setDocName(title.simplified());
     QPrintPreviewDialog dialog(&printer, parent);
     dialog.setObjectName(QStringLiteral("print_preview"));
-    dialog.setWindowTitle(text.title);
+    dialog.setWindowTitle(title);
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                     [&text](QPrinter* paper) { paint_pages(*paper, text); });
+                     [&paint](QPrinter* paper) { paint(*paper); });
     dialog.exec();
+}
+
+}  // namespace
+
+void print_with_preview(QWidget* parent, const PrintedText& text) {
+    QPrinter printer(QPrinter::HighResolution);
+    preview(parent, printer, text.title, [&text](QPrinter& paper) { paint_pages(paper, text); });
+}
+
+bool print_with_preview(QWidget* parent, const PrintedPage& page) {
+    constexpr double margin = 15;  // [mm]
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape,
+                                      QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter));
+    bool good = true;
+    preview(parent, printer, page.title, [&](QPrinter& paper) { good = page.paint(paper) && good; });
+    return good;
 }
 
 }  // namespace quom

@@ -39,10 +39,11 @@ std::pair<std::string, std::string> head_parts(const QString& head) {
 
 }  // namespace
 
-void copy_table(const ExportTable& table) {
+void copy_table(const ExportTable& table, const std::string& csv) {
     auto* data = new QMimeData;
     data->setText(QString::fromStdString(to_tsv(table)));
     data->setHtml(QString::fromStdString(to_html(table)));
+    if (!csv.empty()) data->setData(QStringLiteral("text/csv"), QByteArray::fromStdString(csv));
     QGuiApplication::clipboard()->setMimeData(data);
 }
 

@@ -1,6 +1,7 @@
 // Tables for other programs: on the clipboard, and in files.
 #pragma once
 #include <QString>
+#include <string>
 
 #include "report/table_export.h"
 
@@ -9,8 +10,8 @@ class QWidget;
 
 namespace quom {
 
-// Puts the table on the clipboard, as text with tabs and as a table of a page.
-void copy_table(const ExportTable& table);
+// Puts the table on the clipboard, as text with tabs and as a table of a page; csv: also as that text.
+void copy_table(const ExportTable& table, const std::string& csv = {});
 
 // Asks for a file and writes the table in the form that its name has: .csv with the delimiter and the decimal
 // sign of the options, .tsv or .txt with tabs, .html. For a widget of the main window, which is told when the

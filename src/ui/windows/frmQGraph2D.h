@@ -58,6 +58,13 @@ class frmQGraph2D : public QWidget {
     void ask_coordinates();
     void save();
     void load();
+    // frmQGraph2D_pictures
+    void copy_picture();
+    void save_image();
+    void save_picture();
+    void print();
+    void copy_data();
+    void save_data();
 
     void connect_controls();
     std::optional<GraphDocument>& sheet() const;

@@ -51,10 +51,15 @@ void frmQGraph2D::make_menus() {
     menus->setNativeMenuBar(false);
     mnuBildsenden = named(menus->addMenu(QStringLiteral("Diagram ...")), "mnuBildsenden");
     mnuBildsenden->setToolTipsVisible(true);
-    add_entry(mnuBildsenden, "mnuBild_0", QStringLiteral("... to the Clipboard"), nullptr);
+    add_entry(mnuBildsenden, "mnuBild_0", QStringLiteral("... to the Clipboard"), &frmQGraph2D::copy_picture);
     add_entry(mnuBildsenden, "mnuBild_1", QStringLiteral("... Save as image file (.BMP, .WMF, .EMF)"),
-              nullptr);
-    add_entry(mnuBildsenden, "mnuBild_2", QStringLiteral("... to the Printer"), nullptr);
+              &frmQGraph2D::save_image);
+    add_entry(mnuBildsenden, "mnuBild_2", QStringLiteral("... to the Printer"), &frmQGraph2D::print);
+    add_entry(mnuBildsenden, "mnuBild_3", QStringLiteral("... Save as PNG, SVG, PDF"),
+              &frmQGraph2D::save_picture);
+    mnuBildsenden->addSeparator();
+    add_entry(mnuBildsenden, "mnuCopyData", QStringLiteral("... Copy data"), &frmQGraph2D::copy_data);
+    add_entry(mnuBildsenden, "mnuSaveData", QStringLiteral("... Save data (.CSV)"), &frmQGraph2D::save_data);
     mnuBildsenden->addSeparator();
     add_entry(mnuBildsenden, "mnuSaveOC2", QStringLiteral("... Save as *.OC2 file"), &frmQGraph2D::save);
     add_entry(mnuBildsenden, "mnuLoadOC2", QStringLiteral("... Import (*.OC2)"), &frmQGraph2D::load);
