@@ -7,6 +7,7 @@
 
 #include "base/number_text.h"
 #include "diagrams/axis_texts.h"
+#include "diagrams/ticks.h"
 
 namespace quom {
 namespace {
@@ -50,9 +51,14 @@ std::string hidden_text(std::int16_t kind, float value) {
     return std::string(found->second) + mouse_number(static_cast<double>(value));
 }
 
-// Share of the way from low to high.
+// Share of the way from low to high, as the axis is shown: a logarithmic one begins above 0.
 std::optional<double> share(double value, double low, double high, bool log) {
-    if (log && !(value > 0.0 && low > 0.0 && high > 0.0)) return std::nullopt;
+    if (log) {
+        const double first = log_low(low, high);
+        log = first > 0.0 && first < high;
+        if (log) low = first;
+    }
+    if (log && !(value > 0.0)) return std::nullopt;
     const double part = log ? std::log(value / low) / std::log(high / low) : (value - low) / (high - low);
     return std::isfinite(part) ? std::optional(part) : std::nullopt;
 }
@@ -91,6 +97,8 @@ std::optional<Message> set_coordinates(GraphDocument& sheet, const CurveRange& s
     const auto as_double = [](float x) { return static_cast<double>(x); };
     for (const auto& [low, high] : {std::pair(shown.XMin, shown.XMax), std::pair(shown.YMin, shown.YMax)})
         if (auto refused = limits_refusal(as_double(low), as_double(high), where)) return refused;
+    if (auto refused = log_refusal(shown_x(sheet).log, as_double(shown.XMax))) return refused;
+    if (auto refused = log_refusal(shown_y(sheet).log, as_double(shown.YMax))) return refused;
     sheet.diagram.range = sheet.Interchanged ? interchanged(shown) : shown;
     return std::nullopt;
 }
