@@ -7,7 +7,6 @@
 
 #include "base/number_text.h"
 #include "diagrams/axis_texts.h"
-#include "diagrams/ticks.h"
 
 namespace quom {
 namespace {
@@ -51,14 +50,9 @@ std::string hidden_text(std::int16_t kind, float value) {
     return std::string(found->second) + mouse_number(static_cast<double>(value));
 }
 
-// Share of the way from low to high, as the axis is shown: a logarithmic one begins above 0.
+// Share of the way from low to high.
 std::optional<double> share(double value, double low, double high, bool log) {
-    if (log) {
-        const double first = log_low(low, high);
-        log = first > 0.0 && first < high;
-        if (log) low = first;
-    }
-    if (log && !(value > 0.0)) return std::nullopt;
+    if (log && !(value > 0.0 && low > 0.0 && high > 0.0)) return std::nullopt;
     const double part = log ? std::log(value / low) / std::log(high / low) : (value - low) / (high - low);
     return std::isfinite(part) ? std::optional(part) : std::nullopt;
 }

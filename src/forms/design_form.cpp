@@ -153,11 +153,11 @@ void place_text(GraphDocument& sheet, const TextRef& ref, double x, double y) {
     text->y = std::clamp(y, 0.0, 1.0);
 }
 
-void shift_label(GraphDocument& sheet, const TextRef& ref, double dx, double dy) {
-    if (!has_text(sheet, ref) || !std::isfinite(dx) || !std::isfinite(dy)) return;
+void shift_label(GraphDocument& sheet, const TextRef& ref, double by_x, double by_y) {
+    if (!has_text(sheet, ref) || !std::isfinite(by_x) || !std::isfinite(by_y)) return;
     const auto shift = [&](SeriesLabel& label) {
-        label.dx = dx;
-        label.dy = dy;
+        label.dx += by_x;
+        label.dy += by_y;
     };
     if (ref.part == TextPart::curve_label) shift(sheet.curve(ref.number).series.label);
     if (ref.part == TextPart::points_label) shift(sheet.set(ref.number).series.label);
