@@ -105,7 +105,7 @@ struct GraphDocument {
     std::array<CurveSlot, CurveSlots> curves{};
     std::array<PointSlot, PointSlots> sets{};
     std::array<Mark, MarkSlots> marks{};
-    AxisDesign x{}, y{.title_turn = TextTurn::upwards}, y2{.numbers = false};
+    AxisDesign x{}, y{.title_turn = TextTurn::upwards}, y2{};
     SheetText header{}, footer{};
     std::vector<SheetText> texts{};
     LegendDesign legend{};

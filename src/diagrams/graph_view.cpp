@@ -99,6 +99,13 @@ std::optional<Message> set_coordinates(GraphDocument& sheet, const CurveRange& s
     return std::nullopt;
 }
 
+std::optional<Message> log_refusal(bool log, double high) {
+    if (!log || high > 0.0) return std::nullopt;
+    return Message{.title = "INPUT ERROR",
+                   .text = "The upper limit of a logarithmic axis has to be above 0.",
+                   .kind = MessageKind::warning};
+}
+
 bool zoom(GraphDocument& sheet, const CurveRange& shown) {
     return !set_coordinates(sheet, shown, LimitsIn::coordinates);
 }

@@ -138,13 +138,6 @@ std::optional<Message> limits_refusal(double low, double high, LimitsIn where) {
         .title = "INPUT ERROR", .text = std::string(limits_text(where)), .kind = MessageKind::warning};
 }
 
-std::optional<Message> log_refusal(bool log, double high) {
-    if (!log || high > 0.0) return std::nullopt;
-    return Message{.title = "INPUT ERROR",
-                   .text = "The upper limit of a logarithmic axis has to be above 0.",
-                   .kind = MessageKind::warning};
-}
-
 std::string text_with_end(std::string_view text) { return std::string(text) += end_mark; }
 
 std::string text_without_end(std::string_view edited) {

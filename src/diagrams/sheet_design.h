@@ -85,7 +85,6 @@ enum class TextTurn { horizontal, upwards, downwards };
 struct AxisDesign {
     bool log = false;
     bool grid = true;
-    bool numbers = true;
     int digits = 0;  // significant digits of the numbers, 0 as many as needed
     TextTurn title_turn = TextTurn::horizontal, number_turn = TextTurn::horizontal;
     std::optional<double> origin{};  // where the other axis crosses; none: at the lower limit
@@ -129,9 +128,6 @@ SheetColors full_white();        // cmdFullWhite
 enum class LimitsIn { coordinates, coordinates_second, design_tab, design_short };
 // Refuses a lower limit that is not below the upper one, and limits that are no single-precision numbers.
 std::optional<Message> limits_refusal(double low, double high, LimitsIn where);
-
-// Refuses a logarithmic axis that would end at 0 or below.
-std::optional<Message> log_refusal(bool log, double high);
 
 // A text as it stands in its editor: with the mark "{END}" behind it; and the text of the editor without it.
 std::string text_with_end(std::string_view text);

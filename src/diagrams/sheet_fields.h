@@ -72,7 +72,6 @@ template <class Archive, class Axis>
 void axis_fields(Archive& a, Axis& axis) {
     a.flag("log", axis.log);
     a.flag("grid", axis.grid);
-    a.flag("numbers", axis.numbers);
     a.whole("digits", axis.digits, 0, MostDigits);
     a.choice("title_turn", axis.title_turn, turn_words);
     a.choice("number_turn", axis.number_turn, turn_words);

@@ -37,7 +37,6 @@ void style_axis(QCPAxis& axis, const AxisDesign& design, const SheetColors& colo
     axis.setSubTickLength(3, 0);
     axis.setTickLabelFont(sheet_font(design.number_font));
     axis.setTickLabelColor(sheet_color(colors.labels));
-    axis.setTickLabels(design.numbers);
     axis.grid()->setVisible(design.grid);
     axis.grid()->setPen(QPen(sheet_color(colors.grid, colors.grid_alpha), 1));
     axis.grid()->setZeroLinePen(Qt::NoPen);
@@ -55,6 +54,8 @@ void style_sheet_of(QCustomPlot& plot, const GraphDocument& document) {
     plot.xAxis->setTickLabelRotation(number_rotation(document.x.number_turn));
     plot.yAxis->setTickLabelRotation(number_rotation(document.y.number_turn));
     plot.yAxis2->setTickLabelRotation(number_rotation(document.y2.number_turn));
+    // On the right there are numbers where their digits are told.
+    plot.yAxis2->setTickLabels(document.y2.digits > 0);
     plot.xAxis2->setTickLabels(false);
     for (QCPAxis* axis : {plot.xAxis2, plot.yAxis2}) {
         axis->setVisible(true);
@@ -194,7 +195,7 @@ void SheetPlot::Parts::draw_axes(const GraphDocument& document, const ShownAxes&
     x_ticker->set(shown_x(document), axes.x, document.x.number_turn);
     y_ticker->set(shown_y(document), axes.y, document.y.number_turn);
     // The axis on the right has the steps of the left one.
-    AxisDesign right = document.y2.numbers ? document.y2 : shown_y(document);
+    AxisDesign right = document.y2.digits > 0 ? document.y2 : shown_y(document);
     right.step = shown_y(document).step;
     y2_ticker->set(right, axes.y, document.y2.number_turn);
     for (QCPAxis* axis : {plot.xAxis, plot.xAxis2}) set_axis(*axis, axes.x, x_ticker);

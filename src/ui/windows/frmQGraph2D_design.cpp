@@ -109,14 +109,14 @@ void frmQGraph2D::drag_part(const SheetHit& part, const QPointF& corner) {
     if (part.part == SheetPart::legend) {
         place_legend(*sheet(), (corner.x() - area.left()) / area.width(),
                      (corner.y() - area.top()) / area.height());
-        return chart->refresh();
+        return chart->follow();
     }
     const std::optional<TextRef> text = text_of(part);
     if (!text) return;
     if (part.part == SheetPart::header || part.part == SheetPart::footer || part.part == SheetPart::text) {
         // At 0, 0 heading and footer would be back in their lines.
         place_text(*sheet(), *text, std::max(corner.x(), 1.0) / chart->width(), corner.y() / chart->height());
-        return chart->refresh();
+        return chart->follow();
     }
     // A label is moved from its first place, which the drawing knows: corrected until it stands there.
     for (int i = 0; i < LargestCorrections; ++i) {
