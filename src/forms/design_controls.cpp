@@ -70,8 +70,14 @@ std::vector<std::string> symbols() { return texts_of(symbol_entries()); }
 std::vector<std::string> widths() { return numbers_between(LeastWidth, LargestWidth); }
 std::vector<std::string> sizes() { return numbers_between(LeastSymbolSize, LargestSymbolSize); }
 std::vector<std::string> digit_entries() {
-    std::vector<std::string> entries = numbers_between(0, 12);
+    std::vector<std::string> entries = numbers_between(0, 15);
     entries[0] = "as needed";
+    return entries;
+}
+// On the right numbers are an addition: none without digits.
+std::vector<std::string> y2_digit_entries() {
+    std::vector<std::string> entries = digit_entries();
+    entries[0] = "no numbers";
     return entries;
 }
 std::vector<std::string> turns() { return {"horizontal", "upwards", "downwards"}; }
@@ -323,10 +329,8 @@ std::vector<DesignControl> axis_controls(DesignPage page) {
     }
     constexpr std::string_view numbers = "Numbers";
     all.push_back(field(
-        "chk" + letter + "Ziffern", "numbers shown", C::flag, nullptr,
-        [](auto& s, const T& t) -> auto& { return axis(s, t).numbers; }, not_interchanged, numbers));
-    all.push_back(field(
-        "opt" + letter + "Ziffern", "Digits", C::choice, digit_entries,
+        "opt" + letter + "Ziffern", "Digits", C::choice,
+        page == DesignPage::y2_axis ? y2_digit_entries : digit_entries,
         [](auto& s, const T& t) -> auto& { return axis(s, t).digits; }, not_interchanged, numbers));
     all.push_back(field(
         "optOrient" + letter + "AxZiff", "Orientation of the numbers", C::options, turns,

@@ -164,7 +164,7 @@ TEST_F(DesignWindow, limits_and_scale_of_the_axes) {
     EXPECT_THAT(note[0].text, HasSubstr("begins at"));
     // Numbers on the right.
     design()->show_page(DesignPage::y2_axis, {});
-    press(design(), "chkY2Ziffern");
+    choose(in<QComboBox>(design(), "optY2Ziffern"), "4");
     EXPECT_TRUE(plot()->yAxis2->tickLabels());
     press(window(), "cmdChangeXY");
     EXPECT_FALSE(in<QAbstractButton>(design(), "cmdXLog")->isEnabled());
