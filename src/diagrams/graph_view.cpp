@@ -93,8 +93,17 @@ std::optional<Message> set_coordinates(GraphDocument& sheet, const CurveRange& s
     const auto as_double = [](float x) { return static_cast<double>(x); };
     for (const auto& [low, high] : {std::pair(shown.XMin, shown.XMax), std::pair(shown.YMin, shown.YMax)})
         if (auto refused = limits_refusal(as_double(low), as_double(high), where)) return refused;
+    if (auto refused = log_refusal(shown_x(sheet).log, as_double(shown.XMax))) return refused;
+    if (auto refused = log_refusal(shown_y(sheet).log, as_double(shown.YMax))) return refused;
     sheet.diagram.range = sheet.Interchanged ? interchanged(shown) : shown;
     return std::nullopt;
+}
+
+std::optional<Message> log_refusal(bool log, double high) {
+    if (!log || high > 0.0) return std::nullopt;
+    return Message{.title = "INPUT ERROR",
+                   .text = "The upper limit of a logarithmic axis has to be above 0.",
+                   .kind = MessageKind::warning};
 }
 
 bool zoom(GraphDocument& sheet, const CurveRange& shown) {

@@ -25,6 +25,8 @@ const std::string& shown_y_title(const GraphDocument& sheet);
 // mnuCoord and the design: other limits, as shown. Refused in the words of the place; curves stay as they
 // are, and so does the range that a reset returns to.
 std::optional<Message> set_coordinates(GraphDocument& sheet, const CurveRange& shown, LimitsIn where);
+// Refuses a logarithmic axis that would end at 0 or below.
+std::optional<Message> log_refusal(bool log, double high);
 // The limits that a rubber band left, as shown. False, and nothing changes: they are no range.
 bool zoom(GraphDocument& sheet, const CurveRange& shown);
 void zoom_reset(GraphDocument& sheet);

@@ -20,7 +20,7 @@ Ticks sheet_ticks(const AxisDesign& design, const ShownAxis& axis, double length
 // Gives an axis of the chart library such ticks for the size of the plot that is drawn.
 class SheetTicker : public QCPAxisTicker {
  public:
-    // place: bottom or left. The one at the bottom leaves room for its last number right of the area.
+    // place: bottom, left or right. The one at the bottom leaves room for its last number right of the area.
     SheetTicker(QCustomPlot& plot, QCPAxisRect& area, QCPAxis::AxisType place)
         : plot_(plot), area_(area), place_(place) {}
     void set(const AxisDesign& design, const ShownAxis& axis, TextTurn number_turn);

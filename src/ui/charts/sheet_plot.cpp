@@ -48,13 +48,17 @@ void style_sheet_of(QCustomPlot& plot, const GraphDocument& document) {
     plot.setBackground(QBrush(sheet_color(colors.sheet)));
     plot.axisRect()->setBackground(QBrush(sheet_color(colors.area)));
     for (QCPAxis* axis : {plot.xAxis, plot.xAxis2}) style_axis(*axis, shown_x(document), colors);
-    for (QCPAxis* axis : {plot.yAxis, plot.yAxis2}) style_axis(*axis, shown_y(document), colors);
+    style_axis(*plot.yAxis, shown_y(document), colors);
+    style_axis(*plot.yAxis2, document.y2, colors);
     // Turned texts belong to a place, not to a quantity.
     plot.xAxis->setTickLabelRotation(number_rotation(document.x.number_turn));
     plot.yAxis->setTickLabelRotation(number_rotation(document.y.number_turn));
+    plot.yAxis2->setTickLabelRotation(number_rotation(document.y2.number_turn));
+    // On the right there are numbers where their digits are told.
+    plot.yAxis2->setTickLabels(document.y2.digits > 0);
+    plot.xAxis2->setTickLabels(false);
     for (QCPAxis* axis : {plot.xAxis2, plot.yAxis2}) {
         axis->setVisible(true);
-        axis->setTickLabels(false);
         axis->grid()->setVisible(false);
     }
 }
@@ -104,7 +108,7 @@ struct SheetPlot::Parts {
     std::vector<int> text_numbers;  // of the texts shown
     SheetLegend* legend;
     std::unique_ptr<SheetLabels> labels;
-    QSharedPointer<SheetTicker> x_ticker, y_ticker;
+    QSharedPointer<SheetTicker> x_ticker, y_ticker, y2_ticker;
 
     GraphDocument drawn;
     bool has_drawn = false;
@@ -122,6 +126,7 @@ struct SheetPlot::Parts {
     void draw_legend(const GraphDocument& document);
     void wish_labels(const GraphDocument& document, const ShownAxes& axes);
     void place_labels();
+    std::vector<std::pair<SheetHit, QRectF>> boxes() const;
 };
 
 SheetPlot::Parts::Parts(QCustomPlot& of)
@@ -136,7 +141,8 @@ SheetPlot::Parts::Parts(QCustomPlot& of)
       y_origin(new QCPItemLine(&of)),
       legend(new SheetLegend(of)),
       x_ticker(QSharedPointer<SheetTicker>::create(of, area, QCPAxis::atBottom)),
-      y_ticker(QSharedPointer<SheetTicker>::create(of, area, QCPAxis::atLeft)) {
+      y_ticker(QSharedPointer<SheetTicker>::create(of, area, QCPAxis::atLeft)),
+      y2_ticker(QSharedPointer<SheetTicker>::create(of, area, QCPAxis::atRight)) {
     plot.setAutoAddPlottableToLegend(false);
     plot.legend->setVisible(false);
     plot.addLayer(QStringLiteral("labels"), plot.layer(QStringLiteral("axes")));
@@ -188,8 +194,13 @@ void SheetPlot::Parts::lay_out() {
 void SheetPlot::Parts::draw_axes(const GraphDocument& document, const ShownAxes& axes) {
     x_ticker->set(shown_x(document), axes.x, document.x.number_turn);
     y_ticker->set(shown_y(document), axes.y, document.y.number_turn);
+    // The axis on the right has the steps of the left one.
+    AxisDesign right = document.y2.digits > 0 ? document.y2 : shown_y(document);
+    right.step = shown_y(document).step;
+    y2_ticker->set(right, axes.y, document.y2.number_turn);
     for (QCPAxis* axis : {plot.xAxis, plot.xAxis2}) set_axis(*axis, axes.x, x_ticker);
-    for (QCPAxis* axis : {plot.yAxis, plot.yAxis2}) set_axis(*axis, axes.y, y_ticker);
+    set_axis(*plot.yAxis, axes.y, y_ticker);
+    set_axis(*plot.yAxis2, axes.y, y2_ticker);
     style_sheet_of(plot, document);
     const QPen line(sheet_color(document.colors.axes), 1);
     const auto cross = [&](QCPItemLine& item, const ShownAxis& axis, const std::optional<double>& origin) {
@@ -382,6 +393,29 @@ void SheetPlot::Parts::place_labels() {
     labels_for = area.rect();
 }
 
+// What lies on top comes first.
+std::vector<std::pair<SheetHit, QRectF>> SheetPlot::Parts::boxes() const {
+    std::vector<std::pair<SheetHit, QRectF>> all;
+    for (const PlacedLabel& label : labels->placed()) all.emplace_back(label.of, label.box);
+    for (std::size_t i = 0; i < text_numbers.size(); ++i) {
+        if (!texts[i]->visible()) continue;
+        const int number = text_numbers[i];
+        const SheetHit of = number == header_text   ? SheetHit{SheetPart::header}
+                            : number == footer_text ? SheetHit{SheetPart::footer}
+                                                    : SheetHit{SheetPart::text, number};
+        all.emplace_back(of, texts[i]->box());
+    }
+    all.emplace_back(SheetHit{SheetPart::legend}, legend->box());
+    const std::array<std::pair<const SheetLine*, SheetPart>, 5> lines = {
+        {{header, SheetPart::header},
+         {footer, SheetPart::footer},
+         {x_title, SheetPart::x_title},
+         {y_title, SheetPart::y_title},
+         {y_title_above, SheetPart::y_title}}};
+    for (const auto& [line, part] : lines) all.emplace_back(SheetHit{part}, line->text_box());
+    return all;
+}
+
 SheetPlot::SheetPlot(QCustomPlot& plot) : QObject(&plot), parts_(std::make_unique<Parts>(plot)) {
     // Labels keep their distance in pixels, so they are placed when the area of the axes is known.
     connect(&plot, &QCustomPlot::afterLayout, this, [this] { parts_->place_labels(); });
@@ -424,26 +458,15 @@ std::vector<PlacedLabel> SheetPlot::labels() const { return parts_->labels->plac
 QRectF SheetPlot::legend_box() const { return parts_->legend->box(); }
 
 SheetHit SheetPlot::part_at(const QPointF& pixel) const {
-    const Parts& parts = *parts_;
-    for (const PlacedLabel& label : parts.labels->placed())
-        if (label.box.contains(pixel)) return label.of;
-    for (std::size_t i = 0; i < parts.text_numbers.size(); ++i) {
-        if (!parts.texts[i]->visible() || !parts.texts[i]->box().contains(pixel)) continue;
-        const int number = parts.text_numbers[i];
-        if (number == header_text) return {SheetPart::header};
-        if (number == footer_text) return {SheetPart::footer};
-        return {SheetPart::text, number};
-    }
-    if (legend_box().contains(pixel)) return {SheetPart::legend};
-    const std::array<std::pair<const SheetLine*, SheetPart>, 5> lines = {
-        {{parts.header, SheetPart::header},
-         {parts.footer, SheetPart::footer},
-         {parts.x_title, SheetPart::x_title},
-         {parts.y_title, SheetPart::y_title},
-         {parts.y_title_above, SheetPart::y_title}}};
-    for (const auto& [line, part] : lines)
-        if (line->text_box().contains(pixel)) return {part};
+    for (const auto& [part, box] : parts_->boxes())
+        if (box.contains(pixel)) return part;
     if (area().contains(pixel)) return {SheetPart::area};
+    return {};
+}
+
+QRectF SheetPlot::box_of(const SheetHit& part) const {
+    for (const auto& [of, box] : parts_->boxes())
+        if (of == part && !box.isEmpty()) return box;
     return {};
 }
 

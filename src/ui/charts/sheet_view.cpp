@@ -18,6 +18,11 @@ constexpr int LeastBand = 5;      // of a rubber band [pixels]
 constexpr int RestTime = 200;     // after which what was moved is drawn smoothly [ms]
 constexpr int ClickDistance = 3;  // that the mouse may go between press and release
 
+bool is_movable(SheetPart part) {
+    return part != SheetPart::none && part != SheetPart::area && part != SheetPart::x_title &&
+           part != SheetPart::y_title;
+}
+
 }  // namespace
 
 SheetView::SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent)
@@ -38,7 +43,11 @@ SheetView::SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent)
             [this](const QPoint& at) { emit menu_wanted(plot_->mapToGlobal(at)); });
     connect(plot_, &QCustomPlot::mouseMove, this, [this](QMouseEvent* event) { mouse_moved(*event); });
     connect(plot_, &QCustomPlot::mousePress, this, [this](QMouseEvent* event) {
-        if (event->button() == Qt::LeftButton) pressed_ = event->pos();
+        if (event->button() != Qt::LeftButton) return;
+        pressed_ = event->pos();
+        const SheetHit part = part_at(event->position());
+        if (armed_ || !is_movable(part)) return;
+        grip_ = Grip{part, event->position() - box_of(part).topLeft()};
     });
     connect(plot_, &QCustomPlot::mouseRelease, this, [this](QMouseEvent* event) { mouse_released(*event); });
     connect(plot_->selectionRect(), &QCPSelectionRect::accepted, this,
@@ -88,21 +97,49 @@ std::optional<PointRef> SheetView::point_at(const QPointF& pixel) const {
 
 void SheetView::mouse_moved(const QMouseEvent& event) {
     const QPointF at = event.position();
+    if (drag_to(event)) return;
     if (!sheet_ || !drawn_->area().contains(at)) {
         emit mouse_left();
         return;
     }
     const auto point = point_at(at);
     if (!armed_)
-        plot_->setCursor(!point ? Qt::ArrowCursor : point->of_set ? Qt::PointingHandCursor : Qt::CrossCursor);
+        plot_->setCursor(is_movable(part_at(at)) ? Qt::OpenHandCursor
+                         : !point                ? Qt::ArrowCursor
+                         : point->of_set         ? Qt::PointingHandCursor
+                                                 : Qt::CrossCursor);
     emit mouse_at(plot_->xAxis->pixelToCoord(at.x()), plot_->yAxis->pixelToCoord(at.y()), point);
 }
 
 void SheetView::mouse_released(const QMouseEvent& event) {
     const auto pressed = std::exchange(pressed_, std::nullopt);
+    grip_.reset();
+    if (end_drag(false)) return;
     if (armed_ || event.button() != Qt::LeftButton || !pressed) return;
     if ((event.pos() - *pressed).manhattanLength() > ClickDistance) return;
     if (const auto point = point_at(event.position())) emit point_clicked(*point);
+}
+
+// True while something is dragged.
+bool SheetView::drag_to(const QMouseEvent& event) {
+    if (!grip_ || !pressed_ || !sheet_ || !(event.buttons() & Qt::LeftButton)) return false;
+    if (!dragging_) {
+        if ((event.pos() - *pressed_).manhattanLength() <= ClickDistance) return false;
+        dragging_ = true;
+        plot_->setCursor(Qt::ClosedHandCursor);
+        emit drag_began(grip_->part);
+    }
+    emit dragged(grip_->part, event.position() - grip_->in_box);
+    return true;
+}
+
+bool SheetView::end_drag(bool given_up) {
+    if (!std::exchange(dragging_, false)) return false;
+    grip_.reset();
+    pressed_.reset();
+    plot_->setCursor(Qt::ArrowCursor);
+    emit drag_ended(given_up);
+    return true;
 }
 
 void SheetView::take_band(const QRect& band) {
@@ -123,6 +160,9 @@ void SheetView::changeEvent(QEvent* event) {
 }
 
 bool SheetView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == plot_ && dragging_ && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+        return end_drag(true);
     if (watched == plot_ && event->type() == QEvent::Leave) emit mouse_left();
     return QWidget::eventFilter(watched, event);
 }

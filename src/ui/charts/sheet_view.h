@@ -5,14 +5,13 @@
 #include <optional>
 
 #include "diagrams/graph_view.h"
+#include "ui/charts/sheet_plot.h"
 
 class QCustomPlot;
 class QMouseEvent;
 class QTimer;
 
 namespace quom {
-
-class SheetPlot;
 
 class SheetView : public QWidget {
     Q_OBJECT
@@ -32,6 +31,10 @@ class SheetView : public QWidget {
     QRectF area() const;
     // Where a point of the sheet, as shown, stands in the view; none outside the axes.
     std::optional<QPointF> place_of(const SheetPoint& shown) const;
+    // What lies at a pixel of the view, and where that stands.
+    SheetHit part_at(const QPointF& pixel) const { return drawn_->part_at(pixel); }
+    QRectF box_of(const SheetHit& part) const { return drawn_->box_of(part); }
+    std::optional<PointRef> point_at(const QPointF& pixel) const;
     QSize sizeHint() const override { return {640, 440}; }
 
  signals:
@@ -40,6 +43,11 @@ class SheetView : public QWidget {
     void zoomed(const quom::CurveRange& shown);
     void point_clicked(const quom::PointRef& point);
     void menu_wanted(const QPoint& global);
+    // A text, a label or the legend is dragged with the left button: where its upper left corner goes to.
+    // Escape gives the drag up.
+    void drag_began(const quom::SheetHit& part);
+    void dragged(const quom::SheetHit& part, const QPointF& corner);
+    void drag_ended(bool given_up);
 
  protected:
     void changeEvent(QEvent* event) override;
@@ -49,7 +57,8 @@ class SheetView : public QWidget {
     void mouse_moved(const QMouseEvent& event);
     void mouse_released(const QMouseEvent& event);
     void take_band(const QRect& band);
-    std::optional<PointRef> point_at(const QPointF& pixel) const;
+    bool drag_to(const QMouseEvent& event);
+    bool end_drag(bool given_up);
 
     const std::optional<GraphDocument>& sheet_;
     QCustomPlot* plot_;
@@ -57,6 +66,12 @@ class SheetView : public QWidget {
     QTimer* at_rest_;
     bool armed_ = false;
     std::optional<QPoint> pressed_;
+    struct Grip {
+        SheetHit part;
+        QPointF in_box;  // from the corner of what is dragged
+    };
+    std::optional<Grip> grip_;
+    bool dragging_ = false;
 };
 
 }  // namespace quom

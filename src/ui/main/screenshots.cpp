@@ -38,6 +38,7 @@
 #include "ui/windows/frmQCalcOut.h"
 #include "ui/windows/frmQCmnDlg.h"
 #include "ui/windows/frmQGraph2D.h"
+#include "ui/windows/frmQGraph2D_Gestaltung.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQOptions.h"
 #include "ui/windows/frmQStoffWahl.h"
@@ -76,6 +77,18 @@ void calculate(mdiQUOM& frame, std::initializer_list<const char*> values) {
 
 void pop_up(mdiQUOM& frame, const char* name) {
     if (auto* menu = frame.findChild<QMenu*>(QLatin1String(name))) menu->popup(frame.pos() + QPoint(20, 30));
+}
+
+template <DesignPage Page>
+void show_design(mdiQUOM& frame) {
+    auto& sheet = frame.session().diagram.sheet;
+    if (sheet && Page == DesignPage::sheet)  // points for their page, in the middle
+        for (const PointSource source : {PointSource::data_editor, PointSource::fitting}) {
+            const CurveRange& r = sheet->diagram.range;
+            const SheetPoint points[] = {{0.4F * r.XMax, 0.6F * r.YMax}, {0.6F * r.XMax, 0.5F * r.YMax}};
+            cmdExternPoints(*sheet, points, source);
+        }
+    if (sheet) frmQGraph2D_Gestaltung::open(frame, Page, {.number = 1});
 }
 
 constexpr Step Steps[] = {
@@ -266,6 +279,14 @@ constexpr Step Steps[] = {
      [](mdiQUOM& f) {
          if (auto* w = f.child<frmQGraph2D>()) w->mnuCoord->trigger();
      }},
+    {"design-sheet", show_design<DesignPage::sheet>},
+    {"design-curves", show_design<DesignPage::curves>},
+    {"design-points", show_design<DesignPage::points>},
+    {"design-x", show_design<DesignPage::x_axis>},
+    {"design-y", show_design<DesignPage::y_axis>},
+    {"design-y2", show_design<DesignPage::y2_axis>},
+    {"design-texts", show_design<DesignPage::texts>},
+    {"design-legend", show_design<DesignPage::legend>},
     {"data",
      [](mdiQUOM& f) {
          close_diagram_windows(f);

@@ -1,6 +1,7 @@
 #include "ui/main/window_table.h"
 
 #include "ui/windows/frmQGraph2D.h"
+#include "ui/windows/frmQGraph2D_Gestaltung.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmQXYEdit.h"
@@ -31,6 +32,13 @@ constexpr WindowRow Rows[] = {
     {"frmQModell", Lifetime::substance, Part::models, 50, Sizing::width_only, {530, 0}, made<frmQModell>},
     {"frmQFitting", Lifetime::substance, Part::none, 0},
     {"frmTpVSInputBox", Lifetime::substance, Part::none, 90, Sizing::fixed, {}, made<frmTpVSInputBox>},
+    {"frmQGraph2D_Gestaltung",
+     Lifetime::substance,
+     Part::none,
+     90,
+     Sizing::free,
+     {640, 520},
+     made<frmQGraph2D_Gestaltung>},
     {"frmQGraph2D", Lifetime::substance, Part::none, 90, Sizing::free, {900, 640}, made<frmQGraph2D>},
     {"frmGraph3D", Lifetime::substance, Part::none, 0},
     {"frmTpRhoEdit", Lifetime::substance, Part::none, 86, Sizing::free, {980, 600}, made<frmTpRhoEdit>},

@@ -64,6 +64,7 @@ void frmQGraph2D::connect_controls() {
         for (QLabel* label : {lblX, lblY, lblPoint}) label->clear();
     });
     connect(chart, &SheetView::point_clicked, this, &frmQGraph2D::ask_point);
+    connect_drag();
     connect(chart, &SheetView::menu_wanted, this, &frmQGraph2D::show_context_menu);
     connect(&frame_.bench(), &Workbench::changed, this, &frmQGraph2D::session_changed);
 }
@@ -87,6 +88,7 @@ void frmQGraph2D::refresh() {
     show_insert_states();
     show_delete_entries();
     chart->refresh();
+    emit refreshed();
 }
 
 void frmQGraph2D::draw() { draw_next_curve(frame_); }
@@ -152,10 +154,14 @@ void frmQGraph2D::show_mouse(double x, double y, const std::optional<PointRef>& 
     lblPoint->setText(point ? QString::fromStdString(point_text(*sheet(), *point)) : QString());
 }
 
-// Of a curve only single points can be deleted: its line would hide which one is meant.
+// Of a curve only single points can be deleted, where the design has not armed it: its line would hide which
+// one is meant.
 void frmQGraph2D::ask_point(const PointRef& point) {
     if (!sheet()) return;
-    if (!point.of_set && sheet()->curve(point.slot).series.style.line != LinePattern::points_only) return;
+    const bool armed = std::exchange(point_deletion_armed_, false);
+    if (armed) emit refreshed();
+    if (!point.of_set && !armed && sheet()->curve(point.slot).series.style.line != LinePattern::points_only)
+        return;
     if (frame_.bench().tell(delete_point_question(*sheet(), point)) != Answer::yes) return;
     delete_point(*sheet(), point);
     refresh();

@@ -18,6 +18,7 @@ class ColourGrid;
 class SheetView;
 class TrafficLights;
 class mdiQUOM;
+struct SheetHit;
 
 class frmQGraph2D : public QWidget {
     Q_OBJECT
@@ -26,6 +27,10 @@ class frmQGraph2D : public QWidget {
     // Shows the sheet of the session; there is one window.
     static frmQGraph2D* open(mdiQUOM& frame);
     explicit frmQGraph2D(mdiQUOM& frame);
+
+    // While armed, a click on a point of any curve offers its deletion, once.
+    void arm_point_deletion(bool on);
+    bool point_deletion_armed() const { return point_deletion_armed_; }
 
     // Shows the sheet, its menus and commands as they are now. To be called after every change of it.
     void refresh();
@@ -41,6 +46,9 @@ class frmQGraph2D : public QWidget {
     QStatusBar* StatusBar2;
     TrafficLights* txtFarbeStatusbar2;
     QLabel* lblStatus;
+
+ signals:
+    void refreshed();
 
  private:
     // frmQGraph2D_layout
@@ -66,6 +74,11 @@ class frmQGraph2D : public QWidget {
     void copy_data();
     void save_data();
 
+    // frmQGraph2D_design
+    void add_design_entries(QMenu* menu, const QPoint& global);
+    void connect_drag();
+    void drag_part(const SheetHit& part, const QPointF& corner);
+
     void connect_controls();
     std::optional<GraphDocument>& sheet() const;
     void draw();
@@ -82,6 +95,8 @@ class frmQGraph2D : public QWidget {
     void session_changed();
 
     mdiQUOM& frame_;
+    std::optional<GraphDocument> before_drag_;
+    bool point_deletion_armed_ = false;
 };
 
 }  // namespace quom

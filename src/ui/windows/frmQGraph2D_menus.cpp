@@ -148,8 +148,7 @@ void frmQGraph2D::show_context_menu(const QPoint& global) {
     auto* menu = named(new QMenu(this), "mnuContext");
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setToolTipsVisible(true);
-    add_entry(menu, "mnuDesign", QStringLiteral("Design"), nullptr);
-    add_entry(menu, "mnuTextDesign", QStringLiteral("Edit text"), nullptr);
+    add_design_entries(menu, global);
     QAction* legend =
         add_entry(menu, "mnuLegend", QStringLiteral("legend on/off"), &frmQGraph2D::toggle_legend);
     legend->setCheckable(true);
