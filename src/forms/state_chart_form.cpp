@@ -120,22 +120,25 @@ std::string chart_caption(const Session& session, ChartKind kind) {
     return text;
 }
 
-StateChart session_chart(const Session& session, const StateChartForm& form, double width, double height) {
-    StateChart none;
-    none.fault = why_not(session, Needs::state_chart);
-    if (!none.fault.empty()) return none;
-    const auto reference = static_cast<std::size_t>(std::clamp(form.reference, 0, 4));
+SessionChart session_chart(const Session& session, const StateChartForm& form, double width, double height) {
+    SessionChart result;
+    result.chart.fault = why_not(session, Needs::state_chart);
+    if (!result.chart.exists()) return result;
     ChartOptions options{.units = units_of(form, session.fluid->M),
-                         .reference = static_cast<ChartReference>(reference),
+                         .reference = static_cast<ChartReference>(
+                             std::clamp(form.reference, 0, static_cast<int>(references.size()) - 1)),
                          .window = {},
                          .width = width,
                          .height = height};
-    StateChart chart = make_state_chart(*session.fluid, form.kind, options);
-    if (!form.window || !chart.exists()) return chart;
-    const ChartLimits whole{chart.x, chart.y};
+    result.chart = make_state_chart(*session.fluid, form.kind, options);
+    if (!result.chart.exists()) return result;
+    result.whole = {result.chart.x, result.chart.y};
+    if (!form.window) return result;
+    const ChartLimits& whole = result.whole;
     options.window = window_of(whole, shares(whole.x, form.window->x_low, form.window->x_high),
                                shares(whole.y, form.window->y_low, form.window->y_high));
-    return options.window ? make_state_chart(*session.fluid, form.kind, options) : chart;
+    if (options.window) result.chart = make_state_chart(*session.fluid, form.kind, options);
+    return result;
 }
 
 std::optional<ChartWindow> zoomed_window(const StateChart& chart, double X1, double Y1, double X2,
@@ -193,14 +196,26 @@ std::string state_for_clipboard(const StateChart& chart, const ChartState& state
     return state.exists() ? heads(chart) + "\n" + numbers(chart, state) + "\n" : std::string();
 }
 
-std::string lines_for_clipboard(const StateChart& chart) {
-    std::string text = "line\tvalue\t" + heads(chart) + "\n";
-    for (const ChartLine& line : chart.lines) {
-        const std::string head = family_name(chart, line.family) + "\t" + number(line.value) + "\t";
-        for (const ChartState& state : line.states)
-            if (in_sight(chart, state)) text += head + numbers(chart, state) + "\n";
+ExportTable chart_table(const StateChart& chart) {
+    ExportTable table{.title = {chart.header, chart.footer}, .heads = {"line", "value"}, .units = {"", ""}};
+    for (const ChartQuantity q : quantities) {
+        const ChartUnit& unit = chart.units[static_cast<std::size_t>(q)];
+        table.heads.emplace_back(unit.symbol);
+        table.units.push_back(unit.unit);
     }
-    return text;
+    for (const ChartLine& line : chart.lines) {
+        const std::string name = family_name(chart, line.family);
+        for (const ChartState& state : line.states) {
+            if (!in_sight(chart, state)) continue;
+            std::vector<ExportCell> row = {{name}, {number(line.value), true}};
+            for (const ChartQuantity q : quantities) {
+                const bool there = q != ChartQuantity::x || state.x >= 0.0;
+                row.emplace_back(there ? number(chart.shown(state, q)) : std::string(), there);
+            }
+            table.rows.push_back(std::move(row));
+        }
+    }
+    return table;
 }
 
 }  // namespace quom

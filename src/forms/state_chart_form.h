@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "diagrams/state_chart.h"
+#include "report/table_export.h"
 #include "session/session.h"
 
 namespace quom {
@@ -35,14 +36,18 @@ std::string chart_caption(const Session& session, ChartKind kind);
 // The chart of the session's fluid on an area of that many pixels; where it cannot be, its fault is the first
 // thing to be done: "first confirm the models". A window that reaches beyond the whole chart is moved into
 // it.
-StateChart session_chart(const Session& session, const StateChartForm& form, double width = 1208,
-                         double height = 786);
+struct ChartLimits {
+    ChartAxis x, y;  // without a zoom
+};
+struct SessionChart {
+    StateChart chart;
+    ChartLimits whole;
+};
+SessionChart session_chart(const Session& session, const StateChartForm& form, double width = 1208,
+                           double height = 786);
 
 // Zoom and pan, in shares of the axes as they are in view: X to the right, Y upwards. They stay within the
-// whole chart; one that shows all of it is none. whole: the axes without a zoom.
-struct ChartLimits {
-    ChartAxis x, y;
-};
+// whole chart; one that shows all of it is none.
 // The part between two corners; none where it is too narrow to be meant, or too narrow for its numbers.
 std::optional<ChartWindow> zoomed_window(const StateChart& chart, double X1, double Y1, double X2, double Y2);
 // factor below 1: closer, the point at X, Y stays where it is.
@@ -57,7 +62,7 @@ std::vector<ChartState> calculated_states(const Session& session, const StateCha
 
 // A state for the clipboard: names and units in one row, numbers below, parted by tabs.
 std::string state_for_clipboard(const StateChart& chart, const ChartState& state);
-// All lines of a chart for the clipboard: family, value, T, p, v, h, s, x of every state in sight.
-std::string lines_for_clipboard(const StateChart& chart);
+// The states in sight of all lines: line, value, T, p, v, h, s, x.
+ExportTable chart_table(const StateChart& chart);
 
 }  // namespace quom
