@@ -4,29 +4,23 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <nlohmann/json.hpp>
 #include <span>
-#include <stdexcept>
 #include <utility>
 
 #include "base/files.h"
 #include "base/number_text.h"
+#include "diagrams/json_reader.h"
 #include "diagrams/sheet_fields.h"
 
 namespace quom {
 namespace {
 
-using Json = nlohmann::json;           // what a file holds
 using Known = nlohmann::ordered_json;  // what this version writes, in its order
 
 constexpr std::string_view Format = "QUOM-OC2";
 constexpr int Version = 1;
-constexpr std::size_t DeepestLevel = 32, MostObjects = 100000;
+constexpr int MostTexts = 100000;
 constexpr std::size_t NumbersInLine = 12;
-
-struct Fault : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 // The number whose shortest text is that of the single.
 double short_double(float x) {
@@ -174,184 +168,11 @@ Json parsed_unknown(const std::string& text) {
 
 // ---- reading -------------------------------------------------------------------------------------------
 
-class Reader {
- public:
-    Reader(const Json& node, std::string path) : node_(node), path_(std::move(path)) {
-        if (!node.is_object()) fail("", "must be an object");
-    }
-    void flag(const char* name, bool& x) {
-        if (const Json* value = find(name)) {
-            if (!value->is_boolean()) fail(name, "must be true or false");
-            x = value->get<bool>();
-        }
-    }
-    void whole(const char* name, int& x, int least, int largest) {
-        const Json* value = find(name);
-        if (!value) return;
-        const double number = value->is_number() ? value->get<double>() : std::nan("");
-        if (!(number >= least && number <= largest) || number != std::floor(number))
-            fail(name,
-                 "must be a whole number from " + std::to_string(least) + " to " + std::to_string(largest));
-        x = static_cast<int>(number);
-    }
-    void number(const char* name, double& x) {
-        if (const Json* value = find(name)) x = finite(name, *value);
-    }
-    void number_or_none(const char* name, std::optional<double>& x) {
-        if (const Json* value = find(name))
-            x = value->is_null() ? std::nullopt : std::optional(finite(name, *value));
-    }
-    void single(const char* name, float& x) {
-        if (const Json* value = find(name)) x = finite_single(name, *value);
-    }
-    void single(const char* name, float& x, float least, float largest) {
-        single(name, x);
-        if (x < least || x > largest)
-            fail(name, "must be a number from " + genNum(least) + " to " + genNum(largest));
-    }
-    void text(const char* name, std::string& x) {
-        if (const Json* value = find(name)) {
-            if (!value->is_string()) fail(name, "must be a text");
-            x = value->get<std::string>();
-        }
-    }
-    void color(const char* name, Color& x) {
-        if (const Json* value = find(name)) x = color_in(name, *value);
-    }
-    void color_or_none(const char* name, std::optional<Color>& x) {
-        if (const Json* value = find(name))
-            x = value->is_null() ? std::nullopt : std::optional(color_in(name, *value));
-    }
-    template <class Choice>
-    void choice(const char* name, Choice& x, std::span<const std::string_view> words) {
-        const Json* value = find(name);
-        if (!value) return;
-        const auto word =
-            value->is_string() ? std::ranges::find(words, value->get_ref<const std::string&>()) : words.end();
-        if (word == words.end()) fail(name, "must be one of " + list_of(words));
-        x = static_cast<Choice>(word - words.begin());
-    }
-    void limits(float& low, float& high) {
-        single("min", low);
-        single("max", high);
-        if (!(low < high)) fail("", "min must be below max");
-    }
-    void points(SharedVector<SheetPoint>& points) {
-        const Json *x = list("x"), *y = list("y");
-        const std::size_t count = x ? x->size() : 0;
-        if (count != (y ? y->size() : 0)) fail("", "x and y must have as many numbers as each other");
-        std::vector<SheetPoint> read;
-        read.reserve(count);
-        for (std::size_t i = 0; i < count; ++i)
-            read.push_back({finite_single("x", (*x)[i]), finite_single("y", (*y)[i])});
-        points = std::move(read);
-    }
-    template <class Value, class Fields>
-    void part(const char* name, Value& x, Fields fields) {
-        const Json* value = find(name);
-        if (!value) return;
-        Reader sub(*value, path_of(name));
-        fields(sub, x);
-    }
-    // The objects of a list by their numbers, from first to last.
-    template <class Take>
-    void numbered(const char* name, int first, int last, Take take) {
-        const Json* value = find(name);
-        if (!value) return;
-        if (!value->is_object()) fail(name, "must be an object");
-        std::size_t taken = 0;
-        for (int number = first; number <= last && taken < value->size(); ++number) {
-            const auto found = value->find(std::to_string(number));
-            if (found == value->end()) continue;
-            ++taken;
-            Reader sub(*found, path_of(name) + "." + std::to_string(number));
-            take(number, sub);
-        }
-        if (taken < value->size())
-            fail(name,
-                 "has an entry that is none of " + std::to_string(first) + " to " + std::to_string(last));
-    }
-    [[noreturn]] void fail(std::string_view name, const std::string& what) const {
-        const std::string path = name.empty() ? path_ : path_of(name);
-        throw Fault(path.empty() ? what : path + ": " + what);
-    }
-
- private:
-    std::string path_of(std::string_view name) const {
-        return path_.empty() ? std::string(name) : path_ + "." + std::string(name);
-    }
-    const Json* find(const char* name) const {
-        const auto found = node_.find(name);
-        return found == node_.end() ? nullptr : &*found;
-    }
-    const Json* list(const char* name) const {
-        const Json* value = find(name);
-        if (value && !value->is_array()) fail(name, "must be a list of numbers");
-        return value;
-    }
-    double finite(const char* name, const Json& value) const {
-        const double x = value.is_number() ? value.get<double>() : std::nan("");
-        if (!std::isfinite(x)) fail(name, "must be a number");
-        return x;
-    }
-    float finite_single(const char* name, const Json& value) const {
-        const auto x = static_cast<float>(finite(name, value));
-        if (!std::isfinite(x)) fail(name, "is too large a number");
-        return x;
-    }
-    Color color_in(const char* name, const Json& value) const {
-        const auto color = value.is_string() ? color_of(value.get_ref<const std::string&>()) : std::nullopt;
-        if (!color) fail(name, "must be a colour, \"#RRGGBB\"");
-        return *color;
-    }
-    static std::string list_of(std::span<const std::string_view> words) {
-        std::string text;
-        for (const std::string_view word : words)
-            text += (text.empty() ? "\"" : ", \"") + std::string(word) + "\"";
-        return text;
-    }
-    const Json& node_;
-    std::string path_;
-};
-
-// Levels and objects, before anything is allocated for them.
-void check_nesting(std::string_view bytes) {
-    std::size_t level = 0, objects = 0;
-    bool in_text = false, escaped = false;
-    for (const char c : bytes) {
-        if (in_text) {
-            in_text = escaped || c != '"';
-            escaped = !escaped && c == '\\';
-        } else if (c == '"') {
-            in_text = true;
-        } else if (c == '{' || c == '[') {
-            if (++level > DeepestLevel) throw Fault("is nested too deeply");
-            if (++objects > MostObjects) throw Fault("has too many objects");
-        } else if ((c == '}' || c == ']') && level > 0) {
-            --level;
-        }
-    }
-}
-
-Json parse(std::string_view bytes) {
-    if (bytes.size() > LargestDiagramFile) throw Fault("is larger than a diagram file can be");
-    check_nesting(bytes);
-    try {
-        return Json::parse(bytes);
-    } catch (const Json::parse_error& error) {
-        const std::size_t at = std::min(error.byte, bytes.size());
-        throw Fault("line " + std::to_string(std::ranges::count(bytes.substr(0, at), '\n') + 1) +
-                    ": this is no JSON");
-    } catch (const Json::exception&) {
-        throw Fault("a number is too large");
-    }
-}
-
 void check_format(const Json& root) {
     if (!root.is_object() || !root.contains("format") || root["format"] != Format)
-        throw Fault("is no diagram file: the mark \"format\": \"QUOM-OC2\" is missing");
+        throw JsonFault("is no diagram file: the mark \"format\": \"QUOM-OC2\" is missing");
     if (!root.contains("version") || root["version"] != Version)
-        throw Fault("is of another version than 1, which is read here");
+        throw JsonFault("is of another version than 1, which is read here");
 }
 
 // What of a file this version would not write.
@@ -393,7 +214,7 @@ void each_entry(Sheet& sheet, Visit visit) {
         visit("marks", number, sheet.mark(number).series.unknown);
 }
 
-void read_series(Reader& reader, Series& series) {
+void read_series(JsonReader& reader, Series& series) {
     series_fields(reader, series);
     series.label.point =
         std::clamp(series.label.point, 1, std::max(1, static_cast<int>(series.points.size())));
@@ -402,26 +223,26 @@ void read_series(Reader& reader, Series& series) {
 GraphDocument read_sheet(const Json& root, const GraphDocument& before) {
     GraphDocument sheet;
     sheet.diagram = before.diagram;
-    Reader reader(root, "");
+    JsonReader reader(root, "");
     sheet_fields(reader, sheet);
     sheet.diagram.initial = sheet.diagram.range;
-    reader.numbered("texts", 1, static_cast<int>(MostObjects), [&](int number, Reader& sub) {
+    reader.numbered("texts", 1, MostTexts, [&](int number, JsonReader& sub) {
         if (number != static_cast<int>(sheet.texts.size()) + 1) sub.fail("", "the text before it is missing");
         text_fields(sub, sheet.texts.emplace_back());
     });
-    reader.numbered("curves", 1, CurveSlots, [&](int number, Reader& sub) {
+    reader.numbered("curves", 1, CurveSlots, [&](int number, JsonReader& sub) {
         CurveSlot slot;
         read_series(sub, slot.series);
         slot.CurveFree = slot.series.points.empty();
         if (!slot.CurveFree) sheet.curve(number) = std::move(slot);
     });
-    reader.numbered("points", 1, PointSlots, [&](int number, Reader& sub) {
+    reader.numbered("points", 1, PointSlots, [&](int number, JsonReader& sub) {
         PointSlot slot;
         read_series(sub, slot.series);
         slot.PointFree = slot.series.points.empty();
         if (!slot.PointFree) sheet.set(number) = std::move(slot);
     });
-    reader.numbered("marks", FirstMark, LastMark, [&](int number, Reader& sub) {
+    reader.numbered("marks", FirstMark, LastMark, [&](int number, JsonReader& sub) {
         Mark mark;
         mark_fields(sub, mark);
         if (mark.series.points.size() > 2) sub.fail("", "a mark has two points at most");
@@ -444,7 +265,7 @@ std::string oc2_bytes(const GraphDocument& sheet) {
 
 Oc2Read read_oc2(std::string_view bytes, std::string_view name, const GraphDocument& before) {
     try {
-        const Json root = parse(bytes);
+        const Json root = parse_json(bytes, LargestDiagramFile, "diagram file");
         check_format(root);
         GraphDocument sheet = read_sheet(root, before);
         Json unknown = unknown_in(root, known_sheet(sheet));
@@ -453,7 +274,7 @@ Oc2Read read_oc2(std::string_view bytes, std::string_view name, const GraphDocum
         });
         if (!unknown.empty()) sheet.unknown = compact(unknown);
         return {std::move(sheet), ""};
-    } catch (const Fault& fault) {
+    } catch (const JsonFault& fault) {
         return {std::nullopt, in_quotes(name) + ": " + fault.what() + "."};
     }
 }
