@@ -53,8 +53,8 @@ void style_axis(QCPAxis& axis, const SheetStyle& style) {
 
 void set_axis(QCPAxis& axis, QCPAxis& opposite, const ChartAxis& shown,
               const QSharedPointer<SheetTicker>& ticker) {
-    ticker->set({.step = shown.log ? std::nullopt : std::optional(shown.major)}, {.low = shown.low, .high = shown.high, .log = shown.log}, TextTurn::horizontal,
-                log_decades);
+    ticker->set({.step = shown.log ? std::nullopt : std::optional(shown.major)},
+                {.low = shown.low, .high = shown.high, .log = shown.log}, TextTurn::horizontal, log_decades);
     for (QCPAxis* one : {&axis, &opposite}) {
         one->setScaleType(shown.log ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
         one->setRange(shown.low, shown.high);

@@ -18,11 +18,11 @@ namespace quom {
 
 namespace {
 
-constexpr int ClickDistance = 3;      // that the mouse may go between press and release
-constexpr double WheelStep = 0.8;     // of the part in view, for one notch
-constexpr double KeyZoom = 0.7;       // for one press of + or -
+constexpr int ClickDistance = 3;   // that the mouse may go between press and release
+constexpr double WheelStep = 0.8;  // of the part in view, for one notch
+constexpr double KeyZoom = 0.7;    // for one press of + or -
 constexpr double CrossStep = 0.02, FineStep = 0.002, PanStep = 0.1;  // of the area, for one arrow
-constexpr double Notch = 120;         // of a wheel
+constexpr double Notch = 120;                                        // of a wheel
 
 bool is_pan(const QMouseEvent& event) {
     return event.button() == Qt::MiddleButton ||
@@ -64,10 +64,11 @@ StateChartView::StateChartView(QWidget* parent)
     connect(plot_, &QCustomPlot::mouseMove, this, [this](QMouseEvent* event) { moved(*event); });
     connect(plot_, &QCustomPlot::mouseRelease, this, [this](QMouseEvent* event) { released(*event); });
     connect(plot_, &QCustomPlot::mouseWheel, this, [this](QWheelEvent* event) { wheel(*event); });
-    connect(plot_->selectionRect(), &QCPSelectionRect::accepted, this, [this](const QRect& band, QMouseEvent*) {
-        const QPointF a = share_of(band.topLeft()), b = share_of(band.bottomRight());
-        emit band_drawn(a.x(), a.y(), b.x(), b.y());
-    });
+    connect(plot_->selectionRect(), &QCPSelectionRect::accepted, this,
+            [this](const QRect& band, QMouseEvent*) {
+                const QPointF a = share_of(band.topLeft()), b = share_of(band.bottomRight());
+                emit band_drawn(a.x(), a.y(), b.x(), b.y());
+            });
 }
 
 StateChartView::~StateChartView() = default;
@@ -102,8 +103,8 @@ void StateChartView::put_cross(const QPointF& share) {
     const QPointF pixel(all.left() + share.x() * all.width(),
                         all.top() - 1 + (1.0 - share.y()) * all.height());
     const bool inside = share.x() >= 0 && share.x() <= 1 && share.y() >= 0 && share.y() <= 1;
-    pointed_ = inside ? state_at(chart_, chart_.x.shown_at(share.x()), chart_.y.shown_at(share.y()))
-                      : ChartState{};
+    pointed_ =
+        inside ? state_at(chart_, chart_.x.shown_at(share.x()), chart_.y.shown_at(share.y())) : ChartState{};
     if (!pointed_.exists()) return take_cross_away();
     drawn_->show_cross(pixel, pointed_);
     emit pointed_at(pointed_);

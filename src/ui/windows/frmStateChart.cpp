@@ -39,9 +39,7 @@ QComboBox* choice(QWidget* parent, const char* name, const char* spoken_name,
 
 }  // namespace
 
-void open_state_chart(mdiQUOM& frame, int kind) {
-    frmStateChart::open(frame, static_cast<ChartKind>(kind));
-}
+void open_state_chart(mdiQUOM& frame, int kind) { frmStateChart::open(frame, static_cast<ChartKind>(kind)); }
 
 frmStateChart* frmStateChart::open(mdiQUOM& frame, ChartKind kind) {
     auto* window = frame.find_or_make<frmStateChart>();
@@ -164,7 +162,8 @@ void frmStateChart::connect_controls() {
         if (changes.fluid()) show_chart();
     });
     // What is calculated after a change, or after boxes were typed, is there when those are done.
-    connect(&frame_.bench(), &Workbench::changed, this, &frmStateChart::show_calculated, Qt::QueuedConnection);
+    connect(&frame_.bench(), &Workbench::changed, this, &frmStateChart::show_calculated,
+            Qt::QueuedConnection);
     connect(&frame_.bench(), &Workbench::typed, this, &frmStateChart::show_calculated, Qt::QueuedConnection);
 }
 

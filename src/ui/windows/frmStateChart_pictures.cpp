@@ -43,14 +43,14 @@ QString frmStateChart::picture_name() const {
 }
 
 void frmStateChart::copy_picture() {
-    auto* data = new QMimeData;
+    auto* forms = new QMimeData;
     // Programs take the first that they know.
     for (const auto& [mime, format] : {std::pair{"image/x-emf", "emf"}, {"image/svg+xml", "svg"}})
-        data->setData(QLatin1String(mime),
-                      state_chart_bytes(chart->chart(), format, size_of(*chart), form_.black).bytes);
-    data->setImageData(
+        forms->setData(QLatin1String(mime),
+                       state_chart_bytes(chart->chart(), format, size_of(*chart), form_.black).bytes);
+    forms->setImageData(
         QImage::fromData(state_chart_bytes(chart->chart(), "png", size_of(*chart), form_.black).bytes));
-    QGuiApplication::clipboard()->setMimeData(data);
+    QGuiApplication::clipboard()->setMimeData(forms);
     say(QStringLiteral("copied to the clipboard: the chart"));
 }
 
@@ -62,8 +62,9 @@ void frmStateChart::save_picture() {
         {.title = QStringLiteral("Save Image File"),
          .start = QDir(folder.isEmpty() ? QString::fromStdString(frame_.session().ProgramPath) : folder)
                       .filePath(picture_name() + QStringLiteral(".png")),
-         .filter = QStringLiteral("PNG picture (*.png);;PDF page (*.pdf);;SVG picture (*.svg);;Enhanced MetaFile "
-                                  "(*.emf);;Windows MetaFile (*.wmf);;Bitmap-file (*.bmp)"),
+         .filter =
+             QStringLiteral("PNG picture (*.png);;PDF page (*.pdf);;SVG picture (*.svg);;Enhanced MetaFile "
+                            "(*.emf);;Windows MetaFile (*.wmf);;Bitmap-file (*.bmp)"),
          .suffix = QStringLiteral("png")});
     if (path.empty()) return;
     const std::string fault = state_chart_picture(chart->chart(), path, state_chart_size, form_.black);
