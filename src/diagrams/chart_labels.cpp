@@ -16,7 +16,8 @@ using Along = PlaceRule::Along;
 
 // Isotherms of log p-h below T(cr) carry their label in the dome.
 constexpr PlaceRule in_dome_rule{Along::fraction, 8, 0.55, -1, 8};
-constexpr PlaceRule edge_rule{Along::fraction, 8, 0.5, -1, 8};
+// The triple line its own on the level part, though the vapor fractions end there.
+constexpr PlaceRule edge_rule{Along::fraction, 8, 0.5, -1, 24};
 
 const std::array rule_rows = {
     RuleRow{ChartKind::log_ph, ChartFamily::T, {Along::Y, 7, 0.42}},

@@ -41,16 +41,6 @@ const std::array family_rows = {
     FamilyRow{ChartKind::hs, ChartFamily::T, false, {12, 8, 15}, From::outside_dome},
 };
 
-std::string refusal(const Fluid& fluid) {
-    if (!fluid.has_eos()) return std::string(reason_text(fluid.eos_reason));
-    if (fluid.VPhaseOnly || !fluid.eos_row().is_cubic()) return std::string(reason_text(Reason::vapor_only));
-    if (!(fluid.substance.Tcr > 0.0) || !(fluid.substance.pcr > 0.0))
-        return std::string(reason_text(Reason::no_critical_data));
-    if (fluid.ideal_gas.reason != Reason::none) return std::string(reason_text(fluid.ideal_gas.reason));
-    if (!(fluid.M > 0.0)) return std::string(reason_text(Reason::no_molar_mass));
-    return {};
-}
-
 // Smallest and largest value of a quantity over the window.
 struct Range {
     double low = HUGE_VAL, high = -HUGE_VAL;
@@ -256,6 +246,16 @@ double highest_T(const StateChart& chart, const ChartStates& samples) {
 
 }  // namespace
 
+std::string why_no_chart(const Fluid& fluid) {
+    if (!fluid.has_eos()) return std::string(reason_text(fluid.eos_reason));
+    if (fluid.VPhaseOnly || !fluid.eos_row().is_cubic()) return std::string(reason_text(Reason::vapor_only));
+    if (!(fluid.substance.Tcr > 0.0) || !(fluid.substance.pcr > 0.0))
+        return std::string(reason_text(Reason::no_critical_data));
+    if (fluid.ideal_gas.reason != Reason::none) return std::string(reason_text(fluid.ideal_gas.reason));
+    if (!(fluid.M > 0.0)) return std::string(reason_text(Reason::no_molar_mass));
+    return {};
+}
+
 StateChart make_state_chart(const Fluid& fluid, ChartKind kind, const ChartOptions& options) {
     StateChart chart;
     const auto refused = [](std::string fault) {
@@ -263,7 +263,7 @@ StateChart make_state_chart(const Fluid& fluid, ChartKind kind, const ChartOptio
         none.fault = std::move(fault);
         return none;
     };
-    if (std::string fault = refusal(fluid); !fault.empty()) return refused(std::move(fault));
+    if (std::string fault = why_no_chart(fluid); !fault.empty()) return refused(std::move(fault));
     ReferencedFluid referenced = with_reference(fluid, options.reference);
     if (!referenced.fluid) return refused(std::move(referenced.fault));
     ChosenUnits units = chart_units(options.units, fluid.M);

@@ -101,6 +101,9 @@ struct StateChart {
     }
 };
 
+// Why a fluid has no chart of any kind; empty: it has.
+std::string why_no_chart(const Fluid& fluid);
+
 // The chart of a fluid. Refused with the reason: no cubic equation, no cp(idG), no M, T(cr) or p(cr) missing,
 // a unit or a reference state that is not possible.
 StateChart make_state_chart(const Fluid& fluid, ChartKind kind, const ChartOptions& options = {});

@@ -8,6 +8,7 @@
 #include "base/code_page.h"
 #include "base/constants.h"
 #include "base/files.h"
+#include "diagrams/state_chart.h"
 #include "forms/refusal.h"
 #include "session/start_up.h"
 
@@ -66,6 +67,8 @@ bool fulfilled(const Session& s, Needs needs) {
             return models;
         case Needs::calculation:
             return models && c.Tcr * c.pcr >= TinyT;
+        case Needs::state_chart:
+            return models && why_no_chart(*s.fluid).empty();
         default:
             return models && has_equation(c, needs);
     }
@@ -79,6 +82,7 @@ std::string why_not(const Session& s, Needs needs) {
     if (needs == Needs::critical_data || (needs == Needs::calculation && fulfilled(s, Needs::models)))
         return "the record has no T(cr), p(cr)";
     if (!fulfilled(s, Needs::models)) return "first confirm the models";
+    if (needs == Needs::state_chart) return why_no_chart(*s.fluid);
     return "the record has no such equation";
 }
 

@@ -19,6 +19,7 @@ enum class Needs {
     data_points,    // experimental data are loaded
     models,         // the models were confirmed; enough for calculations with the ideal gas
     calculation,    // ... and the substance has T(cr), p(cr)
+    state_chart,    // ... and what else a state chart is made from
     // The models were confirmed and the database has the equation:
     equ_frost_kalkwarf,
     equ_wagner,

@@ -11,7 +11,6 @@ namespace {
 
 constexpr int MostNumbers = 9, UsualDigits = 6, MostDigits = 12;
 constexpr double margin_right = 14;  // of the picture
-constexpr double log_dense = 3;      // decades up to which 2 and 5 are numbered
 // Of the picture beside the area of the axes: numbers, titles, margins.
 constexpr double beside_width = 90, beside_height = 110;
 
@@ -63,8 +62,8 @@ Ticks round_ticks(const AxisDesign& design, const ShownAxis& axis, int most, dou
 
 }  // namespace
 
-Ticks sheet_ticks(const AxisDesign& design, const ShownAxis& axis, double length,
-                  const NumberExtent& extent) {
+Ticks sheet_ticks(const AxisDesign& design, const ShownAxis& axis, double length, const NumberExtent& extent,
+                  double dense) {
     Ticks ticks;
     if (design.step && !axis.log)
         ticks = with_enough_digits(
@@ -73,9 +72,9 @@ Ticks sheet_ticks(const AxisDesign& design, const ShownAxis& axis, double length
         thin_out(ticks, axis, length, extent);
         return ticks;
     }
-    for (const double dense : {log_dense, 0.0}) {
+    for (const double decades : {dense, 0.0}) {
         for (int most = MostNumbers; most >= 2; --most) {
-            ticks = round_ticks(design, axis, most, dense);
+            ticks = round_ticks(design, axis, most, decades);
             if (fits(ticks, axis, length, extent)) return ticks;
         }
         if (!axis.log) break;
@@ -84,7 +83,8 @@ Ticks sheet_ticks(const AxisDesign& design, const ShownAxis& axis, double length
     return ticks;
 }
 
-void SheetTicker::set(const AxisDesign& design, const ShownAxis& axis, TextTurn number_turn) {
+void SheetTicker::set(const AxisDesign& design, const ShownAxis& axis, TextTurn number_turn, double dense) {
+    dense_ = dense;
     design_ = design;
     axis_ = axis;
     turn_ = number_turn;
@@ -99,10 +99,13 @@ double SheetTicker::length() const {
 Ticks SheetTicker::ticks() const {
     const QFontMetricsF metrics(sheet_font(design_.number_font));
     const bool along = (place_ == QCPAxis::atBottom) == (turn_ == TextTurn::horizontal);
-    return sheet_ticks(design_, axis_, length(), [&](const std::string& number) {
-        if (number.empty()) return 0.0;
-        return along ? metrics.horizontalAdvance(sheet_text(number)) + 14 : 1.6 * metrics.height();
-    });
+    return sheet_ticks(
+        design_, axis_, length(),
+        [&](const std::string& number) {
+            if (number.empty()) return 0.0;
+            return along ? metrics.horizontalAdvance(sheet_text(number)) + 14 : 1.6 * metrics.height();
+        },
+        dense_);
 }
 
 void SheetTicker::leave_room(const Ticks& ticks) const {

@@ -77,9 +77,10 @@ CommandLine read_command_line(const QStringList& arguments) {
     QCommandLineOption draw(QStringLiteral("draw"), {}, QStringLiteral("SHEET.oc2"));
     QCommandLineOption out(QStringLiteral("out"), {}, QStringLiteral("FILE"));
     QCommandLineOption dpi(QStringLiteral("picture-dpi"), {}, QStringLiteral("DPI"));
-    for (QCommandLineOption* internal : {&pictures, &size, &draw, &out, &dpi})
+    QCommandLineOption black(QStringLiteral("picture-black"));
+    for (QCommandLineOption* internal : {&pictures, &size, &draw, &out, &dpi, &black})
         internal->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({help, version, folder, trace, screenshots, pictures, size, draw, out, dpi});
+    parser.addOptions({help, version, folder, trace, screenshots, pictures, size, draw, out, dpi, black});
     parser.addPositionalArgument(QStringLiteral("PROJECT"),
                                  QStringLiteral("Project *.QC6 that is loaded at the start."));
     if (!parser.parse(arguments)) {
@@ -92,6 +93,8 @@ CommandLine read_command_line(const QStringList& arguments) {
     if (parser.isSet(draw) || parser.isSet(out)) {
         line.draw = parser.value(draw).toStdString();
         line.draw_out = parser.value(out).toStdString();
+        line.draw_size_given = parser.isSet(size);
+        line.draw_black = parser.isSet(black);
         const std::string fault = read_draw_size(parser.isSet(size) ? parser.value(size) : QString(),
                                                  parser.value(dpi), line.draw_size);
         if (!fault.empty()) return ended(2, "quom: " + fault + "\n");

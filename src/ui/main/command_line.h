@@ -20,6 +20,8 @@ struct CommandLine {
     std::string draw;  // the sheet of this file as a picture, without a display
     std::string draw_out;
     PictureSize draw_size;
+    bool draw_size_given = false;
+    bool draw_black = false;           // a state chart on a black sheet
     std::vector<std::string> project;  // the rest: one path, also in several words
 
     // Set when the program ends at once: 0 with text for the output (help, version), 2 with what is wrong.

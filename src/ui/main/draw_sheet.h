@@ -1,4 +1,5 @@
-// quom --draw SHEET.oc2 --out FILE: the picture of a diagram file, without a display and without a session.
+// quom --draw FILE --out PICTURE: the picture of a diagram file or of the file of a state chart, without a
+// display and without a session.
 #pragma once
 #include "ui/main/command_line.h"
 

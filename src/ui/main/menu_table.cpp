@@ -6,6 +6,7 @@
 #include "ui/main/menu_actions.h"
 #include "ui/main/project_actions.h"
 #include "ui/windows/frmQOptions.h"
+#include "ui/windows/frmStateChart.h"
 #include "ui/windows/frmTextImport.h"
 
 namespace quom {
@@ -149,6 +150,10 @@ constexpr MenuRow MenuRows[] = {
     {"mnuGraf_database", "mnuGraf_sub_database", 8, "Solid Heat Capacity Cp = Fu(T)", Needs::equ_cpS, open_diagram, 304},
     {"mnu2D", "mnuGraf_sep", 1, "-", Needs::nothing, nullptr, 0},
     {"mnu2D", "mnuInversionsKurve", -1, "Joule-Thomson effect, inversion curve T-p ", Needs::calculation, open_diagram, 105},
+    {"", "mnuChart", -1, "Charts", Needs::state_chart, nullptr, 0},
+    {"mnuChart", "mnuChart", 0, "log p-h diagram", Needs::state_chart, open_state_chart, 0},
+    {"mnuChart", "mnuChart", 1, "T-s diagram", Needs::state_chart, open_state_chart, 1},
+    {"mnuChart", "mnuChart", 2, "h-s diagram", Needs::state_chart, open_state_chart, 2},
     {"", "mnu3D", -1, "&3D Graph...", Needs::calculation, nullptr, 0},
     {"mnu3D", "mnu3DSub", 0, "Pressure p(v, T)", Needs::calculation, nullptr, 1},
     {"mnu3D", "mnu3DSub", 1, "Volume  v(p, T)", Needs::calculation, nullptr, 2},

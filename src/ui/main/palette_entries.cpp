@@ -46,7 +46,7 @@ struct RootKind {
 constexpr RootKind RootKinds[] = {
     {"mnuCalcMain", PaletteKind::calculation}, {"mnuModel", PaletteKind::models},
     {"mnu2D", PaletteKind::graph_2d},          {"mnu3D", PaletteKind::graph_3d},
-    {"mnuHilfe", PaletteKind::help},
+    {"mnuChart", PaletteKind::graph_2d},       {"mnuHilfe", PaletteKind::help},
 };
 
 std::string name_of(const MenuRow& row) {

@@ -43,6 +43,7 @@
 #include "ui/windows/frmQOptions.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmQXYEdit.h"
+#include "ui/windows/frmStateChart.h"
 #include "ui/windows/frmTextImport.h"
 #include "ui/windows/frmTpRhoEdit.h"
 #include "ui/windows/frmTpVSInputBox.h"
@@ -292,7 +293,22 @@ constexpr Step Steps[] = {
          close_diagram_windows(f);
          pop_up(f, "mnuData");
      }},
-    {"calculations", [](mdiQUOM& f) { pop_up(f, "mnuCalcMain"); }},
+    {"chart-log-ph", [](mdiQUOM& f) { open_state_chart(f, static_cast<int>(ChartKind::log_ph)); }},
+    {"chart-Ts-black",
+     [](mdiQUOM& f) {
+         open_state_chart(f, static_cast<int>(ChartKind::Ts));
+         press(f, frmStateChart::Name, "chkBlack");
+     }},
+    {"chart-hs",
+     [](mdiQUOM& f) {
+         open_state_chart(f, static_cast<int>(ChartKind::hs));
+         press(f, frmStateChart::Name, "chkBlack");
+     }},
+    {"calculations",
+     [](mdiQUOM& f) {
+         f.unload(frmStateChart::Name);
+         pop_up(f, "mnuCalcMain");
+     }},
     {"functions", [](mdiQUOM& f) { pop_up(f, "mnuGraf_FuT"); }},
     {"help", [](mdiQUOM& f) { f.show_help(62); }},
     {"points",

@@ -5,6 +5,7 @@
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmQXYEdit.h"
+#include "ui/windows/frmStateChart.h"
 #include "ui/windows/frmTpRhoEdit.h"
 #include "ui/windows/frmTpVSInputBox.h"
 
@@ -44,6 +45,7 @@ constexpr WindowRow Rows[] = {
     {"frmTpRhoEdit", Lifetime::substance, Part::none, 86, Sizing::free, {980, 600}, made<frmTpRhoEdit>},
     {"frmQXYEdit", Lifetime::substance, Part::none, 87, Sizing::free, {780, 610}, made<frmQXYEdit>},
     {"frmQTextEdit", Lifetime::substance, Part::none, 20},
+    {"frmStateChart", Lifetime::database, Part::none, 91, Sizing::free, {1000, 700}, made<frmStateChart>},
     {"frmQStoffWahl", Lifetime::database, Part::none, 10, Sizing::free, {680, 560}, made<frmQStoffWahl>},
     {"frmReferenz", Lifetime::program, Part::none, 84},
     {"frmQOptions", Lifetime::program, Part::none, 85},
