@@ -24,10 +24,6 @@ Message refusal(std::string title, std::string text) {
     return {.title = std::move(title), .text = std::move(text), .kind = MessageKind::warning};
 }
 
-Message too_many_curves() {
-    return refusal("WARNING", "Maximum " + genNum(CurveSlots) + " curves possible\n\nDelete existing curves");
-}
-
 Message too_many_sets() {
     return refusal("Execution not possible", "A maximum of " + genNum(PointSlots) +
                                                  " sets of points may be loaded.\n"
@@ -109,6 +105,10 @@ Color next_curve_color(const GraphDocument& sheet) {
 }
 Color next_points_color(const GraphDocument& sheet) {
     return sheet.NextColor.value_or(slot_color(free_point_slot(sheet)));
+}
+
+Message too_many_curves() {
+    return refusal("WARNING", "Maximum " + genNum(CurveSlots) + " curves possible\n\nDelete existing curves");
 }
 
 Added AddCurve(GraphDocument& sheet, const CurvePoints& curve, const CurveText& text) {
