@@ -7,6 +7,7 @@
 
 #include "base/number_text.h"
 #include "diagrams/axis_texts.h"
+#include "diagrams/ticks.h"
 
 namespace quom {
 namespace {
@@ -50,9 +51,10 @@ std::string hidden_text(std::int16_t kind, float value) {
     return std::string(found->second) + mouse_number(static_cast<double>(value));
 }
 
-// Share of the way from low to high.
+// Share of the way from low to high; a logarithmic axis begins above 0.
 std::optional<double> share(double value, double low, double high, bool log) {
-    if (log && !(value > 0.0 && low > 0.0 && high > 0.0)) return std::nullopt;
+    if (log) low = log_low(low, high);
+    if (log && !(value > 0.0 && low > 0.0 && high > low)) return std::nullopt;
     const double part = log ? std::log(value / low) / std::log(high / low) : (value - low) / (high - low);
     return std::isfinite(part) ? std::optional(part) : std::nullopt;
 }

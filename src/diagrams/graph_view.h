@@ -51,7 +51,8 @@ struct SheetArea {
 struct Pixel {
     double x = 0, y = 0;
 };
-// None where an axis is logarithmic and the point or its limit is not above 0.
+// None where an axis is logarithmic and the point or its upper limit is not above 0; one that begins at 0 is
+// shown from three decades below its end.
 std::optional<Pixel> pixel_of(const GraphDocument& sheet, const SheetArea& area, const SheetPoint& shown);
 
 // The point in sight next to the mouse, within so many pixels. Of points equally near that of the curve

@@ -1,50 +1,16 @@
 #include "forms/diagram_form.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 
 #include "base/number_text.h"
 #include "diagrams/axis_texts.h"
 #include "diagrams/draw_curve.h"
-#include "engine/eos_parameters.h"
 #include "engine/unit_factors.h"
+#include "forms/diagram_parameter.h"
 #include "forms/refusal.h"
 
 namespace quom {
 namespace {
-
-constexpr double close_to_b = 1.05;  // v/b up to which the user is warned
-
-// What the box asks for in a section.
-struct SectionParameter {
-    Section section;
-    std::string_view name, label, reduced_label;
-    double DiagramState::*value;
-    double UnitFactors::*factor;
-    std::string_view refusal;  // of a value that is not above 0
-};
-constexpr auto section_parameters = std::to_array<SectionParameter>({
-    {Section::isothermal, "T", "T/K = ", "T(red) = ", &DiagramState::T, &UnitFactors::TFactor,
-     " The default temperature must be greater than zero! "},
-    {Section::isobaric, "p", "p/kPa = ", "p(red) = ", &DiagramState::p, &UnitFactors::pFactor,
-     " The default pressure must be greater than zero! "},
-    {Section::isochoric, "v", "V/", "v(red.) = ", &DiagramState::v, &UnitFactors::vFactor,
-     "Input v <= b not possible!"},
-});
-
-// None for a sheet of which the curves have no parameter.
-const SectionParameter* section_parameter(const Session& session) {
-    const DiagramSession& d = session.diagram;
-    if (!d.sheet || d.sheet->diagram.kind == Kind::none) return nullptr;
-    const auto* row =
-        std::ranges::find(section_parameters, d.sheet->diagram.section, &SectionParameter::section);
-    return row == section_parameters.end() ? nullptr : row;
-}
-
-double factor_of(const Session& session, const SectionParameter& row) {
-    return unit_factors(*session.fluid, session.diagram.units).*row.factor;
-}
 
 bool same_units(const Units& a, const Units& b) {
     return a.EnergyMode == b.EnergyMode && a.VolumeMode == b.VolumeMode;
@@ -83,25 +49,6 @@ void take_limits(const Session& session, CurveInput& input) {
     const RangeLimits& pair = session.diagram.state.ranges[over_T ? RangePair::T : RangePair::p];
     input.process.From = pair.min / (over_T ? f.TFactor : f.pFactor);
     input.process.To = pair.max / (over_T ? f.TFactor : f.pFactor);
-}
-
-// Why no curve has this parameter [K], [kPa], [m^3/kmol].
-std::optional<Message> parameter_refusal(const Fluid& fluid, const SectionParameter& row, double value) {
-    if (row.section == Section::isochoric) {
-        const double b = fluid.VPhaseOnly ? 0.0 : EOSParT(fluid, fluid.substance.Tcr).b;
-        if (value > b) return std::nullopt;
-        return Message{.title = "WARNING", .text = std::string(row.refusal), .kind = MessageKind::warning};
-    }
-    if (value > 0.0) return std::nullopt;
-    return refusal_message(std::string(row.refusal));
-}
-
-std::optional<Message> close_to_b_note(const Fluid& fluid, const SectionParameter& row, double value) {
-    if (row.section != Section::isochoric || fluid.VPhaseOnly) return std::nullopt;
-    if (value > close_to_b * EOSParT(fluid, fluid.substance.Tcr).b) return std::nullopt;
-    return Message{.title = "WARNING",
-                   .text = "v close to b\npossibly there are problems during calculation",
-                   .kind = MessageKind::warning};
 }
 
 void tell_all(const std::vector<Message>& told, Messages& messages) {

@@ -3,6 +3,7 @@
 #include <qcustomplot.h>
 
 #include <QMouseEvent>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -14,6 +15,7 @@ namespace quom {
 namespace {
 
 constexpr int LeastBand = 5;      // of a rubber band [pixels]
+constexpr int RestTime = 200;     // after which what was moved is drawn smoothly [ms]
 constexpr int ClickDistance = 3;  // that the mouse may go between press and release
 
 }  // namespace
@@ -21,7 +23,8 @@ constexpr int ClickDistance = 3;  // that the mouse may go between press and rel
 SheetView::SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent)
     : QWidget(parent),
       sheet_(sheet),
-      plot_(named(new QCustomPlot(this), "Chart2D1", QStringLiteral("Diagram"))) {
+      plot_(named(new QCustomPlot(this), "Chart2D1", QStringLiteral("Diagram"))),
+      at_rest_(new QTimer(this)) {
     setMinimumSize(320, 240);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -40,6 +43,9 @@ SheetView::SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent)
     connect(plot_, &QCustomPlot::mouseRelease, this, [this](QMouseEvent* event) { mouse_released(*event); });
     connect(plot_->selectionRect(), &QCPSelectionRect::accepted, this,
             [this](const QRect& band, QMouseEvent*) { take_band(band.normalized()); });
+    at_rest_->setSingleShot(true);
+    at_rest_->setInterval(RestTime);
+    connect(at_rest_, &QTimer::timeout, this, [this] { drawn_->draw_fast(false); });
     refresh();
 }
 
@@ -47,6 +53,13 @@ SheetView::~SheetView() = default;
 
 void SheetView::refresh() {
     if (sheet_) drawn_->draw(*sheet_);
+}
+
+void SheetView::follow() {
+    if (!sheet_) return;
+    if (!at_rest_->isActive()) drawn_->draw_fast(true);
+    drawn_->draw(*sheet_, true);
+    at_rest_->start();
 }
 
 void SheetView::arm_zoom(bool on) {

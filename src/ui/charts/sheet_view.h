@@ -8,6 +8,7 @@
 
 class QCustomPlot;
 class QMouseEvent;
+class QTimer;
 
 namespace quom {
 
@@ -21,6 +22,8 @@ class SheetView : public QWidget {
     ~SheetView() override;
 
     void refresh();
+    // The same while something moves: at the next event and without smoothing, which follows at rest.
+    void follow();
     // While armed, the left button draws a rubber band; its area comes as `zoomed`, and the next one may
     // follow.
     void arm_zoom(bool on);
@@ -51,6 +54,7 @@ class SheetView : public QWidget {
     const std::optional<GraphDocument>& sheet_;
     QCustomPlot* plot_;
     std::unique_ptr<SheetPlot> drawn_;
+    QTimer* at_rest_;
     bool armed_ = false;
     std::optional<QPoint> pressed_;
 };

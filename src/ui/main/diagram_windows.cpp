@@ -18,6 +18,10 @@ void keep_folder(Session& session, const std::string& path) {
     session.diagram.Folder = QFileInfo(QString::fromStdString(path)).absolutePath().toStdString();
 }
 
+void drop_curve_in_hand(mdiQUOM& frame) {
+    if (auto* box = frame.child<frmTpVSInputBox>()) box->drop_curve();
+}
+
 FileQuestion file_question(const Session& session, const char* title) {
     const std::string& folder = session.diagram.Folder;
     return {.title = QLatin1String(title),
@@ -30,6 +34,7 @@ FileQuestion file_question(const Session& session, const char* title) {
 
 void open_diagram(mdiQUOM& frame, int kind) {
     Workbench& bench = frame.bench();
+    drop_curve_in_hand(frame);
     const DiagramOpening opening = choose_diagram(bench.session, kind_of(kind), bench.messages());
     bench.announce(opening.changes);
     if (!bench.session.diagram.sheet) return close_diagram_windows(frame);
@@ -40,6 +45,7 @@ void open_diagram(mdiQUOM& frame, int kind) {
 
 void open_control_graph(mdiQUOM& frame, ControlGraph graph) {
     Workbench& bench = frame.bench();
+    drop_curve_in_hand(frame);
     if (!show_control_graph(bench.session, graph, bench.messages())) return;
     show_parameter_box(frame, false);
     frmQGraph2D::open(frame);
@@ -58,6 +64,7 @@ void close_diagram_windows(mdiQUOM& frame) {
 }
 
 void draw_next_curve(mdiQUOM& frame) {
+    if (auto* box = frame.child<frmTpVSInputBox>()) box->settle();
     draw_curve(frame.session(), frame.bench().messages());
     if (auto* window = frame.child<frmQGraph2D>()) window->refresh();
 }
@@ -77,6 +84,7 @@ bool load_diagram(mdiQUOM& frame) {
     Messages& messages = frame.bench().messages();
     tell_before_loading(session, messages);
     const std::string path = ask_open_path(frame, file_question(session, "Load a saved pattern (*.oc3)"));
+    drop_curve_in_hand(frame);
     if (path.empty() || !load_sheet(session, path, messages)) return false;
     keep_folder(session, path);
     return true;

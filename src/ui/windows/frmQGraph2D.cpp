@@ -15,6 +15,7 @@
 #include "ui/main/workbench.h"
 #include "ui/widgets/colour_grid.h"
 #include "ui/widgets/labels.h"
+#include "ui/windows/frmTpVSInputBox.h"
 #include "ui/windows/input_window.h"
 
 namespace quom {
@@ -122,6 +123,7 @@ void frmQGraph2D::pick_colour(const QColor& colour) {
     if (!sheet()) return;
     sheet()->NextColor = rgb(colour.rgb() & 0xFFFFFF);
     show_colour();
+    if (auto* box = frame_.child<frmTpVSInputBox>()) box->recolour_curve();
 }
 
 // The swatch of the next action.

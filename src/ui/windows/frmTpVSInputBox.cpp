@@ -3,9 +3,14 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalBlocker>
+#include <QSlider>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 
 #include "forms/diagram_form.h"
+#include "forms/refusal.h"
+#include "ui/charts/sheet_view.h"
 #include "ui/main/diagram_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
@@ -16,6 +21,12 @@
 #include "ui/windows/frmQGraph2D.h"
 
 namespace quom {
+
+namespace {
+
+constexpr int SmallStep = 2, LargeStep = 50;  // of the slider, by keys; a notch of the wheel is three small
+
+}  // namespace
 
 frmTpVSInputBox* frmTpVSInputBox::open(mdiQUOM& frame) {
     auto* box = frame.find_or_make<frmTpVSInputBox>();
@@ -30,7 +41,10 @@ frmTpVSInputBox::frmTpVSInputBox(mdiQUOM& frame)
     : lblSection(named(head_label(QString(), this), "lblSection")),
       lblParameter(named(new TrimmedLabel(QString(), this), "lblParameter")),
       lblHint(named(hint_label(shown(parameter_hint), this), "lblHint")),
+      lblReason(named(hint_label(QString(), this), "lblReason")),
       txtParameter(named(new NumberBox(14, this), "txtParameter")),
+      sldParameter(named(new QSlider(Qt::Horizontal, this), "sldParameter",
+                         QStringLiteral("Parameter; the curve follows"))),
       frame_(frame) {
     setObjectName(QLatin1String(Name));
     setWindowTitle(shown(parameter_title));
@@ -39,7 +53,32 @@ frmTpVSInputBox::frmTpVSInputBox(mdiQUOM& frame)
     cmdAbbrechen->setAccessibleName(QStringLiteral("Close"));
     cmdOKAndDraw = data_button(this, "cmdOKAndDraw", "Draw curve and close");
     cmdOKAndDraw->setDefault(true);
+    sldParameter->setRange(0, ParameterScale::Steps);
+    sldParameter->setSingleStep(SmallStep);
+    sldParameter->setPageStep(LargeStep);
+    build_layout();
 
+    txtParameter->press_on_enter(cmdOKAndDraw);
+    txtParameter->installEventFilter(this);
+    leave_by(cmdAbbrechen);
+    connect(this, &InputWindow::left, this, [this] {
+        drop_curve();
+        frame_.unload(Name);
+    });
+    connect(cmdOK, &QPushButton::clicked, this, [this] { take(false); });
+    connect(cmdOKAndDraw, &QPushButton::clicked, this, [this] { take(true); });
+    connect(sldParameter, &QSlider::valueChanged, this, &frmTpVSInputBox::slide);
+    connect(txtParameter, &NumberBox::textEdited, this, &frmTpVSInputBox::typed);
+    // Another equation of state has another v(cr), other units another number.
+    connect(&frame_.bench(), &Workbench::changed, this, [this](const Changes& changes) {
+        if (!changes.fluid() && !changes.units) return;
+        drop_curve();
+        show_offer();
+    });
+    show_offer();
+}
+
+void frmTpVSInputBox::build_layout() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lblSection);
     auto* grid = new QGridLayout;
@@ -47,7 +86,9 @@ frmTpVSInputBox::frmTpVSInputBox(mdiQUOM& frame)
     add_refusal_line(grid, 1, txtParameter);
     grid->setColumnStretch(2, 1);
     layout->addLayout(grid);
+    layout->addWidget(sldParameter);
     layout->addWidget(lblHint);
+    layout->addWidget(lblReason);
     layout->addWidget(rule(this));
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(cmdAbbrechen);
@@ -55,17 +96,11 @@ frmTpVSInputBox::frmTpVSInputBox(mdiQUOM& frame)
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdOKAndDraw);
     layout->addLayout(buttons);
-    set_tab_order({txtParameter, cmdAbbrechen, cmdOK, cmdOKAndDraw});
-    txtParameter->press_on_enter(cmdOKAndDraw);
-    leave_by(cmdAbbrechen);
-    connect(this, &InputWindow::left, this, [this] { frame_.unload(Name); });
-    connect(cmdOK, &QPushButton::clicked, this, [this] { take(false); });
-    connect(cmdOKAndDraw, &QPushButton::clicked, this, [this] { take(true); });
-    // Another equation of state has another v(cr), other units another number.
-    connect(&frame_.bench(), &Workbench::changed, this, [this](const Changes& changes) {
-        if (changes.fluid() || changes.units) show_offer();
-    });
-    show_offer();
+    set_tab_order({txtParameter, sldParameter, cmdAbbrechen, cmdOK, cmdOKAndDraw});
+    // Room for a reason, so that nothing moves under the mouse.
+    lblReason->setMinimumHeight(2 * lblReason->fontMetrics().lineSpacing());
+    lblReason->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblReason->setWordWrap(true);
 }
 
 void frmTpVSInputBox::show_offer() {
@@ -75,6 +110,50 @@ void frmTpVSInputBox::show_offer() {
     lblParameter->setText(shown(box.label));
     caption_for(lblParameter, txtParameter);
     txtParameter->setText(shown(box.text));
+    scale_ = parameter_scale(frame_.session());
+    sldParameter->setEnabled(scale_.has_value());
+    typed();
+}
+
+// The slider goes where the number is; a curve in hand follows it.
+void frmTpVSInputBox::typed() {
+    const auto number = box_number(txtParameter->typed());
+    if (scale_ && number) {
+        const QSignalBlocker quiet(sldParameter);
+        sldParameter->setValue(position_of(*scale_, *number));
+    }
+    if (live_.slot > 0) follow();
+}
+
+void frmTpVSInputBox::slide(int position) {
+    if (!scale_) return;
+    txtParameter->setText(QString::fromStdString(value_at(*scale_, position)));
+    follow();
+}
+
+void frmTpVSInputBox::follow() {
+    const LiveMove move = move_live_curve(frame_.session(), live_, txtParameter->typed());
+    lblReason->setText(QString::fromStdString(move.told));
+    lblReason->setAccessibleName(lblReason->text());
+    if (auto* diagram = move.drawn ? frame_.child<frmQGraph2D>() : nullptr) diagram->chart->follow();
+}
+
+void frmTpVSInputBox::recolour_curve() {
+    if (live_.slot > 0) follow();
+}
+
+void frmTpVSInputBox::drop_curve() {
+    lblReason->clear();
+    if (live_.slot == 0) return;
+    drop_live_curve(frame_.session(), live_);
+    if (auto* diagram = frame_.child<frmQGraph2D>()) diagram->refresh();
+}
+
+void frmTpVSInputBox::settle() {
+    if (live_.slot == 0) return;
+    SilentMessages nobody;  // a curve in hand was not refused
+    take_parameter(frame_.session(), txtParameter->typed(), nobody);
+    drop_curve();
 }
 
 void frmTpVSInputBox::take(bool draw) {
@@ -87,9 +166,20 @@ void frmTpVSInputBox::take(bool draw) {
         return;
     }
     mdiQUOM& frame = frame_;
+    drop_curve();
     finish();
     frame.unload(Name);
     if (draw) draw_next_curve(frame);
+}
+
+// A wheel over the box in focus turns the slider.
+bool frmTpVSInputBox::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != txtParameter || event->type() != QEvent::Wheel || !txtParameter->hasFocus() || !scale_)
+        return InputWindow::eventFilter(watched, event);
+    const int turned = static_cast<QWheelEvent*>(event)->angleDelta().y();
+    const int notches = turned / 120 != 0 ? turned / 120 : (turned > 0) - (turned < 0);
+    sldParameter->setValue(sldParameter->value() + 3 * SmallStep * notches);
+    return true;
 }
 
 }  // namespace quom

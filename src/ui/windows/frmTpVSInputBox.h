@@ -1,9 +1,12 @@
-// The box of the parameter of the next curve: T, p or v of its section.
+// The box of the parameter of the next curve: T, p or v of its section. While its slider moves, the curve
+// follows on the sheet.
 #pragma once
+#include "forms/live_curve.h"
 #include "ui/windows/input_window.h"
 
 class QLabel;
 class QPushButton;
+class QSlider;
 
 namespace quom {
 
@@ -18,14 +21,30 @@ class frmTpVSInputBox : public InputWindow {
     static frmTpVSInputBox* open(mdiQUOM& frame);
     explicit frmTpVSInputBox(mdiQUOM& frame);
 
-    QLabel *lblSection, *lblParameter, *lblHint;
+    // The curve in hand takes its place among the next ones: its value is the parameter from now on.
+    void settle();
+    void drop_curve();
+    // Draws the curve in hand, if there is one, with the colour that is picked now.
+    void recolour_curve();
+
+    QLabel *lblSection, *lblParameter, *lblHint, *lblReason;
     NumberBox* txtParameter;
+    QSlider* sldParameter;
     QPushButton *cmdOK, *cmdAbbrechen, *cmdOKAndDraw;
 
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+    void build_layout();
     void show_offer();
     void take(bool draw);
+    void slide(int position);
+    void follow();
+    void typed();
     mdiQUOM& frame_;
+    std::optional<ParameterScale> scale_;
+    LiveCurve live_;
 };
 
 }  // namespace quom
