@@ -37,16 +37,28 @@ struct Stretch {
     std::function<std::optional<Point>(double)> point;
 };
 
-// Where x passes X between two parameters, by halving; the sign of x - X differs at both.
-double halve(const Stretch& stretch, double X, double a, double b, double xa) {
-    for (int i = 0; i < 200; ++i) {
-        const double middle = 0.5 * (a + b);
-        if (middle == a || middle == b) break;
-        const std::optional<Point> at = stretch.point(middle);
+// Where x passes X between two parameters, by the Illinois form of the false position; the sign of x - X
+// differs at both.
+double crossing(const Stretch& stretch, double X, double a, double b, double xa, double xb) {
+    constexpr int MostRounds = 200;
+    double fa = xa - X, fb = xb - X;
+    for (int i = 0; i < MostRounds && std::fabs(b - a) > 4e-16 * std::fabs(b); ++i) {
+        double t = i % 8 == 7 ? 0.5 * (a + b) : b - fb * (b - a) / (fb - fa);
+        if (!(t > std::min(a, b) && t < std::max(a, b))) t = 0.5 * (a + b);
+        const std::optional<Point> at = stretch.point(t);
         if (!at) break;
-        ((at->x < X) == (xa < X) ? a : b) = middle;
+        const double f = at->x - X, moved = std::fabs(t - b);
+        if ((f < 0.0) == (fb < 0.0)) {
+            fa *= 0.5;
+        } else {
+            a = b;
+            fa = fb;
+        }
+        b = t;
+        fb = f;
+        if (f == 0.0 || moved <= 4e-16 * std::fabs(t)) break;
     }
-    return 0.5 * (a + b);
+    return b;
 }
 
 // The places of a stretch in equal steps; x between two of them is taken as monotone.
@@ -73,7 +85,7 @@ void values_between(const Nodes& nodes, double X, Values& values) {
         const auto &a = nodes.at[i], &b = nodes.at[i + 1];
         if (!a || !b || (a->x < X) == (b->x < X)) continue;
         const std::optional<Point> at =
-            nodes.stretch.point(halve(nodes.stretch, X, nodes.t[i], nodes.t[i + 1], a->x));
+            nodes.stretch.point(crossing(nodes.stretch, X, nodes.t[i], nodes.t[i + 1], a->x, b->x));
         if (at) values.push_back({nodes.stretch.part, b->x < a->x, at->y});
     }
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/number_text.h"
+#include "diagrams/draw_curve.h"
 #include "diagrams/graph_view.h"
 
 namespace quom {

@@ -132,7 +132,6 @@ std::string sheet_caption(std::string_view substance);
 int CurveCount(const GraphDocument& sheet);
 int PointCount(const GraphDocument& sheet);
 int free_curve_slot(const GraphDocument& sheet);  // the first one, 0 when all are taken
-Message too_many_curves();                        // refuses the 25th curve
 int free_point_slot(const GraphDocument& sheet);
 bool is_empty(const GraphDocument& sheet);  // neither curve, set of points nor mark
 

@@ -11,9 +11,9 @@
 #include "diagrams/draw_curve.h"
 #include "engine/model_catalogue.h"
 #include "engine/unit_factors.h"
+#include "forms/active_points.h"
 #include "forms/diagram_form.h"
 #include "forms/refusal.h"
-#include "forms/sheet_form.h"
 #include "report/basis_line.h"
 
 namespace quom {
@@ -370,7 +370,7 @@ DrawnComparison draw_comparison(Session& session, const std::vector<CompareChoic
     std::vector<std::string> notes;
     for (const ComparedCurve& curve : input.curves) {
         const std::vector<int> slots = draw_one(sheet, curve, notes);
-        result.slots.insert(result.slots.end(), slots.begin(), slots.end());
+        result.curve_slots.insert(result.curve_slots.end(), slots.begin(), slots.end());
     }
     result.drawn = true;
     result.table = compare_curves(input);

@@ -42,8 +42,8 @@ CompareInput compare_input(const Session& session, const std::vector<CompareChoi
 
 // What draw_comparison has done.
 struct DrawnComparison {
-    bool drawn = false;      // false: refused and told; the sheet is as it was
-    std::vector<int> slots;  // of the curves, in the order of the choices
+    bool drawn = false;            // false: refused and told; the sheet is as it was
+    std::vector<int> curve_slots;  // of the sheet, in the order of the choices
     CurveComparison table;
 };
 // Draws the curve of every choice on the sheet of the session, labels and legends with the name of the

@@ -7,6 +7,7 @@
 #include "base/number_text.h"
 #include "diagrams/diagram_file.h"
 #include "diagrams/graph_view.h"
+#include "forms/active_points.h"
 #include "forms/diagram_form.h"
 
 namespace quom {

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "base/messages.h"
-#include "diagrams/measured_points.h"
 #include "forms/refusal.h"
 #include "session/session.h"
 
@@ -41,9 +40,6 @@ struct InsertEntry {
     std::string_view caption;  // as it stands in the menu
 };
 std::span<const InsertEntry> insert_entries();
-// The measured points of the document that are active.
-std::vector<MeasuredPoint> measured_points(const Session& session);
-
 // Whether the sheet of the session takes it; whether the data are there.
 bool can_insert(const Session& session, Insertion what);
 // Puts it onto the sheet. xy_curve: X-Y data as a curve, else as points.

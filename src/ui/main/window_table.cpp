@@ -1,5 +1,6 @@
 #include "ui/main/window_table.h"
 
+#include "ui/windows/frmCompare.h"
 #include "ui/windows/frmQGraph2D.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
@@ -31,6 +32,7 @@ constexpr WindowRow Rows[] = {
     {"frmQModell", Lifetime::substance, Part::models, 50, Sizing::width_only, {530, 0}, made<frmQModell>},
     {"frmQFitting", Lifetime::substance, Part::none, 0},
     {"frmTpVSInputBox", Lifetime::substance, Part::none, 90, Sizing::fixed, {}, made<frmTpVSInputBox>},
+    {"frmCompare", Lifetime::substance, Part::none, 90, Sizing::free, {760, 460}, made<frmCompare>},
     {"frmQGraph2D", Lifetime::substance, Part::none, 90, Sizing::free, {900, 640}, made<frmQGraph2D>},
     {"frmGraph3D", Lifetime::substance, Part::none, 0},
     {"frmTpRhoEdit", Lifetime::substance, Part::none, 86, Sizing::free, {980, 600}, made<frmTpRhoEdit>},

@@ -58,6 +58,8 @@ class frmQGraph2D : public QWidget {
     void ask_coordinates();
     void save();
     void load();
+    // frmQGraph2D_compare
+    void compare();
 
     void connect_controls();
     std::optional<GraphDocument>& sheet() const;
