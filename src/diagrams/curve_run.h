@@ -65,6 +65,11 @@ double function_value(const Fluid& fluid, const StateColumns& states, std::size_
 // arrays of ThermoFunc.
 double residual_value(const PhaseArrays& arrays, AxisQuantity q);
 
+// A quantity of the phase at T [K], p [kPa], v [m^3/kmol] in displayed units; NaN where it does not exist.
+double quantity_of_phase(const CurveRun& run, double T, double p, double v, AxisQuantity q);
+// y of a kind of the family vapor_pressure at T [K] by the concept, in displayed units.
+std::optional<double> vapor_pressure_value(const CurveRun& run, double T);
+
 // Ends of the tie line in displayed units, by the kind of the diagram. Err 0 with all ends 0: the kind or the
 // parameter has none.
 struct TieLine {

@@ -18,6 +18,9 @@ struct DrawnCurve {
 // the marks of its validity.
 DrawnCurve cmdDraw(GraphDocument& sheet, const Fluid& fluid, CurveInput input);
 
+// Refuses the 25th curve.
+Message too_many_curves();
+
 // Shown once in a session before the first isochore is drawn.
 Message isochore_notice();
 

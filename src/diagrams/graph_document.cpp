@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/number_text.h"
+#include "diagrams/draw_curve.h"
 #include "diagrams/graph_view.h"
 
 namespace quom {
@@ -22,10 +23,6 @@ std::string source_text(const std::array<std::string_view, Size>& texts, Source 
 
 Message refusal(std::string title, std::string text) {
     return {.title = std::move(title), .text = std::move(text), .kind = MessageKind::warning};
-}
-
-Message too_many_curves() {
-    return refusal("WARNING", "Maximum " + genNum(CurveSlots) + " curves possible\n\nDelete existing curves");
 }
 
 Message too_many_sets() {
@@ -109,6 +106,10 @@ Color next_curve_color(const GraphDocument& sheet) {
 }
 Color next_points_color(const GraphDocument& sheet) {
     return sheet.NextColor.value_or(slot_color(free_point_slot(sheet)));
+}
+
+Message too_many_curves() {
+    return refusal("WARNING", "Maximum " + genNum(CurveSlots) + " curves possible\n\nDelete existing curves");
 }
 
 Added AddCurve(GraphDocument& sheet, const CurvePoints& curve, const CurveText& text) {

@@ -68,24 +68,33 @@ bool in_range(const CurveRange& range, const SheetPoint& point) {
 
 }  // namespace
 
-std::vector<SheetPoint> points_in_diagram(const GraphDocument& sheet, const Fluid& fluid, const Units& units,
-                                          std::span<const MeasuredPoint> measured) {
-    const KindInfo& kind = kind_info(sheet.diagram.kind);
-    std::vector<SheetPoint> points;
+std::vector<SectionPoint> points_of_section(Kind number, const LastParameter& parameter, const Fluid& fluid,
+                                            const Units& units, std::span<const MeasuredPoint> measured) {
+    const KindInfo& kind = kind_info(number);
+    std::vector<SectionPoint> points;
     for (const MeasuredPoint& point : measured) {
-        const auto take = [&](double rho) {
-            if (!in_section(point, rho, kind.section, sheet.last, fluid.M)) return;
+        const auto take = [&](double rho, bool liquid, bool vapor) {
+            if (!in_section(point, rho, kind.section, parameter, fluid.M)) return;
             const double x = displayed(point, rho, kind.x, fluid, units);
             const double y = displayed(point, rho, kind.y, fluid, units);
-            const SheetPoint at{static_cast<float>(x), static_cast<float>(y)};
-            if (x != 0.0 && y != 0.0 && in_range(sheet.diagram.range, at)) points.push_back(at);
+            if (x != 0.0 && y != 0.0) points.push_back({x, y, liquid, vapor});
         };
         if (!uses_density(kind)) {
-            take(0.0);
+            take(0.0, false, false);
             continue;
         }
-        take(static_cast<double>(point.rhoL));
-        take(static_cast<double>(point.rhoV));
+        take(static_cast<double>(point.rhoL), true, false);
+        take(static_cast<double>(point.rhoV), false, true);
+    }
+    return points;
+}
+
+std::vector<SheetPoint> points_in_diagram(const GraphDocument& sheet, const Fluid& fluid, const Units& units,
+                                          std::span<const MeasuredPoint> measured) {
+    std::vector<SheetPoint> points;
+    for (const SectionPoint& at : points_of_section(sheet.diagram.kind, sheet.last, fluid, units, measured)) {
+        const SheetPoint point{static_cast<float>(at.X), static_cast<float>(at.Y)};
+        if (in_range(sheet.diagram.range, point)) points.push_back(point);
     }
     return points;
 }

@@ -16,6 +16,17 @@ struct MeasuredPoint {
     double cp = 0;              // [kJ/(kmol K)]
 };
 
+// A measured point in the coordinates of a kind, displayed units; liquid or vapor: it stands there by the
+// density of this phase.
+struct SectionPoint {
+    double X = 0, Y = 0;
+    bool liquid = false, vapor = false;
+};
+// Those that have both quantities of the kind and, in a section, its parameter, the same to 1e-6. The order
+// and the number do not depend on the equation of state.
+std::vector<SectionPoint> points_of_section(Kind kind, const LastParameter& parameter, const Fluid& fluid,
+                                            const Units& units, std::span<const MeasuredPoint> measured);
+
 // Those of the points that the diagram of the sheet can show: with both of its quantities, in the range in
 // force, and in a section with its parameter, T, p or v of the last curve, the same to 1e-6. A point with
 // both densities may give two.

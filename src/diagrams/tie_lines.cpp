@@ -11,10 +11,10 @@ namespace {
 constexpr int TieLineSteps = 50;
 constexpr double CriticalVolume = 1e-6;  // nearer to v(cr), as part of it, an isochore has no tie line
 
-// One saturated phase in the coordinates of a diagram.
-class SaturatedPhase {
+// One phase in the coordinates of a diagram.
+class PhaseState {
  public:
-    SaturatedPhase(const CurveRun& run, double T, double p, double v) : run_(run), T_(T), p_(p), v_(v) {}
+    PhaseState(const CurveRun& run, double T, double p, double v) : run_(run), T_(T), p_(p), v_(v) {}
 
     // In displayed units; NaN where it does not exist.
     double coordinate(AxisQuantity q) {
@@ -34,6 +34,8 @@ class SaturatedPhase {
             case AxisQuantity::residual_g:
             case AxisQuantity::residual_cp:
                 return residual_value(ThermoFunc(run_.fluid, T_, p_, v_), q) * run_.uFactor_at(T_);
+            case AxisQuantity::joule_thomson:
+                return ThermoFunc(run_.fluid, T_, p_, v_).FuncA[fu_dTdp_h];
             case AxisQuantity::cV:  // the isotherm shows |cV|
                 return std::fabs(function(q));
             default:
@@ -88,6 +90,10 @@ double residual_value(const PhaseArrays& arrays, AxisQuantity q) {
     }
 }
 
+double quantity_of_phase(const CurveRun& run, double T, double p, double v, AxisQuantity q) {
+    return PhaseState(run, T, p, v).coordinate(q);
+}
+
 TieLine TieLineEnds(const CurveRun& run, double T, double p) {
     const KindInfo& kind = run.kind;
     const CurveFamily family = kind.family;
@@ -106,7 +112,7 @@ TieLine TieLineEnds(const CurveRun& run, double T, double p) {
     }
     if (!sat.found()) return without_tie_line(-1);
 
-    SaturatedPhase L(run, sat.T, sat.p, sat.vL), V(run, sat.T, sat.p, sat.vV);
+    PhaseState L(run, sat.T, sat.p, sat.vL), V(run, sat.T, sat.p, sat.vV);
     TieLine line{.X1 = L.coordinate(kind.x),
                  .Y1 = L.coordinate(kind.y),
                  .X2 = V.coordinate(kind.x),

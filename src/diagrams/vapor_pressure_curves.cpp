@@ -28,14 +28,6 @@ std::optional<double> slope(const Fluid& fluid, double T) {
     return at.err() == 0 ? std::optional(static_cast<double>(at.value)) : std::nullopt;
 }
 
-// y of the kind at T.
-std::optional<double> value_at(const CurveRun& run, double T) {
-    if (run.kind.y == AxisQuantity::slope) return slope(run.fluid, T);
-    const std::optional<double> p = vapor_pressure(run.fluid, T);
-    if (!p || run.kind.y == AxisQuantity::p) return p ? std::optional(*p * run.f.pFactor) : p;
-    return *p > lowest_p ? std::optional(std::log(*p * run.f.pFactor)) : std::nullopt;
-}
-
 // Scan from the critical point to the end of the axis. One that would run out of rounds before it reaches the
 // range starts at the range.
 std::vector<double> scan_from_critical(const CurveRun& run, double critical, double nearest, double to,
@@ -46,6 +38,13 @@ std::vector<double> scan_from_critical(const CurveRun& run, double critical, dou
 }
 
 }  // namespace
+
+std::optional<double> vapor_pressure_value(const CurveRun& run, double T) {
+    if (run.kind.y == AxisQuantity::slope) return slope(run.fluid, T);
+    const std::optional<double> p = vapor_pressure(run.fluid, T);
+    if (!p || run.kind.y == AxisQuantity::p) return p ? std::optional(*p * run.f.pFactor) : p;
+    return *p > lowest_p ? std::optional(std::log(*p * run.f.pFactor)) : std::nullopt;
+}
 
 void curve_vapor_pressure(CurveRun& run) {
     const bool inverse = run.kind.x == AxisQuantity::inverse_T;
@@ -58,7 +57,7 @@ void curve_vapor_pressure(CurveRun& run) {
         // At the start the quotient may lie above T(cr) by rounding.
         if (T > run.Tcr && T < run.Tcr * (1.0 + 1e-12)) T = run.Tcr;
         if (run.below_triple(T)) break;
-        if (const std::optional<double> y = value_at(run, T)) run.add(x, *y, 0.0);
+        if (const std::optional<double> y = vapor_pressure_value(run, T)) run.add(x, *y, 0.0);
     }
     if (!inverse) run.sort_x();
 }

@@ -7,7 +7,7 @@
 #include "base/number_text.h"
 #include "diagrams/diagram_file.h"
 #include "diagrams/graph_view.h"
-#include "diagrams/measured_points.h"
+#include "forms/active_points.h"
 #include "forms/diagram_form.h"
 
 namespace quom {
@@ -75,22 +75,6 @@ CurvePoints as_curve(std::span<const SheetPoint> points) {
     CurvePoints curve;
     for (const SheetPoint& point : points) curve.points.push_back({point.X, point.Y, 0.0F, 0.0F});
     return curve;
-}
-
-std::vector<MeasuredPoint> measured_points(const Session& session) {
-    std::vector<MeasuredPoint> measured;
-    const auto& points = session.document.exp.points;
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        const TpRhoPoint& x = points[i];
-        if (x.Aus != 0) continue;
-        measured.push_back({.T = x.T,
-                            .p = x.p,
-                            .rhoV = static_cast<double>(x.rhoV),
-                            .rhoL = static_cast<double>(x.rhoL),
-                            .hLV = static_cast<double>(x.HLV),
-                            .cp = static_cast<double>(x.cp)});
-    }
-    return measured;
 }
 
 // Before any curve is drawn the section is that of the parameter that is offered.
@@ -218,6 +202,22 @@ Message delete_question() {
 std::string shown_number(float x) { return genNum(x); }
 
 }  // namespace
+
+std::vector<MeasuredPoint> measured_points(const Session& session) {
+    std::vector<MeasuredPoint> measured;
+    const auto& points = session.document.exp.points;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const TpRhoPoint& x = points[i];
+        if (x.Aus != 0) continue;
+        measured.push_back({.T = x.T,
+                            .p = x.p,
+                            .rhoV = static_cast<double>(x.rhoV),
+                            .rhoL = static_cast<double>(x.rhoL),
+                            .hLV = static_cast<double>(x.HLV),
+                            .cp = static_cast<double>(x.cp)});
+    }
+    return measured;
+}
 
 std::span<const InsertEntry> insert_entries() { return entries; }
 

@@ -8,6 +8,7 @@
 #include "ui/main/workbench.h"
 #include "ui/widgets/dialogs.h"
 #include "ui/windows/data_controls.h"
+#include "ui/windows/frmCompare.h"
 #include "ui/windows/frmQGraph2D.h"
 #include "ui/windows/frmQGraph2D_Gestaltung.h"
 #include "ui/windows/frmTpVSInputBox.h"
@@ -67,6 +68,7 @@ void show_parameter_box(mdiQUOM& frame, bool wanted) {
 }
 
 void close_diagram_windows(mdiQUOM& frame) {
+    frame.unload(frmCompare::Name);
     frame.unload(frmTpVSInputBox::Name);
     frame.unload(frmQGraph2D_Gestaltung::Name);
     frame.unload(frmQGraph2D::Name);

@@ -1,5 +1,6 @@
 #include "ui/main/window_table.h"
 
+#include "ui/windows/frmCompare.h"
 #include "ui/windows/frmQGraph2D.h"
 #include "ui/windows/frmQGraph2D_Gestaltung.h"
 #include "ui/windows/frmQModell.h"
@@ -40,6 +41,7 @@ constexpr WindowRow Rows[] = {
      Sizing::free,
      {640, 520},
      made<frmQGraph2D_Gestaltung>},
+    {"frmCompare", Lifetime::substance, Part::none, 90, Sizing::free, {760, 460}, made<frmCompare>},
     {"frmQGraph2D", Lifetime::substance, Part::none, 90, Sizing::free, {900, 640}, made<frmQGraph2D>},
     {"frmGraph3D", Lifetime::substance, Part::none, 0},
     {"frmTpRhoEdit", Lifetime::substance, Part::none, 86, Sizing::free, {980, 600}, made<frmTpRhoEdit>},

@@ -15,6 +15,7 @@
 #include "ui/main/workbench.h"
 #include "ui/widgets/colour_grid.h"
 #include "ui/widgets/labels.h"
+#include "ui/windows/frmCompare.h"
 #include "ui/windows/frmTpVSInputBox.h"
 #include "ui/windows/input_window.h"
 
@@ -89,6 +90,7 @@ void frmQGraph2D::refresh() {
     show_delete_entries();
     chart->refresh();
     emit refreshed();
+    if (auto* comparison = frame_.child<frmCompare>()) comparison->sheet_changed();
 }
 
 void frmQGraph2D::draw() { draw_next_curve(frame_); }

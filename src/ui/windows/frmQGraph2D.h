@@ -78,6 +78,8 @@ class frmQGraph2D : public QWidget {
     void add_design_entries(QMenu* menu, const QPoint& global);
     void connect_drag();
     void drag_part(const SheetHit& part, const QPointF& corner);
+    // frmQGraph2D_compare
+    void compare();
 
     void connect_controls();
     std::optional<GraphDocument>& sheet() const;

@@ -79,6 +79,8 @@ void frmQGraph2D::make_menus() {
         connect(action, &QAction::triggered, this, [this, what = entry.what] { choose_insertion(what); });
         if (entry.what == Insertion::process_line || entry.what == Insertion::isohygric) switch_off(action);
     }
+    mnuInsert->addSeparator();
+    add_entry(mnuInsert, "mnuCompare", QStringLiteral("Compare equations ..."), &frmQGraph2D::compare);
     mnuDelete = named(menus->addMenu(QStringLiteral("&Delete ...")), "mnuDelete");
     // The data of the editors may have come or gone.
     connect(mnuInsert, &QMenu::aboutToShow, this, &frmQGraph2D::show_insert_states);
