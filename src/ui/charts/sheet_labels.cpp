@@ -15,7 +15,8 @@ constexpr double lead_from = 12;       // pixels from which a tag has a line to 
 constexpr double far_away = 1e9;
 // What a place is worth in pixels of distance: a line or a symbol that the tag hides, its own line, and each
 // line so near to its own that the tag could be that line's.
-constexpr double across_line = 16, on_symbol = 15, on_own = 5, among_lines = 14, near_point = 4;
+constexpr double across_line = 16, across_line_mark = 40, on_symbol = 15, on_own = 5, among_lines = 14,
+                 near_point = 4;
 
 QRectF grown(const QRectF& box, double by) { return box.adjusted(-by, -by, by, by); }
 
@@ -139,11 +140,12 @@ SheetLabels::Spot SheetLabels::free_spot(const LabelWish& wish, const QSizeF& si
     Spot best = first;
     best.is_covered = true;
     double best_cost = far_away;
+    const bool is_mark = wish.of.part == SheetPart::mark_label;
     const auto try_box = [&](const SeenPoint& at, const QPointF& pixel, const QRectF& box, double cost) {
         if (cost >= best_cost || !around.area.contains(box)) return;
         for (const QPointF& symbol : around.symbols) cost += grown(box, 3).contains(symbol) ? on_symbol : 0;
         if (cost >= best_cost || overlap(box, around.taken) > 0) return;
-        cost += across_line * around.lines.crossed(box, wish.series);
+        cost += (is_mark ? across_line_mark : across_line) * around.lines.crossed(box, wish.series);
         if (wish.series >= 0 && around.lines.crosses(box.adjusted(1, 1, -1, -1), wish.series)) cost += on_own;
         if (cost >= best_cost) return;
         best_cost = cost;
@@ -161,7 +163,7 @@ SheetLabels::Spot SheetLabels::free_spot(const LabelWish& wish, const QSizeF& si
             continue;
         }
         try_box(point, pixel, box.translated(0, 2 * down), cost + 6);
-        if (wish.of.part == SheetPart::mark_label) continue;
+        if (is_mark) continue;
         // Beside a steep piece, and at the corners.
         const double aside = size.width() / 2 + above;
         try_box(point, pixel, box.translated(aside, down), cost + 9);

@@ -179,7 +179,7 @@ QCPCurve* SheetPlot::Parts::new_curve() {
     return curve;
 }
 
-// Header, title of y above, [title of y | area of the axes], title of x, footer.
+// Header, title of y above, [title of y | area of the axes | room of a legend], title of x, footer.
 void SheetPlot::Parts::lay_out() {
     QCPLayoutGrid& rows = *plot.plotLayout();
     rows.take(&area);
@@ -187,8 +187,9 @@ void SheetPlot::Parts::lay_out() {
     auto* middle = new QCPLayoutGrid;
     middle->addElement(0, 0, y_title);
     middle->addElement(0, 1, &area);
+    middle->addElement(0, 2, new LegendRoom(plot, *legend));
     middle->setColumnSpacing(0);
-    middle->setColumnStretchFactor(0, 0.001);
+    for (const int column : {0, 2}) middle->setColumnStretchFactor(column, 0.001);
     const std::array<QCPLayoutElement*, 5> all = {header, y_title_above, middle, x_title, footer};
     for (int row = 0; row < static_cast<int>(all.size()); ++row) {
         rows.addElement(row, 0, all[static_cast<std::size_t>(row)]);
