@@ -137,7 +137,11 @@ MouseTexts mouse_texts(const GraphDocument& sheet, const Units& units, double x,
 std::optional<Pixel> pixel_of(const GraphDocument& sheet, const SheetArea& area, const SheetPoint& shown) {
     const CurveRange range = shown_range(sheet);
     const auto at = [](float value, float low, float high, bool log) {
-        return share(static_cast<double>(value), static_cast<double>(low), static_cast<double>(high), log);
+        const double end = static_cast<double>(high), wanted = static_cast<double>(low);
+        // Drawn logarithmic only where it can be, from a limit above 0.
+        const double first = log ? log_low(wanted, end) : wanted;
+        const bool is_log = log && first > 0.0 && first < end;
+        return share(static_cast<double>(value), is_log ? first : wanted, end, is_log);
     };
     const auto x = at(shown.X, range.XMin, range.XMax, shown_x(sheet).log);
     const auto y = at(shown.Y, range.YMin, range.YMax, shown_y(sheet).log);

@@ -336,7 +336,13 @@ GraphDocument full_sheet() {
         }
         AddCurve(sheet, curve, {"300.00 K", "300.00 K"});
         sheet.curve(k + 1).series.style.line = LinePattern::solid;
-        sheet.curve(k + 1).series.style.width = 1;
+        sheet.curve(k + 1).series.style.width = 2;
+    }
+    for (int k = 0; k < PointSlots; ++k) {
+        std::vector<SheetPoint> points;
+        for (int i = 0; i < 40; ++i)
+            points.push_back({static_cast<float>(0.02 + 0.024 * i), static_cast<float>(0.04 + 0.08 * k)});
+        cmdExternPoints(sheet, points, PointSource::data_editor);
     }
     return sheet;
 }

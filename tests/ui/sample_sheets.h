@@ -15,7 +15,7 @@ struct SampleSheet {
 // Families with domes, tie lines and marks, every sort of axis, presets, full sheets, designed ones.
 std::vector<SampleSheet> sample_sheets();
 
-// 24 curves of 1200 points each, smooth and inside the axes.
+// 24 curves of 1200 points each, smooth and inside the axes, and 12 sets of 40 points.
 GraphDocument full_sheet();
 
 // Ten isotherms on logarithmic axes, with dome, points, labels and legend, black.

@@ -9,10 +9,14 @@ namespace quom {
 namespace {
 
 constexpr double padding_x = 4, padding_y = 1, above = 3, apart = 2;
-constexpr double widest_share = 0.5;  // of the width of the axes
-constexpr double step = 7;            // pixels between places that are tried along a series
-constexpr double lead_from = 12;      // pixels from which a tag has a line to its point
+constexpr double widest_share = 0.65;  // of the width of the axes
+constexpr double step = 7;             // pixels between places that are tried along a series
+constexpr double lead_from = 12;       // pixels from which a tag has a line to its point
 constexpr double far_away = 1e9;
+// What a place is worth in pixels of distance: a line or a symbol that the tag hides, its own line, and each
+// line so near to its own that the tag could be that line's.
+constexpr double across_line = 16, across_line_mark = 40, on_symbol = 15, on_own = 5, among_lines = 14,
+                 near_point = 4;
 
 QRectF grown(const QRectF& box, double by) { return box.adjusted(-by, -by, by, by); }
 
@@ -24,6 +28,8 @@ double overlap(const QRectF& box, const std::vector<QRectF>& taken) {
     }
     return sum;
 }
+
+QRectF around_point(const QPointF& pixel) { return grown(QRectF(pixel, pixel), near_point); }
 
 QRectF moved_into(QRectF box, const QRectF& area) {
     box.moveLeft(std::clamp(box.left(), area.left(), std::max(area.left(), area.right() - box.width())));
@@ -47,7 +53,8 @@ double distance(const QPointF& point, const QRectF& box) {
 
 }  // namespace
 
-SheetLabels::SheetLabels(QCustomPlot& plot, QCPLayer& layer) : plot_(plot), layer_(layer) {}
+SheetLabels::SheetLabels(QCustomPlot& plot, QCPLayer& layer, QCPLayer& below)
+    : plot_(plot), layer_(layer), below_(below) {}
 
 SheetLabels::Tag SheetLabels::new_tag() {
     Tag tag{new QCPItemTracer(&plot_), new QCPItemText(&plot_), new QCPItemLine(&plot_)};
@@ -108,52 +115,72 @@ SheetLabels::Spot SheetLabels::moved_spot(const LabelWish& wish, const QSizeF& s
     return {moved_into(first_box(wish, pixel, size).translated(wish.dx, wish.dy), area), *nearest, pixel};
 }
 
-// The free place next to the wanted point: along the series, above or below it; where there is none, beside
-// it at a distance. With no free place at all the one that is covered least.
-SheetLabels::Spot SheetLabels::free_spot(const LabelWish& wish, const QSizeF& size, const QRectF& area,
-                                         const std::vector<QRectF>& taken,
-                                         const std::vector<QPointF>& symbols) const {
-    const Spot first = moved_spot(wish, size, area);
-    Spot best = first;
-    double best_cost = far_away;
-    const auto try_box = [&](const SeenPoint& at, const QPointF& pixel, const QRectF& box, double cost) {
-        if (cost >= best_cost || !area.contains(box)) return;
-        for (const QPointF& symbol : symbols) cost += grown(box, 3).contains(symbol) ? 15 : 0;
-        const double covered = overlap(box, taken);
-        if (covered > 0) cost += 1e4 + covered;
-        if (cost >= best_cost) return;
-        best_cost = cost;
-        best = {box, at, pixel};
-    };
+// Points that are tried, a little apart, those next to the wanted one first.
+std::vector<SheetLabels::Candidate> SheetLabels::candidates(const LabelWish& wish, const Spot& first) const {
+    std::vector<Candidate> result;
     std::optional<QPointF> last;
     for (const SeenPoint& point : wish.points) {
         const QPointF pixel = pixel_of(point);
         const QPointF way = last ? pixel - *last : QPointF(far_away, 0);
-        if (point.index != first.at.index && std::hypot(way.x(), way.y()) < step) continue;
+        if (point.index != first.at.index && std::abs(way.x()) + std::abs(way.y()) < step) continue;
         last = pixel;
-        const double off = std::hypot(pixel.x() - first.pixel.x(), pixel.y() - first.pixel.y());
-        const QRectF box = first_box(wish, pixel, size);
-        try_box(point, pixel, box, off);
-        if (wish.beside) {
-            try_box(point, pixel, box.translated(-size.width() - 2 * above, 0), off + 6);
-        } else {
-            try_box(point, pixel, box.translated(0, size.height() + 2 * above), off + 6);
-            // Beside a steep piece.
-            try_box(point, pixel, box.translated(size.width() / 2 + above, size.height() / 2 + above),
-                    off + 9);
-            try_box(point, pixel, box.translated(-size.width() / 2 - above, size.height() / 2 + above),
-                    off + 9);
-        }
+        result.push_back(
+            {point, pixel, std::hypot(pixel.x() - first.pixel.x(), pixel.y() - first.pixel.y())});
     }
-    if (best_cost < 1e4) return best;
-    for (double far = size.height(); far < 14 * size.height(); far += size.height() / 2)
+    std::ranges::stable_sort(result, {}, &Candidate::off);
+    return result;
+}
+
+// The free place next to the wanted point: along the series, above, below or beside it, rather where it hides
+// no other line and where its own line runs alone; where there is none, apart from it at a distance. With no
+// free place at all it stays where it is wanted.
+SheetLabels::Spot SheetLabels::free_spot(const LabelWish& wish, const QSizeF& size,
+                                         const Surroundings& around) const {
+    const Spot first = moved_spot(wish, size, around.area);
+    Spot best = first;
+    best.is_covered = true;
+    double best_cost = far_away;
+    const bool is_mark = wish.of.part == SheetPart::mark_label;
+    const auto try_box = [&](const SeenPoint& at, const QPointF& pixel, const QRectF& box, double cost) {
+        if (cost >= best_cost || !around.area.contains(box)) return;
+        for (const QPointF& symbol : around.symbols) cost += grown(box, 3).contains(symbol) ? on_symbol : 0;
+        if (cost >= best_cost || overlap(box, around.taken) > 0) return;
+        cost += (is_mark ? across_line_mark : across_line) * around.lines.crossed(box, wish.series);
+        if (wish.series >= 0 && around.lines.crosses(box.adjusted(1, 1, -1, -1), wish.series)) cost += on_own;
+        if (cost >= best_cost) return;
+        best_cost = cost;
+        best = {box, at, pixel};
+    };
+    for (const auto& [point, pixel, off] : candidates(wish, first)) {
+        if (off >= best_cost) break;
+        const double unclear =
+            std::min(3, around.lines.crossed(around_point(pixel), wish.series)) * among_lines;
+        const QRectF box = first_box(wish, pixel, size);
+        const double cost = off + unclear, down = size.height() / 2 + above;
+        try_box(point, pixel, box, cost);
+        if (wish.beside) {
+            try_box(point, pixel, box.translated(-size.width() - 2 * (above + wish.indent), 0), cost + 6);
+            continue;
+        }
+        try_box(point, pixel, box.translated(0, 2 * down), cost + 6);
+        if (is_mark) continue;
+        // Beside a steep piece, and at the corners.
+        const double aside = size.width() / 2 + above;
+        try_box(point, pixel, box.translated(aside, down), cost + 9);
+        try_box(point, pixel, box.translated(-aside, down), cost + 9);
+        try_box(point, pixel, box.translated(aside, 0), cost + 11);
+        try_box(point, pixel, box.translated(-aside, 2 * down), cost + 11);
+    }
+    if (best_cost < far_away) return best;
+    for (double far = size.height(); far < 14 * size.height() && best_cost == far_away;
+         far += size.height() / 2)
         for (int i = 0; i < 24; ++i) {
             const double angle = i * 3.14159265358979 / 12;
             const QRectF box =
                 moved_into(first_box(wish, first.pixel, size)
                                .translated((far + size.width() / 2) * std::cos(angle), far * std::sin(angle)),
-                           area);
-            try_box(first.at, first.pixel, box, 500 + distance(first.pixel, box));
+                           around.area);
+            try_box(first.at, first.pixel, box, distance(first.pixel, box));
         }
     return best;
 }
@@ -166,6 +193,8 @@ void SheetLabels::put(std::size_t number, const Spot& spot) {
     tag.text->setText(metrics.elidedText(wish.text, Qt::ElideRight, spot.box.width() - 2 * padding_x));
     tag.text->position->setCoords(spot.box.topLeft() - spot.pixel);
     tag.text->setVisible(true);
+    if (QCPLayer* layer = spot.is_covered ? &below_ : &layer_; tag.text->layer() != layer)
+        tag.text->setLayer(layer);
     const bool has_lead = wish.of.part != SheetPart::mark_label && distance(spot.pixel, spot.box) > lead_from;
     tag.lead->setVisible(has_lead);
     if (has_lead) {
@@ -174,14 +203,13 @@ void SheetLabels::put(std::size_t number, const Spot& spot) {
         tag.lead->start->setCoords(0, 0);
         tag.lead->end->setCoords(end - spot.pixel);
     }
-    placed_.push_back({wish.of, spot.box, spot.pixel});
+    placed_.push_back({wish.of, spot.box, spot.pixel, spot.is_covered});
 }
 
-void SheetLabels::place(const QRectF& area, const std::vector<QRectF>& blocked,
-                        const std::vector<QPointF>& symbols) {
+void SheetLabels::place(Surroundings around) {
     placed_.clear();
-    std::vector<QRectF> taken = blocked;
-    const QRectF inside = area.adjusted(2, 2, -2, -2);
+    const double widest = widest_share * around.area.width();
+    around.area.adjust(2, 2, -2, -2);
     // What the user put somewhere stays there, and the others go round it.
     for (const bool moved : {true, false}) {
         for (std::size_t i = 0; i < wishes_.size(); ++i) {
@@ -190,13 +218,14 @@ void SheetLabels::place(const QRectF& area, const std::vector<QRectF>& blocked,
             tags_[i].text->setVisible(false);
             tags_[i].lead->setVisible(false);
             if (wish.points.empty()) continue;
-            const QSizeF size = box_size(wish, widest_share * area.width());
-            const Spot spot =
-                moved ? moved_spot(wish, size, inside) : free_spot(wish, size, inside, taken, symbols);
+            const QSizeF size = box_size(wish, widest);
+            const Spot spot = moved ? moved_spot(wish, size, around.area) : free_spot(wish, size, around);
             put(i, spot);
-            taken.push_back(spot.box);
+            if (!spot.is_covered) around.taken.push_back(spot.box);
         }
     }
+    // Those that lie below the others are found after them.
+    std::ranges::stable_partition(placed_, [](const PlacedLabel& label) { return !label.is_covered; });
 }
 
 std::vector<PlacedLabel> SheetLabels::placed() const { return placed_; }

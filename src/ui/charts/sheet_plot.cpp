@@ -9,6 +9,7 @@
 
 #include "diagrams/graph_view.h"
 #include "ui/charts/sheet_axes.h"
+#include "ui/charts/sheet_curve.h"
 #include "ui/charts/sheet_labels.h"
 #include "ui/charts/sheet_legend.h"
 #include "ui/charts/sheet_series.h"
@@ -69,6 +70,15 @@ void set_axis(QCPAxis& axis, const ShownAxis& shown, const QSharedPointer<QCPAxi
     axis.setTicker(ticker);
 }
 
+// Of the series in place i of its list, among the lines that labels do not hide.
+int line_number(SheetPart part, std::size_t i) {
+    constexpr int first_set = CurveSlots, first_mark = CurveSlots + PointSlots;
+    static_assert(first_mark + static_cast<int>(MarkSlots) <= LineCells::MostSeries);
+    return static_cast<int>(i) + (part == SheetPart::curve_label    ? 0
+                                  : part == SheetPart::points_label ? first_set
+                                                                    : first_mark);
+}
+
 // Places of a mark's text along its line, from one end of what is in sight to the other.
 std::vector<SeenPoint> along_mark(const GraphDocument& document, const Mark& mark, const ShownAxes& axes,
                                   std::size_t& wanted) {
@@ -125,6 +135,7 @@ struct SheetPlot::Parts {
     void draw_texts(const GraphDocument& document);
     void draw_legend(const GraphDocument& document);
     void wish_labels(const GraphDocument& document, const ShownAxes& axes);
+    LineCells line_cells() const;
     void place_labels();
     std::vector<std::pair<SheetHit, QRectF>> boxes() const;
 };
@@ -145,8 +156,10 @@ SheetPlot::Parts::Parts(QCustomPlot& of)
       y2_ticker(QSharedPointer<SheetTicker>::create(of, area, QCPAxis::atRight)) {
     plot.setAutoAddPlottableToLegend(false);
     plot.legend->setVisible(false);
-    plot.addLayer(QStringLiteral("labels"), plot.layer(QStringLiteral("axes")));
-    labels = std::make_unique<SheetLabels>(plot, *plot.layer(QStringLiteral("labels")));
+    plot.addLayer(QStringLiteral("covered labels"), plot.layer(QStringLiteral("axes")));
+    plot.addLayer(QStringLiteral("labels"), plot.layer(QStringLiteral("covered labels")));
+    labels = std::make_unique<SheetLabels>(plot, *plot.layer(QStringLiteral("labels")),
+                                           *plot.layer(QStringLiteral("covered labels")));
     legend->setLayer(QStringLiteral("legend"));
     for (QCPItemLine* line : {x_origin, y_origin}) {
         line->setSelectable(false);
@@ -166,13 +179,13 @@ SheetPlot::Parts::Parts(QCustomPlot& of)
 }
 
 QCPCurve* SheetPlot::Parts::new_curve() {
-    auto* curve = new QCPCurve(plot.xAxis, plot.yAxis);
+    auto* curve = new SheetCurve(plot.xAxis, plot.yAxis);
     curve->setSelectable(QCP::stNone);
     curve->setVisible(false);
     return curve;
 }
 
-// Header, title of y above, [title of y | area of the axes], title of x, footer.
+// Header, title of y above, [title of y | area of the axes | room of a legend], title of x, footer.
 void SheetPlot::Parts::lay_out() {
     QCPLayoutGrid& rows = *plot.plotLayout();
     rows.take(&area);
@@ -180,8 +193,9 @@ void SheetPlot::Parts::lay_out() {
     auto* middle = new QCPLayoutGrid;
     middle->addElement(0, 0, y_title);
     middle->addElement(0, 1, &area);
+    middle->addElement(0, 2, new LegendRoom(plot, *legend));
     middle->setColumnSpacing(0);
-    middle->setColumnStretchFactor(0, 0.001);
+    for (const int column : {0, 2}) middle->setColumnStretchFactor(column, 0.001);
     const std::array<QCPLayoutElement*, 5> all = {header, y_title_above, middle, x_title, footer};
     for (int row = 0; row < static_cast<int>(all.size()); ++row) {
         rows.addElement(row, 0, all[static_cast<std::size_t>(row)]);
@@ -350,6 +364,7 @@ void SheetPlot::Parts::wish_labels(const GraphDocument& document, const ShownAxe
         const bool is_line = part == SheetPart::curve_label && series.style.line != LinePattern::points_only;
         const Color color = is_line ? series.style.color : series.style.symbol_color;
         LabelWish one = wish({part, static_cast<int>(i) + 1}, label, QPen(sheet_color(color), 1));
+        one.series = line_number(part, i);
         one.wanted = static_cast<std::size_t>(std::max(label.point, 1) - 1);
         one.points.reserve(seen.size());
         for (const SeenPoint& point : seen)
@@ -362,6 +377,7 @@ void SheetPlot::Parts::wish_labels(const GraphDocument& document, const ShownAxe
         if (!mark.shown() || !label.visible || label.text.empty()) continue;
         LabelWish one =
             wish({SheetPart::mark_label, static_cast<int>(i) + FirstMark}, label, QPen(Qt::NoPen));
+        one.series = line_number(SheetPart::mark_label, i);
         one.points = along_mark(document, mark, axes, one.wanted);
         if (one.points.empty()) continue;
         one.beside = one.points.front().x == one.points.back().x;
@@ -379,16 +395,32 @@ void SheetPlot::Parts::wish_labels(const GraphDocument& document, const ShownAxe
     labels_stand = false;
 }
 
+// What is drawn, by the numbers of line_number.
+LineCells SheetPlot::Parts::line_cells() const {
+    LineCells cells(area.rect());
+    std::vector<QPointF> line;
+    const auto add = [&](const QCPCurve& curve, int series) {
+        if (!curve.visible() || curve.lineStyle() == QCPCurve::lsNone) return;
+        line.clear();
+        for (const QCPCurveData& point : *curve.data())
+            line.emplace_back(plot.xAxis->coordToPixel(point.key), plot.yAxis->coordToPixel(point.value));
+        cells.add(line, series);
+    };
+    for (std::size_t i = 0; i < CurveSlots; ++i) add(*curves[i], line_number(SheetPart::curve_label, i));
+    for (std::size_t i = 0; i < PointSlots; ++i) add(*set_lines[i], line_number(SheetPart::points_label, i));
+    for (std::size_t i = 0; i < MarkSlots; ++i) add(*marks[i], line_number(SheetPart::mark_label, i));
+    return cells;
+}
+
 void SheetPlot::Parts::place_labels() {
     if (!has_drawn || (labels_stand && labels_for == area.rect())) return;
-    std::vector<QRectF> blocked;
-    if (const QRectF box = legend->box(); !box.isEmpty()) blocked.push_back(box);
+    Surroundings around{QRectF(area.rect()), {}, {}, line_cells()};
+    if (const QRectF box = legend->box(); !box.isEmpty()) around.taken.push_back(box);
     for (std::size_t i = 0; i < text_numbers.size(); ++i)
-        if (texts[i]->visible()) blocked.push_back(texts[i]->box());
-    std::vector<QPointF> points;
+        if (texts[i]->visible()) around.taken.push_back(texts[i]->box());
     for (const SeenPoint& point : symbols)
-        points.emplace_back(plot.xAxis->coordToPixel(point.x), plot.yAxis->coordToPixel(point.y));
-    labels->place(area.rect(), blocked, points);
+        around.symbols.emplace_back(plot.xAxis->coordToPixel(point.x), plot.yAxis->coordToPixel(point.y));
+    labels->place(std::move(around));
     labels_stand = true;
     labels_for = area.rect();
 }

@@ -37,7 +37,8 @@ struct SheetHit {
 struct PlacedLabel {
     SheetHit of;
     QRectF box;
-    QPointF point;  // that it belongs to
+    QPointF point;            // that it belongs to
+    bool is_covered = false;  // found no free place and lies below the others
 };
 
 class SheetPlot : public QObject {
