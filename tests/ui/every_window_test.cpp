@@ -152,7 +152,11 @@ void add_letters(const QWidget* window, std::multimap<QString, QString>& letters
 TEST_F(EveryWindow, HasEachLetterOnceWithTheMenuBar) {
     look_at_all([this](QWidget* window) {
         std::multimap<QString, QString> letters;
-        if (frame.child(qPrintable(window->objectName())) == window) frame.show_child(window);
+        if (frame.child(qPrintable(window->objectName())) == window) {
+            frame.activateWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
+            frame.show_child(window);
+        }
         add_letters(window, letters);
         if (window->window() == &frame)
             for (const QAction* action : frame.menuBar()->actions()) {
