@@ -112,16 +112,13 @@ std::string name_block(const Fluid& fluid, Kind kind) {
     return ",  " + name;
 }
 
-// Upper limits and parameters of a substance that is new.
+// Upper limits of a substance that is new. Parameters are there already where a project has kept them.
 void begin_substance(DiagramState& state, const Fluid& fluid, const Units& units, const KindInfo& info) {
     const double Tcr = fluid.substance.Tcr, pcr = fluid.substance.pcr;
     if (info.section != Section::database) {
         const UnitFactors f = unit_factors(fluid, units, Tcr);
         state.ranges[RangePair::T].max = 1.1 * Tcr * f.TFactor;
         state.ranges[RangePair::p].max = 1.5 * pcr * f.pFactor;
-        state.T = Tcr;
-        state.p = pcr;
-        state.v = 0.0;
     }
     state.new_substance = false;
 }

@@ -110,6 +110,11 @@ DiagramOpening choose_diagram(Session& session, Kind kind, Messages& messages) {
     return opening;
 }
 
+bool needs_reference_point(const Session& session, Kind kind) {
+    return kind == Kind::hLV_T && session.document.models.HLVKode == Hlv::evp_benson &&
+           !kind_refusal(*session.fluid, session.document.units, kind);
+}
+
 bool has_parameter(const Session& session) { return section_parameter(session) != nullptr; }
 
 ParameterBox parameter_box(const Session& session) {

@@ -20,6 +20,9 @@ struct DiagramOpening {
 // nothing.
 DiagramOpening choose_diagram(Session& session, Kind kind, Messages& messages);
 
+// delta(LV)h by Benson's method needs a reference point, which is chosen before its diagram opens.
+bool needs_reference_point(const Session& session, Kind kind);
+
 // The diagram on the sheet has a parameter that frmTpVSInputBox asks for.
 bool has_parameter(const Session& session);
 

@@ -133,6 +133,12 @@ ProjectLoad load_into(Session& session, const std::string& path, Messages& messa
     check_units(document, messages);
     check_reference(document, messages);
     commit(session, std::move(document));
+    if (project.ParSpeichern) {
+        DiagramState& state = session.diagram.state;
+        state.T = project.TcrStart;
+        state.p = project.pcrStart;
+        state.v = project.vcrStart;
+    }
     forget_results(session);
     session.shell.ModelChange.clear();
     return {.success = true, .exp_file = project.exp_file, .replaced = std::move(read.replaced)};

@@ -19,10 +19,21 @@ ProjectSave refuse(const std::string& why, Messages& messages) {
 
 bool fits_code_page(std::string_view text) { return cp1252_from_utf8(text).replaced == 0; }
 
-// The lines of the session; the start values of diagrams where they are to be kept.
+// The parameters of the curves drawn at constant T, p and v, where they are to be kept.
+Units parameters_of(const Session& session) {
+    if (!session.document.options.ParSpeichern) return {};
+    Units start = session.document.units;
+    const DiagramState& drawn = session.diagram.state;
+    if (drawn.T > 0.0) start.TcrStart = drawn.T;
+    if (drawn.p > 0.0) start.pcrStart = drawn.p;
+    if (drawn.v > 0.0) start.vcrStart = drawn.v;
+    return start;
+}
+
+// The lines of the session.
 ProjectFile project_of(const Session& session) {
     const Document& d = session.document;
-    const Units start = d.options.ParSpeichern ? d.units : Units{};
+    const Units start = parameters_of(session);
     return {.date = today_text(),
             .comment = d.ProjectComment,
             .database_path = d.DatabasePath.empty() ? "" : absolute_path(d.DatabasePath),

@@ -1,6 +1,4 @@
 // The window of two-dimensional diagrams, driven by its menus, the mouse and the keys.
-#include <qcustomplot.h>
-
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QTimer>
@@ -10,15 +8,11 @@
 #include "diagrams/marks.h"
 #include "engine/saturation.h"
 #include "forms/diagram_form.h"
-#include "ui/charts/sheet_view.h"
+#include "ui/diagram_driver.h"
 #include "ui/main/mdi_area.h"
 #include "ui/main/traffic_lights.h"
 #include "ui/widgets/colour_grid.h"
-#include "ui/widgets/number_box.h"
-#include "ui/window_driver.h"
 #include "ui/windows/coordinates_dialog.h"
-#include "ui/windows/frmQGraph2D.h"
-#include "ui/windows/frmTpVSInputBox.h"
 
 namespace quom {
 namespace {
@@ -26,55 +20,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-constexpr const char* p_v = "mnuGraf_sub_cut_1";
-
-class DiagramWindow : public WindowDriver {
- protected:
-    frmQGraph2D* window() const { return frame.child<frmQGraph2D>(); }
-    frmTpVSInputBox* box() const { return frame.child<frmTpVSInputBox>(); }
-    GraphDocument& sheet() { return *session().diagram.sheet; }
-    QCustomPlot* plot() const { return window()->findChild<QCustomPlot*>(); }
-    void trigger(const char* name) {
-        QAction* action = menu(name);
-        ASSERT_TRUE(action) << name;
-        ASSERT_TRUE(action->isEnabled()) << name;
-        action->trigger();
-    }
-    void go_to_diagram(const char* entry = p_v) {
-        go_to_calculations();
-        trigger(entry);
-        ASSERT_TRUE(window());
-        QApplication::processEvents();
-    }
-    // By the box of the parameter, with keys.
-    void draw(const char* parameter) {
-        if (!box()) press(window(), "cmdZInput");
-        ASSERT_TRUE(box());
-        box()->txtParameter->setFocus();
-        box()->txtParameter->selectAll();
-        QTest::keyClicks(box()->txtParameter, QLatin1String(parameter));
-        press(box(), "cmdOKAndDraw");
-        QApplication::processEvents();
-    }
-    QPoint place(float shown_x, float shown_y) {
-        const auto at = window()->chart->place_of({shown_x, shown_y});
-        EXPECT_TRUE(at) << shown_x << ' ' << shown_y;
-        return at.value_or(QPointF()).toPoint();
-    }
-    void drag(const QPoint& from, const QPoint& to) {
-        QTest::mousePress(plot(), Qt::LeftButton, {}, from);
-        for (int i = 1; i <= 4; ++i) {
-            QMouseEvent move(QEvent::MouseMove, from + (to - from) * i / 4, plot()->mapToGlobal(from),
-                             Qt::NoButton, Qt::LeftButton, {});
-            QApplication::sendEvent(plot(), &move);
-        }
-        QTest::mouseRelease(plot(), Qt::LeftButton, {}, to);
-    }
-    void hover(const QPoint& at) {
-        QMouseEvent move(QEvent::MouseMove, at, plot()->mapToGlobal(at), Qt::NoButton, Qt::NoButton, {});
-        QApplication::sendEvent(plot(), &move);
-    }
-};
+class DiagramWindow : public DiagramDriver {};
 
 TEST_F(DiagramWindow, three_isotherms_with_dome_and_tie_line_of_propane) {
     go_to_diagram();

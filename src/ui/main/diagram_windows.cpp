@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "forms/diagram_form.h"
+#include "ui/main/calculation_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/dialogs.h"
@@ -31,17 +32,23 @@ FileQuestion file_question(const Session& session, const char* title) {
             .suffix = QStringLiteral("oc2")};
 }
 
-}  // namespace
-
-void open_diagram(mdiQUOM& frame, int kind) {
+void open_sheet(mdiQUOM& frame, Kind kind) {
     Workbench& bench = frame.bench();
     drop_curve_in_hand(frame);
-    const DiagramOpening opening = choose_diagram(bench.session, kind_of(kind), bench.messages());
+    const DiagramOpening opening = choose_diagram(bench.session, kind, bench.messages());
     bench.announce(opening.changes);
     if (!bench.session.diagram.sheet) return close_diagram_windows(frame);
     if (!opening.open) return;
     frmQGraph2D::open(frame);
     show_parameter_box(frame, opening.parameter_box);
+}
+
+}  // namespace
+
+void open_diagram(mdiQUOM& frame, int kind) {
+    const Kind wanted = kind_of(kind);
+    if (!needs_reference_point(frame.session(), wanted)) return open_sheet(frame, wanted);
+    CalculationWindows::of(frame).select_for_diagram([&frame, wanted] { open_sheet(frame, wanted); });
 }
 
 void open_control_graph(mdiQUOM& frame, ControlGraph graph) {

@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
@@ -19,6 +20,7 @@
 #include "ui/main/mdi_area.h"
 #include "ui/main/mdi_menus.h"
 #include "ui/main/menu_actions.h"
+#include "ui/main/menu_letters.h"
 #include "ui/main/palette.h"
 #include "ui/main/project_actions.h"
 #include "ui/main/quick_keys.h"
@@ -69,6 +71,7 @@ mdiQUOM::mdiQUOM(std::string ProgramPath)
     focus_ = new FocusReturn(*area);
     start_page = new StartPage(*this, area);
     menus_->build_menu_bar();
+    new MenuLetters(*menuBar());
     connect(menus_->menu(QStringLiteral("mnuCalcMain")), &QMenu::aboutToShow, this,
             &mdiQUOM::opening_calculation_menu);
     // An entry is triggered after the menu has gone.

@@ -12,6 +12,7 @@
 #include <QPixmap>
 #include <QProcess>
 #include <QSet>
+#include <QSlider>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -243,6 +244,18 @@ constexpr Step Steps[] = {
                                       Insertion::crit_calculated, Insertion::legend})
              insert(f.session(), what, false, nobody);
          if (auto* w = f.child<frmQGraph2D>()) w->refresh();
+     }},
+    {"diagram-live",
+     [](mdiQUOM& f) {
+         show_parameter_box(f, true);
+         if (auto* w = f.child<frmTpVSInputBox>()) w->sldParameter->setValue(340);
+     }},
+    {"diagram-refused",
+     [](mdiQUOM& f) {
+         if (auto* w = f.child<frmTpVSInputBox>()) {
+             w->txtParameter->setText(QStringLiteral("-1"));
+             emit w->txtParameter->textEdited(w->txtParameter->text());
+         }
      }},
     {"diagram-colours", [](mdiQUOM& f) { press(f, frmQGraph2D::Name, "cmdFarbVorwahl"); }},
     {"diagram-insert",

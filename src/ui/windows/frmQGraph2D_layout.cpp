@@ -11,6 +11,7 @@
 #include "ui/main/traffic_lights.h"
 #include "ui/widgets/colour_grid.h"
 #include "ui/widgets/end_row.h"
+#include "ui/widgets/flow_layout.h"
 #include "ui/widgets/labels.h"
 #include "ui/windows/data_controls.h"
 #include "ui/windows/frmQGraph2D.h"
@@ -64,19 +65,25 @@ void frmQGraph2D::make_controls() {
 }
 
 void frmQGraph2D::build_layout() {
-    auto* commands = new QHBoxLayout;
-    commands->setSpacing(6);
+    auto* commands = new FlowLayout(6, 4);
     const auto group = [&](std::initializer_list<QWidget*> controls, bool last = false) {
-        for (QWidget* control : controls) commands->addWidget(control);
-        if (!last) commands->addWidget(upright_rule(this));
+        auto* together = new QWidget(this);
+        auto* row = new QHBoxLayout(together);
+        row->setContentsMargins(0, 0, 0, 0);
+        row->setSpacing(6);
+        for (QWidget* control : controls) row->addWidget(control);
+        if (!last) row->addWidget(upright_rule(together));
+        commands->addWidget(together);
     };
     group({cmdDraw, cmdZInput});
     group({cmdZoom, cmdZoomReset, cmdChangeXY});
-    group({cmdFarbe, cmdFarbVorwahl}, true);
-    commands->addStretch();
-    commands->addWidget(cmdEscGraph);
+    group({cmdFarbe, cmdFarbVorwahl});
+    group({cmdEscGraph}, true);
     cmdFarbVorwahl->setFixedWidth(cmdFarbVorwahl->fontMetrics().averageCharWidth() * 6);
 
+    // The text of a point gives way first.
+    lblPoint->setMinimumWidth(0);
+    lblPoint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* mouse = new QHBoxLayout;
     mouse->addWidget(lblX);
     mouse->addWidget(lblY);

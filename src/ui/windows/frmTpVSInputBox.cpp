@@ -11,6 +11,7 @@
 #include "forms/diagram_form.h"
 #include "forms/refusal.h"
 #include "ui/charts/sheet_view.h"
+#include "ui/look/look.h"
 #include "ui/main/diagram_windows.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/main/workbench.h"
@@ -41,7 +42,7 @@ frmTpVSInputBox::frmTpVSInputBox(mdiQUOM& frame)
     : lblSection(named(head_label(QString(), this), "lblSection")),
       lblParameter(named(new TrimmedLabel(QString(), this), "lblParameter")),
       lblHint(named(hint_label(shown(parameter_hint), this), "lblHint")),
-      lblReason(named(hint_label(QString(), this), "lblReason")),
+      lblReason(named(new QLabel(this), "lblReason")),
       txtParameter(named(new NumberBox(14, this), "txtParameter")),
       sldParameter(named(new QSlider(Qt::Horizontal, this), "sldParameter",
                          QStringLiteral("Parameter; the curve follows"))),
@@ -89,18 +90,16 @@ void frmTpVSInputBox::build_layout() {
     layout->addWidget(sldParameter);
     layout->addWidget(lblHint);
     layout->addWidget(lblReason);
+    layout->addWidget(cmdOKAndDraw);
+    layout->addWidget(cmdOK);
     layout->addWidget(rule(this));
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(cmdAbbrechen);
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdOKAndDraw);
-    layout->addLayout(buttons);
-    set_tab_order({txtParameter, sldParameter, cmdAbbrechen, cmdOK, cmdOKAndDraw});
+    layout->addWidget(cmdAbbrechen);
+    set_tab_order({txtParameter, sldParameter, cmdOKAndDraw, cmdOK, cmdAbbrechen});
     // Room for a reason, so that nothing moves under the mouse.
     lblReason->setMinimumHeight(2 * lblReason->fontMetrics().lineSpacing());
     lblReason->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     lblReason->setWordWrap(true);
+    lblReason->setTextFormat(Qt::PlainText);
 }
 
 void frmTpVSInputBox::show_offer() {
@@ -133,7 +132,10 @@ void frmTpVSInputBox::slide(int position) {
 
 void frmTpVSInputBox::follow() {
     const LiveMove move = move_live_curve(frame_.session(), live_, txtParameter->typed());
-    lblReason->setText(QString::fromStdString(move.told));
+    lblReason->setText(QString::fromStdString(move.told).simplified());
+    QPalette colours = palette();
+    if (!move.drawn) colours.setColor(QPalette::WindowText, look_colour(LookColour::ErrorText));
+    lblReason->setPalette(colours);
     lblReason->setAccessibleName(lblReason->text());
     if (auto* diagram = move.drawn ? frame_.child<frmQGraph2D>() : nullptr) diagram->chart->follow();
 }
