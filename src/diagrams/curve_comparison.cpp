@@ -143,7 +143,7 @@ class Comparison {
 
     void compare_branches() {
         for (Found& f : find_branches()) {
-            const std::string name = branch_name(f.branch);
+            const std::string name = prefix_of(f.branch);
             const auto part = std::ranges::count(f.takes_part, true);
             for (std::size_t i = 0; i < f.takes_part.size(); ++i)
                 if (!f.takes_part[i]) f.branch.without.push_back(i);
@@ -187,11 +187,9 @@ class Comparison {
             table_.notes.push_back(name + table_.names[i] + " has no value in the range.");
     }
 
-    static std::string branch_name(const ComparedBranch& branch) {
-        std::string name(part_name(branch.part));
-        if (branch.returning) name += name.empty() ? "returning branch" : ", returning branch";
-        if (name.empty()) return "";
-        return name + ": ";
+    static std::string prefix_of(const ComparedBranch& branch) {
+        const std::string name(part_name(branch.part));
+        return name.empty() ? name : name + ": ";
     }
 
     void add_rows(const Found& f) {
@@ -315,6 +313,16 @@ std::optional<double> base_of(const CurveComparison& table, const ComparedRow& r
 }  // namespace
 
 CurveComparison compare_curves(const CompareInput& input) { return Comparison(input).run(); }
+
+std::string branch_name(const CurveComparison& table, CurvePart part, bool returning) {
+    std::string name(part_name(part));
+    const auto turns_back = [&](const ComparedBranch& other) {
+        return other.part == part && other.returning != returning;
+    };
+    if (returning && std::ranges::any_of(table.branches, turns_back))
+        name += name.empty() ? "returning" : ", returning";
+    return name;
+}
 
 std::optional<double> deviation(const CurveComparison& table, const ComparedRow& row, std::size_t curve) {
     const std::optional<double> base = base_of(table, row), y = row.y[curve];

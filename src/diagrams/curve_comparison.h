@@ -75,6 +75,9 @@ struct CurveComparison {
 // equation at the abscissa, none is read off the points of a curve.
 CurveComparison compare_curves(const CompareInput& input);
 
+// "liquid", "vapor, returning"; which way x runs is told where the part of the phase turns back.
+std::string branch_name(const CurveComparison& table, CurvePart part, bool returning);
+
 // y of a curve less the reference, or less the measured value of the row; per cent of the size of that. None
 // where one of them is not there.
 std::optional<double> deviation(const CurveComparison& table, const ComparedRow& row, std::size_t curve);

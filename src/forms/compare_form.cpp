@@ -244,8 +244,7 @@ class ComparisonReport {
             if (table_.percent) table.columns.push_back({in_.curves[i].key + "_percent", d, "%"});
         }
         for (const ComparedRow& row : list) {
-            std::string part(part_name(row.part));
-            if (row.returning) part += part.empty() ? "returning" : ", returning";
+            std::string part = branch_name(table_, row.part, row.returning);
             std::vector<Value> cells = {row.x, remark(std::move(part))};
             if (measured) cells.push_back(if_present(row.measured));
             for (const auto& y : row.y) cells.push_back(if_present(y));
