@@ -152,19 +152,25 @@ void StateChartView::wheel(const QWheelEvent& event) {
     const QPointF at = share_of(event.position());
     if (press_ || at.x() < 0 || at.x() > 1 || at.y() < 0 || at.y() > 1) return;
     emit zoom_wanted(at.x(), at.y(), std::pow(WheelStep, event.angleDelta().y() / Notch));
+    put_cross(at);
 }
 
 bool StateChartView::key(const QKeyEvent& event) {
     const QPointF there(std::clamp(cross_.x(), 0.0, 1.0), std::clamp(cross_.y(), 0.0, 1.0));
-    const QPointF about = pointed_.exists() ? there : QPointF(0.5, 0.5);
+    const bool has_cross = pointed_.exists();
+    const QPointF about = has_cross ? there : QPointF(0.5, 0.5);
+    // The state at the cross stays where it is.
+    const auto zoom = [&](double factor) {
+        emit zoom_wanted(about.x(), about.y(), factor);
+        if (has_cross) put_cross(about);
+        return true;
+    };
     switch (event.key()) {
         case Qt::Key_Plus:
         case Qt::Key_Equal:
-            emit zoom_wanted(about.x(), about.y(), KeyZoom);
-            return true;
+            return zoom(KeyZoom);
         case Qt::Key_Minus:
-            emit zoom_wanted(about.x(), about.y(), 1.0 / KeyZoom);
-            return true;
+            return zoom(1.0 / KeyZoom);
         case Qt::Key_0:
             emit whole_wanted();
             return true;
@@ -184,9 +190,8 @@ bool StateChartView::key(const QKeyEvent& event) {
     }
     // The first arrow shows the cross where it stood.
     const double step = event.modifiers() & Qt::ControlModifier ? FineStep : CrossStep;
-    const QPointF to = pointed_.exists() ? there + step * direction : about;
+    const QPointF to = has_cross ? there + step * direction : there;
     put_cross({std::clamp(to.x(), 0.0, 1.0), std::clamp(to.y(), 0.0, 1.0)});
-    if (!pointed_.exists()) cross_ = to;
     return true;
 }
 
