@@ -98,11 +98,11 @@ QPointF StateChartView::share_of(const QPointF& pixel) const {
 
 void StateChartView::put_cross(const QPointF& share) {
     if (!chart_.exists()) return;
-    cross_ = share;
     const QRectF all = area();
     const QPointF pixel(all.left() + share.x() * all.width(),
                         all.top() - 1 + (1.0 - share.y()) * all.height());
     const bool inside = share.x() >= 0 && share.x() <= 1 && share.y() >= 0 && share.y() <= 1;
+    if (inside) cross_ = share;
     pointed_ =
         inside ? state_at(chart_, chart_.x.shown_at(share.x()), chart_.y.shown_at(share.y())) : ChartState{};
     if (!pointed_.exists()) return take_cross_away();
@@ -127,6 +127,7 @@ void StateChartView::pressed(const QMouseEvent& event) {
 }
 
 void StateChartView::moved(const QMouseEvent& event) {
+    by_keys_ = false;
     if (!press_) return put_cross(share_of(event.position()));
     const QPointF by = event.position() - *press_;
     if (!dragged_ && by.manhattanLength() <= ClickDistance) return;
@@ -156,7 +157,7 @@ void StateChartView::wheel(const QWheelEvent& event) {
 }
 
 bool StateChartView::key(const QKeyEvent& event) {
-    const QPointF there(std::clamp(cross_.x(), 0.0, 1.0), std::clamp(cross_.y(), 0.0, 1.0));
+    const QPointF there = cross_;
     const bool has_cross = pointed_.exists();
     const QPointF about = has_cross ? there : QPointF(0.5, 0.5);
     // The state at the cross stays where it is.
@@ -190,7 +191,8 @@ bool StateChartView::key(const QKeyEvent& event) {
     }
     // The first arrow shows the cross where it stood.
     const double step = event.modifiers() & Qt::ControlModifier ? FineStep : CrossStep;
-    const QPointF to = has_cross ? there + step * direction : there;
+    const QPointF to = has_cross || by_keys_ ? there + step * direction : there;
+    by_keys_ = true;
     put_cross({std::clamp(to.x(), 0.0, 1.0), std::clamp(to.y(), 0.0, 1.0)});
     return true;
 }
