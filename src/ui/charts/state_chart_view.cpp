@@ -103,9 +103,10 @@ void StateChartView::put_cross(const QPointF& share) {
                         all.top() - 1 + (1.0 - share.y()) * all.height());
     const bool inside = share.x() >= 0 && share.x() <= 1 && share.y() >= 0 && share.y() <= 1;
     if (inside) cross_ = share;
-    pointed_ =
+    const ChartState found =
         inside ? state_at(chart_, chart_.x.shown_at(share.x()), chart_.y.shown_at(share.y())) : ChartState{};
-    if (!pointed_.exists()) return take_cross_away();
+    if (!found.exists()) return take_cross_away();
+    pointed_ = found;
     drawn_->show_cross(pixel, pointed_);
     emit pointed_at(pointed_);
 }
