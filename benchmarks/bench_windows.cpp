@@ -1,14 +1,17 @@
 // The windows: from the start to a main window that can be used, opening a database with its list of 496 and
-// of 30 000 substances, and a letter more in the filter of that list. Runs offscreen.
+// of 30 000 substances, a letter more in the filter of that list, and state charts. Runs offscreen.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QTemporaryDir>
 
+#include "../tests/support/starter.h"
 #include "base/files.h"
 #include "forms/shell.h"
+#include "ui/charts/state_chart_view.h"
 #include "ui/look/look.h"
 #include "ui/main/mdiQUOM.h"
 #include "ui/windows/frmQStoffWahl.h"
@@ -77,6 +80,48 @@ void BM_filter(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_filter)->Arg(496)->Arg(30000)->Unit(benchmark::kMillisecond);
+
+// Propane by Peng/Robinson, 1280 x 900. Arg: 0 log p-h, 1 T-s, 2 h-s.
+struct ChartBench {
+    ChartBench() : fluid(test::starter_fluid(test::propane, Eos::peng_robinson)) {
+        view.resize(1280, 900);
+        view.show();
+        QCoreApplication::processEvents();
+    }
+    std::shared_ptr<const Fluid> fluid;
+    StateChartView view;
+};
+
+// From the fluid to the picture: lines, layout, labels, drawing.
+void BM_state_chart(benchmark::State& state) {
+    ChartBench bench;
+    for (auto _ : state)
+        bench.view.show_chart(make_state_chart(*bench.fluid, static_cast<ChartKind>(state.range(0))), false,
+                              {});
+}
+BENCHMARK(BM_state_chart)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
+
+// The picture alone, with labels placed anew.
+void BM_state_chart_drawing(benchmark::State& state) {
+    ChartBench bench;
+    const StateChart chart = make_state_chart(*bench.fluid, static_cast<ChartKind>(state.range(0)));
+    for (auto _ : state) bench.view.show_chart(chart, false, {});
+}
+BENCHMARK(BM_state_chart_drawing)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
+
+// What a step of the pointer takes.
+void BM_state_chart_pointer(benchmark::State& state) {
+    ChartBench bench;
+    bench.view.show_chart(make_state_chart(*bench.fluid, static_cast<ChartKind>(state.range(0))), false, {});
+    auto* plot = bench.view.findChild<QWidget*>(QStringLiteral("plot"));
+    int i = 0;
+    for (auto _ : state) {
+        const QPointF at(400 + 7 * (++i % 100), 300 + 3 * (i % 100));
+        QMouseEvent move(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, {});
+        QApplication::sendEvent(plot, &move);
+    }
+}
+BENCHMARK(BM_state_chart_pointer)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

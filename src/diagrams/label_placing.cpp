@@ -213,6 +213,9 @@ class Choice {
         std::vector<std::size_t> order(candidates_.size());
         std::iota(order.begin(), order.end(), std::size_t{0});
         std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+            // The one text of a triple line first: others find another place beside it.
+            const bool first = input_.lines[a].keep_clear, second = input_.lines[b].keep_clear;
+            if (first != second) return first;
             return candidates_[a].size() < candidates_[b].size();
         });
         for (const std::size_t i : order) place(i);

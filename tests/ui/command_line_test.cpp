@@ -8,8 +8,11 @@
 #include <QTemporaryDir>
 #include <cstdlib>
 
+#include "diagrams/chart_file.h"
 #include "diagrams/diagram_file.h"
+#include "support/starter.h"
 #include "support/test_paths.h"
+#include "ui/charts/state_chart_picture.h"
 #include "ui/main/command_line.h"
 
 namespace quom {
@@ -114,6 +117,37 @@ TEST(CommandLine, a_diagram_file_becomes_a_picture_without_a_display) {
         EXPECT_EQ(ended.err.starts_with("quom: "), c.status != 0) << ended.err;
     }
     EXPECT_EQ(QImage(folder.filePath(QStringLiteral("a.png"))).size(), QSize(945, 591)) << "at 300 dpi";
+}
+
+// A chart that was written is the same picture as the chart itself; its sheet is light or black.
+TEST(CommandLine, the_file_of_a_state_chart_becomes_a_picture) {
+    const QTemporaryDir folder;
+    const std::string at = folder.path().toStdString();
+    const auto fluid = test::starter_fluid(test::propane, Eos::peng_robinson);
+    const ChartFile file{.chart = make_state_chart(*fluid, ChartKind::Ts), .black = false};
+    ASSERT_EQ(save_chart(at + "/c.json", file), "");
+    const std::string draw = "--draw '" + at + "/c.json' --out '" + at;
+    for (const char* words : {"/a.png' --picture-dpi 96", "/b.png' --picture-dpi 96 --picture-black",
+                              "/c.png' --picture-size 150x100 --picture-dpi 96"}) {
+        const Ended ended = quom_run("", draw + words);
+        EXPECT_EQ(ended.status, 0) << words << ended.err;
+    }
+    const QImage light(folder.filePath(QStringLiteral("a.png"))),
+        black(folder.filePath(QStringLiteral("b.png"))), small(folder.filePath(QStringLiteral("c.png")));
+    EXPECT_EQ(light.size(), QSize(1047, 718));
+    EXPECT_EQ(small.size(), QSize(567, 378));
+    EXPECT_EQ(light.pixelColor(3, 3), QColor(0xFB, 0xFB, 0xFB));
+    EXPECT_EQ(black.pixelColor(3, 3), QColor(Qt::black));
+    EXPECT_EQ(light, QImage::fromData(
+                         state_chart_bytes(file.chart, "png", {.width = 277, .height = 190, .dpi = 96}).bytes)
+                         .convertToFormat(light.format()));
+    QFile broken(folder.filePath(QStringLiteral("broken.json")));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("{\"format\": \"QUOM-CHART\", \"version\": 1}");
+    broken.close();
+    const Ended ended = quom_run("", "--draw '" + at + "/broken.json' --out '" + at + "/d.png'");
+    EXPECT_EQ(ended.status, 3);
+    EXPECT_THAT(ended.err, HasSubstr("broken.json"));
 }
 
 }  // namespace

@@ -98,14 +98,15 @@ QPointF StateChartView::share_of(const QPointF& pixel) const {
 
 void StateChartView::put_cross(const QPointF& share) {
     if (!chart_.exists()) return;
-    cross_ = share;
     const QRectF all = area();
     const QPointF pixel(all.left() + share.x() * all.width(),
                         all.top() - 1 + (1.0 - share.y()) * all.height());
     const bool inside = share.x() >= 0 && share.x() <= 1 && share.y() >= 0 && share.y() <= 1;
-    pointed_ =
+    if (inside) cross_ = share;
+    const ChartState found =
         inside ? state_at(chart_, chart_.x.shown_at(share.x()), chart_.y.shown_at(share.y())) : ChartState{};
-    if (!pointed_.exists()) return take_cross_away();
+    if (!found.exists()) return take_cross_away();
+    pointed_ = found;
     drawn_->show_cross(pixel, pointed_);
     emit pointed_at(pointed_);
 }
@@ -127,6 +128,7 @@ void StateChartView::pressed(const QMouseEvent& event) {
 }
 
 void StateChartView::moved(const QMouseEvent& event) {
+    by_keys_ = false;
     if (!press_) return put_cross(share_of(event.position()));
     const QPointF by = event.position() - *press_;
     if (!dragged_ && by.manhattanLength() <= ClickDistance) return;
@@ -152,19 +154,25 @@ void StateChartView::wheel(const QWheelEvent& event) {
     const QPointF at = share_of(event.position());
     if (press_ || at.x() < 0 || at.x() > 1 || at.y() < 0 || at.y() > 1) return;
     emit zoom_wanted(at.x(), at.y(), std::pow(WheelStep, event.angleDelta().y() / Notch));
+    put_cross(at);
 }
 
 bool StateChartView::key(const QKeyEvent& event) {
-    const QPointF there(std::clamp(cross_.x(), 0.0, 1.0), std::clamp(cross_.y(), 0.0, 1.0));
-    const QPointF about = pointed_.exists() ? there : QPointF(0.5, 0.5);
+    const QPointF there = cross_;
+    const bool has_cross = pointed_.exists();
+    const QPointF about = has_cross ? there : QPointF(0.5, 0.5);
+    // The state at the cross stays where it is.
+    const auto zoom = [&](double factor) {
+        emit zoom_wanted(about.x(), about.y(), factor);
+        if (has_cross) put_cross(about);
+        return true;
+    };
     switch (event.key()) {
         case Qt::Key_Plus:
         case Qt::Key_Equal:
-            emit zoom_wanted(about.x(), about.y(), KeyZoom);
-            return true;
+            return zoom(KeyZoom);
         case Qt::Key_Minus:
-            emit zoom_wanted(about.x(), about.y(), 1.0 / KeyZoom);
-            return true;
+            return zoom(1.0 / KeyZoom);
         case Qt::Key_0:
             emit whole_wanted();
             return true;
@@ -184,9 +192,9 @@ bool StateChartView::key(const QKeyEvent& event) {
     }
     // The first arrow shows the cross where it stood.
     const double step = event.modifiers() & Qt::ControlModifier ? FineStep : CrossStep;
-    const QPointF to = pointed_.exists() ? there + step * direction : about;
+    const QPointF to = has_cross || by_keys_ ? there + step * direction : there;
+    by_keys_ = true;
     put_cross({std::clamp(to.x(), 0.0, 1.0), std::clamp(to.y(), 0.0, 1.0)});
-    if (!pointed_.exists()) cross_ = to;
     return true;
 }
 

@@ -61,6 +61,7 @@ class StateChartView : public QWidget {
     StateChart chart_;
     ChartState pointed_;
     QPointF cross_{0.5, 0.5};  // share where it stood last
+    bool by_keys_ = false;     // it was moved by keys last
     std::optional<QPointF> press_;
     bool panning_ = false, dragged_ = false;
 };

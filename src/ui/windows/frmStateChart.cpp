@@ -65,7 +65,6 @@ frmStateChart::frmStateChart(mdiQUOM& frame) : frame_(frame), resized_(new QTime
     build_layout();
     connect_controls();
     show_choices();
-    show_chart();
 }
 
 void frmStateChart::make_controls() {
