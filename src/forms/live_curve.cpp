@@ -74,7 +74,7 @@ std::optional<ParameterScale> parameter_scale(const Session& session) {
         limits = temperatures(*session.fluid);
     } else if (row->section == Section::isobaric) {
         const RangeLimits& p = table[RangePair::p];
-        limits = {std::max(p.min, least_share * p.max) / factor, p.max / factor};
+        limits = {(p.min > 0.0 ? p.min : least_share * p.max) / factor, p.max / factor};
     } else {
         limits = volumes(*session.fluid, table[RangePair::v].max / factor);
     }

@@ -49,7 +49,7 @@ TEST_F(LiveCurves, the_slider_runs_over_what_can_be_drawn) {
     for (const Row& row :
          {Row{Kind::p_v, volume_molar, 85.47, 2 * 369.83, false},
           {Kind::h_p, reduced_volume, 85.47 / 369.83, 2, false},
-          {Kind::T_v, volume_molar, 0.001, 1.5 * 4248, true},
+          {Kind::T_v, volume_molar, 0.001, 1.4 * 4248, true},
           {Kind::p_T, volume_molar, 1.06 * b, 7 * session.fluid->eos.vcrEOS, true},
           {Kind::p_T, volume_per_mass, 1.06 * b / M, 7 * session.fluid->eos.vcrEOS / M, true}}) {
         open(row.kind, row.VolumeMode);
