@@ -77,11 +77,12 @@ void frmQGraph2D_Gestaltung::show_page(DesignPage page, const DesignTarget& targ
     if (page == DesignPage::texts) text_ = target.text;
     tabs->setCurrentIndex(static_cast<int>(page));
     refresh();
-    const auto* group = std::ranges::find_if(groups_, [&](const auto& g) {
-                            return g->page == page && g->target.number == target.number;
-                        })->get();
+    const auto group = std::ranges::find_if(groups_, [&](const auto& g) {
+        return g->page == page && (!g->number || g->target.number == target.number);
+    });
+    if (group == groups_.end()) return;
     QWidget* first = nullptr;
-    for (const DesignBox* box : group->boxes) {
+    for (const DesignBox* box : (*group)->boxes) {
         const bool wanted = !control || box->control().name == control;
         if (!first && wanted && box->widget()->isEnabled() && box->widget()->focusPolicy() != Qt::NoFocus)
             first = box->widget();
