@@ -357,17 +357,17 @@ std::vector<DesignControl> axis_controls(DesignPage page) {
 // A text of its own on the sheet; none: a title or a label.
 template <class Sheet>
 auto free_text(Sheet& sheet, const T& target) -> decltype(&sheet.header) {
-    if (target.text.part == TextPart::header) return &sheet.header;
-    if (target.text.part == TextPart::footer) return &sheet.footer;
-    if (target.text.part != TextPart::text || !has_text(sheet, target.text)) return nullptr;
+    if (target.text.part == DesignText::header) return &sheet.header;
+    if (target.text.part == DesignText::footer) return &sheet.footer;
+    if (target.text.part != DesignText::text || !has_text(sheet, target.text)) return nullptr;
     return &sheet.texts[static_cast<std::size_t>(target.text.number)];
 }
 template <class Sheet>
 auto label_of(Sheet& sheet, const T& target) -> decltype(&sheet.curve(1).series.label) {
     if (!has_text(sheet, target.text)) return nullptr;
-    if (target.text.part == TextPart::curve_label) return &sheet.curve(target.text.number).series.label;
-    if (target.text.part == TextPart::points_label) return &sheet.set(target.text.number).series.label;
-    if (target.text.part == TextPart::mark_label) return &sheet.mark(target.text.number).series.label;
+    if (target.text.part == DesignText::curve_label) return &sheet.curve(target.text.number).series.label;
+    if (target.text.part == DesignText::points_label) return &sheet.set(target.text.number).series.label;
+    if (target.text.part == DesignText::mark_label) return &sheet.mark(target.text.number).series.label;
     return nullptr;
 }
 // The string itself; none where the text has gone.
@@ -375,24 +375,24 @@ template <class Sheet>
 auto string_of(Sheet& sheet, const T& target) -> decltype(&sheet.header.text) {
     if (auto* text = free_text(sheet, target)) return &text->text;
     if (auto* label = label_of(sheet, target)) return &label->text;
-    const bool x = target.text.part == TextPart::x_title;
-    if (!x && target.text.part != TextPart::y_title) return nullptr;
+    const bool x = target.text.part == DesignText::x_title;
+    if (!x && target.text.part != DesignText::y_title) return nullptr;
     return x != sheet.Interchanged ? &sheet.diagram.XTitle : &sheet.diagram.YTitle;
 }
 
 bool is_title(const T& target) {
-    return target.text.part == TextPart::x_title || target.text.part == TextPart::y_title;
+    return target.text.part == DesignText::x_title || target.text.part == DesignText::y_title;
 }
 bool has_place(const S&, const T& target) { return !is_title(target); }
 bool has_color(const S& sheet, const T& target) { return free_text(sheet, target) != nullptr; }
 bool has_font(const S& sheet, const T& target) {
     return free_text(sheet, target) || (is_title(target) && !sheet.Interchanged);
 }
-bool is_added(const S&, const T& target) { return target.text.part == TextPart::text; }
+bool is_added(const S&, const T& target) { return target.text.part == DesignText::text; }
 
 template <class Sheet>
 auto& title_font(Sheet& sheet, const T& target) {
-    return target.text.part == TextPart::x_title ? shown_x(sheet).title_font : shown_y(sheet).title_font;
+    return target.text.part == DesignText::x_title ? shown_x(sheet).title_font : shown_y(sheet).title_font;
 }
 
 std::string share_shown(double share) { return genNum(std::round(share * 1000) / 10); }
@@ -427,7 +427,7 @@ A put_back(S& sheet, const T& target, const V&) {
     return {};
 }
 bool can_go_back(const S& sheet, const T& target) {
-    if (target.text.part == TextPart::text) return false;
+    if (target.text.part == DesignText::text) return false;
     if (const SheetText* text = free_text(sheet, target)) return text->x != 0 || text->y != 0;
     const SeriesLabel* label = label_of(sheet, target);
     return label && (label->dx != 0 || label->dy != 0);

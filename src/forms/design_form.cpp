@@ -23,18 +23,18 @@ constexpr auto pages = std::to_array<DesignPageInfo>({{DesignPage::sheet, "tabBl
 static_assert(pages.size() == DesignPages);
 
 struct TextTitle {
-    TextPart part;
+    DesignText part;
     std::string_view title;  // of the window
 };
 constexpr auto text_titles = std::to_array<TextTitle>({
-    {TextPart::header, "Design Header"},
-    {TextPart::footer, "Design Footer"},
-    {TextPart::text, "Design Additional text"},
-    {TextPart::x_title, "Design X-Axis Annotation"},
-    {TextPart::y_title, "Design Y-Axis Annotation"},
-    {TextPart::curve_label, "Design Curve Label"},
-    {TextPart::points_label, "Design Label of Points"},
-    {TextPart::mark_label, "Design Label of a Mark"},
+    {DesignText::header, "Design Header"},
+    {DesignText::footer, "Design Footer"},
+    {DesignText::text, "Design Additional text"},
+    {DesignText::x_title, "Design X-Axis Annotation"},
+    {DesignText::y_title, "Design Y-Axis Annotation"},
+    {DesignText::curve_label, "Design Curve Label"},
+    {DesignText::points_label, "Design Label of Points"},
+    {DesignText::mark_label, "Design Label of a Mark"},
 });
 
 constexpr std::size_t LongestCaption = 32;  // of a text in its list
@@ -62,9 +62,9 @@ std::string begins_at(std::string_view name, bool log, float low, float high) {
 }
 
 SheetText* sheet_text(GraphDocument& sheet, const TextRef& ref) {
-    if (ref.part == TextPart::header) return &sheet.header;
-    if (ref.part == TextPart::footer) return &sheet.footer;
-    if (ref.part == TextPart::text && has_text(sheet, ref))
+    if (ref.part == DesignText::header) return &sheet.header;
+    if (ref.part == DesignText::footer) return &sheet.footer;
+    if (ref.part == DesignText::text && has_text(sheet, ref))
         return &sheet.texts[static_cast<std::size_t>(ref.number)];
     return nullptr;
 }
@@ -74,28 +74,28 @@ SheetText* sheet_text(GraphDocument& sheet, const TextRef& ref) {
 std::span<const DesignPageInfo> design_pages() { return pages; }
 
 std::vector<TextEntry> design_texts(const GraphDocument& sheet) {
-    std::vector<TextEntry> all = {{{TextPart::header}, "Header"},
-                                  {{TextPart::x_title}, "X-Axis Annotation"},
-                                  {{TextPart::y_title}, "Y-Axis Annotation"},
-                                  {{TextPart::footer}, "Footer"}};
+    std::vector<TextEntry> all = {{{DesignText::header}, "Header"},
+                                  {{DesignText::x_title}, "X-Axis Annotation"},
+                                  {{DesignText::y_title}, "Y-Axis Annotation"},
+                                  {{DesignText::footer}, "Footer"}};
     for (int i = 0; i < static_cast<int>(sheet.texts.size()); ++i)
         all.push_back(
-            {{TextPart::text, i},
+            {{DesignText::text, i},
              captioned("Additional text " + genNum(i + 1), sheet.texts[static_cast<std::size_t>(i)].text)});
     for (int slot = 1; slot <= CurveSlots; ++slot)
         if (!sheet.curve(slot).CurveFree)
             all.push_back(
-                {{TextPart::curve_label, slot}, captioned("Label", sheet.curve(slot).series.label.text)});
+                {{DesignText::curve_label, slot}, captioned("Label", sheet.curve(slot).series.label.text)});
     for (int set = 1; set <= PointSlots; ++set)
         if (!sheet.set(set).PointFree)
             all.push_back(
-                {{TextPart::points_label, set}, captioned("Label", sheet.set(set).series.label.text)});
+                {{DesignText::points_label, set}, captioned("Label", sheet.set(set).series.label.text)});
     for (int number = FirstMark; number <= LastMark; ++number) {
         const Mark& mark = sheet.mark(number);
         const std::string& text = mark.series.label.text;
         const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
         if (mark.shown() && !text.empty())
-            all.push_back({{TextPart::mark_label, number}, captioned("Mark", text.substr(first))});
+            all.push_back({{DesignText::mark_label, number}, captioned("Mark", text.substr(first))});
     }
     return all;
 }
@@ -103,13 +103,13 @@ std::vector<TextEntry> design_texts(const GraphDocument& sheet) {
 bool has_text(const GraphDocument& sheet, const TextRef& ref) {
     const auto in = [&](int first, int last) { return ref.number >= first && ref.number <= last; };
     switch (ref.part) {
-        case TextPart::text:
+        case DesignText::text:
             return in(0, static_cast<int>(sheet.texts.size()) - 1);
-        case TextPart::curve_label:
+        case DesignText::curve_label:
             return in(1, CurveSlots) && !sheet.curve(ref.number).CurveFree;
-        case TextPart::points_label:
+        case DesignText::points_label:
             return in(1, PointSlots) && !sheet.set(ref.number).PointFree;
-        case TextPart::mark_label:
+        case DesignText::mark_label:
             return in(FirstMark, LastMark) && sheet.mark(ref.number).shown();
         default:
             return true;
@@ -159,9 +159,9 @@ void shift_label(GraphDocument& sheet, const TextRef& ref, double by_x, double b
         label.dx += by_x;
         label.dy += by_y;
     };
-    if (ref.part == TextPart::curve_label) shift(sheet.curve(ref.number).series.label);
-    if (ref.part == TextPart::points_label) shift(sheet.set(ref.number).series.label);
-    if (ref.part == TextPart::mark_label) shift(sheet.mark(ref.number).series.label);
+    if (ref.part == DesignText::curve_label) shift(sheet.curve(ref.number).series.label);
+    if (ref.part == DesignText::points_label) shift(sheet.set(ref.number).series.label);
+    if (ref.part == DesignText::mark_label) shift(sheet.mark(ref.number).series.label);
 }
 
 void place_legend(GraphDocument& sheet, double x, double y) {

@@ -22,9 +22,9 @@ struct DesignPageInfo {
 std::span<const DesignPageInfo> design_pages();
 
 // A text that stands on the sheet by itself. Titles of the axes are those shown.
-enum class TextPart { header, footer, text, x_title, y_title, curve_label, points_label, mark_label };
+enum class DesignText { header, footer, text, x_title, y_title, curve_label, points_label, mark_label };
 struct TextRef {
-    TextPart part = TextPart::header;
+    DesignText part = DesignText::header;
     int number = 0;  // of an additional text, from 0; slot, set or mark of a label
     bool operator==(const TextRef&) const = default;
 };

@@ -76,11 +76,11 @@ TEST(DesignForm, every_control_shows_what_it_sets_and_the_file_keeps_it) {
     for (const DesignPageInfo& info : design_pages())
         for (const DesignControl& one : design_controls(info.page)) {
             if (one.type == ControlType::action) continue;
-            for (const TextRef& text : {TextRef{TextPart::header},
-                                        {TextPart::text, 0},
-                                        {TextPart::y_title},
-                                        {TextPart::curve_label, 2},
-                                        {TextPart::points_label, 1}}) {
+            for (const TextRef& text : {TextRef{DesignText::header},
+                                        {DesignText::text, 0},
+                                        {DesignText::y_title},
+                                        {DesignText::curve_label, 2},
+                                        {DesignText::points_label, 1}}) {
                 GraphDocument sheet = sample();
                 sheet.diagram.range.YMin = 10;
                 sheet.legend.place = LegendPlace::free;
@@ -253,7 +253,7 @@ TEST(DesignForm, interchanged_axes_keep_limits_grid_and_titles) {
     EXPECT_TRUE(!sheet.y.grid && sheet.x.grid) << "x shows p";
     EXPECT_FALSE(take_design_limits(sheet, {"100", "6000", "0.5", "2"}, LimitsIn::design_tab).any());
     EXPECT_EQ(sheet.diagram.range.YMin, 100.0F);
-    const DesignTarget x_title{.text = {TextPart::x_title}};
+    const DesignTarget x_title{.text = {DesignText::x_title}};
     set(sheet, P::texts, "schrift", std::string("pressure{END}"), x_title);
     EXPECT_EQ(sheet.diagram.YTitle, "pressure");
     EXPECT_EQ(sheet.diagram.XTitle, "v / m3/kmol");
@@ -261,24 +261,24 @@ TEST(DesignForm, interchanged_axes_keep_limits_grid_and_titles) {
 
 TEST(DesignForm, texts_have_titles_end_marks_and_places) {
     GraphDocument sheet = sample();
-    EXPECT_EQ(design_title(P::texts, {TextPart::header}), "Design Header");
-    EXPECT_EQ(design_title(P::texts, {TextPart::text, 0}), "Design Additional text");
-    EXPECT_EQ(design_title(P::texts, {TextPart::x_title}), "Design X-Axis Annotation");
-    EXPECT_EQ(design_title(P::texts, {TextPart::y_title}), "Design Y-Axis Annotation");
+    EXPECT_EQ(design_title(P::texts, {DesignText::header}), "Design Header");
+    EXPECT_EQ(design_title(P::texts, {DesignText::text, 0}), "Design Additional text");
+    EXPECT_EQ(design_title(P::texts, {DesignText::x_title}), "Design X-Axis Annotation");
+    EXPECT_EQ(design_title(P::texts, {DesignText::y_title}), "Design Y-Axis Annotation");
     // Heading, titles, footer, the text, two labels of curves and one of points.
     EXPECT_EQ(design_texts(sheet).size(), 8u);
-    const DesignTarget added{.text = {TextPart::text, 0}};
+    const DesignTarget added{.text = {DesignText::text, 0}};
     EXPECT_TRUE(control(P::texts, "schrift").shown(sheet, added) == DesignValue("measured{END}"));
     set(sheet, P::texts, "schrift", std::string("of 1987\nand 1990{END} left over"), added);
     EXPECT_EQ(sheet.texts[0].text, "of 1987\nand 1990");
 
-    place_text(sheet, {TextPart::header}, 0.25, 0.5);
+    place_text(sheet, {DesignText::header}, 0.25, 0.5);
     EXPECT_TRUE(control(P::texts, "txtTextX").shown(sheet, {}) == DesignValue("25"));
     EXPECT_TRUE(control(P::texts, "txtTextY").shown(sheet, {}) == DesignValue("50"));
     set(sheet, P::texts, "cmdTextZurueck", true);
     EXPECT_TRUE(sheet.header.x == 0 && sheet.header.y == 0);
-    place_text(sheet, {TextPart::text, 7}, 0.5, 0.5);  // there is none
-    const TextRef label{TextPart::curve_label, 2};
+    place_text(sheet, {DesignText::text, 7}, 0.5, 0.5);  // there is none
+    const TextRef label{DesignText::curve_label, 2};
     shift_label(sheet, label, 12, -7);
     shift_label(sheet, label, 1, 0);
     EXPECT_TRUE(sheet.curve(2).series.label.dx == 13 && sheet.curve(2).series.label.dy == -7);

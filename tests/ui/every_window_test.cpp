@@ -21,6 +21,7 @@
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQCalcOut.h"
 #include "ui/windows/frmQCmnDlg.h"
+#include "ui/windows/frmQGraph2D_Gestaltung.h"
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/help_window.h"
@@ -120,6 +121,10 @@ class EveryWindow : public WindowDriver {
         look_at_modal("mnuCoord", look);
         menu("mnuChart_0")->trigger();
         look_at_child("frmStateChart", look);
+        for (const DesignPageInfo& page : design_pages()) {
+            frmQGraph2D_Gestaltung::open(frame, page.page);
+            look_at_child("frmQGraph2D_Gestaltung", look);
+        }
         frame.show_help(62);
         look(frame.findChild<HelpWindow*>());
         frame.findChild<HelpWindow*>()->close();

@@ -46,7 +46,7 @@ SheetView::SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent)
         if (event->button() != Qt::LeftButton) return;
         pressed_ = event->pos();
         const SheetHit part = part_at(event->position());
-        if (armed_ || !is_movable(part)) return;
+        if (armed_ || !is_movable(part.part)) return;
         grip_ = Grip{part, event->position() - box_of(part).topLeft()};
     });
     connect(plot_, &QCustomPlot::mouseRelease, this, [this](QMouseEvent* event) { mouse_released(*event); });
@@ -104,10 +104,10 @@ void SheetView::mouse_moved(const QMouseEvent& event) {
     }
     const auto point = point_at(at);
     if (!armed_)
-        plot_->setCursor(is_movable(part_at(at)) ? Qt::OpenHandCursor
-                         : !point                ? Qt::ArrowCursor
-                         : point->of_set         ? Qt::PointingHandCursor
-                                                 : Qt::CrossCursor);
+        plot_->setCursor(is_movable(part_at(at).part) ? Qt::OpenHandCursor
+                         : !point                     ? Qt::ArrowCursor
+                         : point->of_set              ? Qt::PointingHandCursor
+                                                      : Qt::CrossCursor);
     emit mouse_at(plot_->xAxis->pixelToCoord(at.x()), plot_->yAxis->pixelToCoord(at.y()), point);
 }
 

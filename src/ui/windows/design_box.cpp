@@ -7,6 +7,7 @@
 #include <QFontDialog>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QPainter>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -31,6 +32,15 @@ QString font_text(const Font& font) {
     if (font.bold) text += QStringLiteral(", bold");
     if (font.italic) text += QStringLiteral(", italic");
     return text;
+}
+
+// Also white and the colour of the button itself can be seen.
+QIcon outlined(const QColor& color, qreal ratio) {
+    QPixmap picture = swatch(color, Swatch, ratio).pixmap(QSize(Swatch, Swatch), ratio);
+    QPainter painter(&picture);
+    painter.setPen(QColor(128, 128, 128));
+    painter.drawRect(QRectF(0.5, 0.5, Swatch - 1, Swatch - 1));
+    return picture;
 }
 
 // The font of the program stays that: it is not written down by its name.
@@ -160,7 +170,7 @@ void DesignBox::show(const GraphDocument& sheet, const DesignTarget& target) {
         case ControlType::color: {
             const QColor color = shown_colour(std::get<Color>(shown_));
             auto* button = static_cast<QPushButton*>(widget_);
-            button->setIcon(swatch(color, Swatch, button->devicePixelRatioF()));
+            button->setIcon(outlined(color, button->devicePixelRatioF()));
             button->setAccessibleDescription(color.name());
             return button->setToolTip(color.name());
         }
@@ -169,8 +179,9 @@ void DesignBox::show(const GraphDocument& sheet, const DesignTarget& target) {
         case ControlType::line: {
             auto* line = static_cast<QLineEdit*>(widget_);
             const QString text = shown(std::get<std::string>(shown_));
-            if (line->text() != text) line->setText(text);
-            return;
+            if (line->text() == text) return;
+            line->setText(text);
+            return line->setCursorPosition(0);
         }
         case ControlType::text:
             return static_cast<SchriftEdit*>(widget_)->show_text(shown(std::get<std::string>(shown_)));

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "ui/main/mdiQUOM.h"
+#include "ui/main/mdi_area.h"
 #include "ui/main/workbench.h"
 #include "ui/widgets/colour_grid.h"
 #include "ui/widgets/labels.h"
@@ -21,10 +22,31 @@
 
 namespace quom {
 
+namespace {
+
+bool is_label(DesignText part) {
+    return part == DesignText::curve_label || part == DesignText::points_label ||
+           part == DesignText::mark_label;
+}
+
+// Leaves as much of the sheet in sight as there is room for.
+void move_to_the_corner(const mdiQUOM& frame, QWidget* window) {
+    QWidget* sub = window->parentWidget();
+    const QSize room = frame.area->viewport()->size();
+    if (sub) sub->move(std::max(0, room.width() - sub->width()), std::max(0, room.height() - sub->height()));
+}
+
+}  // namespace
+
 frmQGraph2D_Gestaltung* frmQGraph2D_Gestaltung::open(mdiQUOM& frame, DesignPage page,
                                                      const DesignTarget& target, const char* control) {
+    const bool is_new = frame.child(Name) == nullptr;
     auto* window = frame.find_or_make<frmQGraph2D_Gestaltung>();
-    frame.open_child(window, frame.child(frmQGraph2D::Name));
+    QWidget* sheet = frame.child(frmQGraph2D::Name);
+    frame.open_child(window, sheet);
+    if (is_new && sheet && sheet->parentWidget() && window->parentWidget() &&
+        sheet->parentWidget()->geometry().intersects(window->parentWidget()->geometry()))
+        move_to_the_corner(frame, window);
     window->show_page(page, target, control);
     return window;
 }
@@ -77,11 +99,12 @@ void frmQGraph2D_Gestaltung::show_page(DesignPage page, const DesignTarget& targ
     if (page == DesignPage::texts) text_ = target.text;
     tabs->setCurrentIndex(static_cast<int>(page));
     refresh();
-    const auto* group = std::ranges::find_if(groups_, [&](const auto& g) {
-                            return g->page == page && g->target.number == target.number;
-                        })->get();
+    const auto group = std::ranges::find_if(groups_, [&](const auto& g) {
+        return g->page == page && (!g->number || g->target.number == target.number);
+    });
+    if (group == groups_.end()) return;
     QWidget* first = nullptr;
-    for (const DesignBox* box : group->boxes) {
+    for (const DesignBox* box : (*group)->boxes) {
         const bool wanted = !control || box->control().name == control;
         if (!first && wanted && box->widget()->isEnabled() && box->widget()->focusPolicy() != Qt::NoFocus)
             first = box->widget();
@@ -155,6 +178,10 @@ void frmQGraph2D_Gestaltung::refresh() {
     hint(DesignPage::points, sets > 0 ? QString() : QStringLiteral("There are no points on the sheet."));
     for (const DesignPage page : {DesignPage::x_axis, DesignPage::y_axis, DesignPage::y2_axis})
         hint(page, shown(axes_hint(*sheet)));
+    hint(DesignPage::texts,
+         is_label(text_.part)
+             ? QStringLiteral("The place of a label is counted in pixels from where it stands first.")
+             : QStringLiteral("Places are percent of the sheet."));
     cmdDelSinglePoint->setEnabled(curves > 0);
     cmdDelSinglePoint->setChecked(graph() && graph()->point_deletion_armed());
     filling_ = false;

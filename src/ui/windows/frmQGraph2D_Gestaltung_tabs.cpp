@@ -171,13 +171,15 @@ void frmQGraph2D_Gestaltung::add_form_control(QGridLayout* grid, const std::vect
     const bool wide = control.type == ControlType::text;
     grid->addWidget(label, row, 0, Qt::AlignRight | (wide ? Qt::AlignTop : Qt::AlignVCenter));
     label->setBuddy(box.widget());
-    grid->addWidget(box.widget(), row, 1, wide ? Qt::Alignment() : Qt::AlignLeft);
+    grid->addWidget(box.widget(), row, 1, 1, wide ? 2 : 1, wide ? Qt::Alignment() : Qt::AlignLeft);
     box.widget()->setAccessibleName(name);
     if (auto* number = qobject_cast<NumberBox*>(box.widget()))
         grid->addWidget(new RefusalLine(number), row + 1, 1, 1, 2);
-    if (wide)
-        grid->addWidget(hint_label(QStringLiteral("add a new line: <Ctrl><Enter>")), row + 1, 1,
-                        Qt::AlignLeft);
+    if (!wide) return;
+    QLabel* hint = hint_label(QStringLiteral("add a new line: <Ctrl><Enter>"));
+    hint->setTextFormat(Qt::PlainText);
+    hint->setWordWrap(false);
+    grid->addWidget(hint, row + 1, 1, 1, 2);
 }
 
 void frmQGraph2D_Gestaltung::add_form(QVBoxLayout* column, DesignPage page) {

@@ -16,16 +16,16 @@ namespace {
 
 struct PartRow {
     SheetPart part;
-    TextPart text;
+    DesignText text;
 };
-constexpr auto part_rows = std::to_array<PartRow>({{SheetPart::header, TextPart::header},
-                                                   {SheetPart::footer, TextPart::footer},
-                                                   {SheetPart::text, TextPart::text},
-                                                   {SheetPart::x_title, TextPart::x_title},
-                                                   {SheetPart::y_title, TextPart::y_title},
-                                                   {SheetPart::curve_label, TextPart::curve_label},
-                                                   {SheetPart::points_label, TextPart::points_label},
-                                                   {SheetPart::mark_label, TextPart::mark_label}});
+constexpr auto part_rows = std::to_array<PartRow>({{SheetPart::header, DesignText::header},
+                                                   {SheetPart::footer, DesignText::footer},
+                                                   {SheetPart::text, DesignText::text},
+                                                   {SheetPart::x_title, DesignText::x_title},
+                                                   {SheetPart::y_title, DesignText::y_title},
+                                                   {SheetPart::curve_label, DesignText::curve_label},
+                                                   {SheetPart::points_label, DesignText::points_label},
+                                                   {SheetPart::mark_label, DesignText::mark_label}});
 
 std::optional<TextRef> text_of(const SheetHit& hit) {
     const auto* row = std::ranges::find(part_rows, hit.part, &PartRow::part);
