@@ -100,15 +100,16 @@ TEST_F(DiagramPictures, the_clipboard_takes_pixels_or_vectors) {
     EXPECT_THAT(window()->lblStatus->text().toStdString(), HasSubstr("bitmap"));
 
     with_dialog<ClipboardDialog>("mnuBild_0", [](ClipboardDialog& dialog) {
-        QTest::keyClick(dialog.optBitmap, Qt::Key_Down);
+        QTest::mouseClick(dialog.optVector, Qt::LeftButton, {}, {8, dialog.optVector->height() / 2});
         QTest::keyClick(dialog.optVector, Qt::Key_Return);
     });
     EXPECT_TRUE(clipboard()->data(QStringLiteral("image/png")).startsWith("\x89PNG"));
     const test::Metafile emf = test::read_emf(clipboard()->data(QStringLiteral("image/x-emf")));
     const QByteArray svg = clipboard()->data(QStringLiteral("image/svg+xml"));
-    for (const char* text : {"v / (m^3/kmol)", "p / kPa", "C.1 369.83 K"}) {
-        EXPECT_THAT(emf.text_list(), Contains(QString::fromUtf8(text)));
-        EXPECT_TRUE(svg.contains(text)) << text;
+    for (const std::string& text :
+         {std::string("v / (m^3/kmol)"), std::string("p / kPa"), sheet().curve(1).series.label.text}) {
+        EXPECT_THAT(emf.text_list(), Contains(QString::fromStdString(text)));
+        EXPECT_TRUE(svg.contains(text.c_str())) << text;
     }
     with_dialog<ClipboardDialog>("mnuBild_0", [](ClipboardDialog& dialog) {
         EXPECT_TRUE(dialog.optVector->isChecked());  // remembered
@@ -302,7 +303,7 @@ TEST_F(DiagramPictures, the_sheet_goes_while_the_user_is_asked) {
         lose_sheet();
         dialog.cmdOK->click();
     });
-    EXPECT_FALSE(clipboard()->hasImage());
+    EXPECT_TRUE(!clipboard() || !clipboard()->hasImage());
     expect_told();
     with_dialog<PictureSizeDialog>("mnuBild_3", [this](PictureSizeDialog& dialog) {
         lose_sheet();

@@ -171,8 +171,9 @@ TEST(PictureFile, emf_opens_in_another_program) {
         const Metafile file = test::read_emf(emf);
         EXPECT_EQ(svg.texts, list_of(file));
         EXPECT_EQ(svg.texts, read_svg(drawing.bytes("svg")).texts);
-        const auto hollow = std::count_if(file.areas.begin(), file.areas.end(),
-                                          [](const test::ReadArea& area) { return area.brush.style == 1; });
+        const auto is_hollow = [](const test::ReadArea& area) { return area.brush.style == 1; };
+        const auto hollow =
+            std::ranges::count_if(file.areas, is_hollow) + std::ranges::count_if(file.ellipses, is_hollow);
         EXPECT_EQ(svg.open_paths, static_cast<int>(file.lines.size()) + static_cast<int>(hollow));
         EXPECT_EQ(svg.elements[QStringLiteral("ellipse")], static_cast<int>(file.ellipses.size()));
         EXPECT_EQ(bytes.contains("stroke-dasharray"), drawing.name != "full");
