@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
-#include <sstream>
 
 #include "base/code_page.h"
 #include "base/number_text.h"
 #include "calc/reference_point.h"
+#include "console/diagram_arguments.h"
 #include "console/process_arguments.h"
 #include "diagrams/process_check.h"
 #include "engine/eos_parameters.h"
@@ -16,13 +16,6 @@ namespace quom {
 namespace {
 
 using F = CurveFamily;
-
-constexpr int fewest_points = 10, most_points = 100000;
-
-// Limits of an axis as typed, "A:B".
-struct TypedRange {
-    GivenValue from, to;
-};
 
 struct CurveArguments {
     std::string substance;
@@ -54,23 +47,6 @@ bool has_loop(const KindInfo& kind) {
                      {F::isotherm_v, F::isotherm_p, F::isotherm_functions_p, F::isotherm_functions_v,
                       F::isobar_volume, F::isobar_functions, F::isobar_cp, F::isobar_pairs});
 }
-// The parameter of a section: its option and what the section is called.
-struct SectionOption {
-    Section section;
-    std::string_view option, name;
-};
-constexpr SectionOption section_options[] = {
-    {Section::isothermal, "--T", "an isothermal section"},
-    {Section::isobaric, "--p", "an isobaric section"},
-    {Section::isochoric, "--v", "an isochoric section"},
-};
-const SectionOption* option_of(Section section) {
-    const auto* const row = std::ranges::find(section_options, section, &SectionOption::section);
-    return row == std::end(section_options) ? nullptr : row;
-}
-
-std::string kind_words(Kind kind) { return "kind " + std::to_string(static_cast<int>(kind)); }
-
 // Arguments that the kind does not take, or lacks.
 Refused check_parameter(const CurveArguments& a, const KindInfo& kind) {
     const SectionOption* const own = option_of(kind.section);
@@ -135,18 +111,6 @@ Refused check_state(const CurveArguments& a, const Fluid& fluid, const CurveInpu
     return {};
 }
 
-Refused take_axis(const std::optional<TypedRange>& typed, const char* option, const CurveColumn& column,
-                  double M, float& low, float& high) {
-    if (!typed) return {};
-    const OwnValue from = axis_limit(typed->from, column, M), to = axis_limit(typed->to, column, M);
-    for (const OwnValue* value : {&from, &to})
-        if (!value->fault.empty()) return wrong(std::string(option) + ": " + value->fault + ".");
-    low = static_cast<float>(std::min(from.value, to.value));
-    high = static_cast<float>(std::max(from.value, to.value));
-    if (low < high) return {};
-    return wrong(std::string(option) + ": the lower limit has to be smaller than the upper limit.");
-}
-
 // Limits From, To of a diagram of function pairs: as typed, else the pair of the table of ranges.
 Refused take_limits(const CurveArguments& a, const Fluid& fluid, const Units& units, const RangeTable& ranges,
                     CurveInput& input) {
@@ -190,20 +154,6 @@ CurveResult calculate_curve(const Fluid& fluid, CurveInput input) {
         input.TieLine = true;
     }
     return CalcCurve(fluid, input);
-}
-
-std::string in_one_line(std::string text) {
-    std::ranges::replace(text, '\n', ' ');
-    return std::string(trim(text));
-}
-
-// What a message says, without the lines in brackets that tell where to click.
-std::string note_of(const Message& message) {
-    std::string note;
-    std::istringstream lines(message.text);
-    for (std::string line; std::getline(lines, line);)
-        if (!line.starts_with('(')) note += (note.empty() ? "" : " ") + line;
-    return std::string(trim(note));
 }
 
 // Why a curve has no points, as a sentence.
@@ -282,51 +232,14 @@ Report curve(Program& program, const CurveArguments& a) {
     return answer(program, line.input, setup.state.rec, a.process.process);
 }
 
-// The kind of --kind; refused where it has no diagram of its own.
-Kind checked_kind(const std::string& text) {
-    const std::optional<double> number = read_number(text);
-    const bool whole = number && *number >= 0.0 && *number <= 32767.0 && *number == static_cast<int>(*number);
-    const Kind kind = whole ? kind_of(static_cast<int>(*number)) : Kind::none;
-    if (kind == Kind::none)
-        throw CLI::ValidationError("--kind",
-                                   "\"" + text + "\" is no kind of diagram; \"quomc kinds\" lists them.");
-    if (kind_info(kind).x == AxisQuantity::none)
-        throw CLI::ValidationError("--kind", text + " is a process line, which is drawn into a diagram.");
-    return kind;
-}
-
-TypedRange checked_range(const std::string& option, const std::string& text) {
-    const std::size_t colon = text.find(':');
-    const auto value = [&](std::size_t from, std::size_t count) {
-        return colon == std::string::npos ? std::nullopt : read_given_value(text.substr(from, count));
-    };
-    const std::optional<GivenValue> from = value(0, colon), to = value(colon + 1, std::string::npos);
-    if (from && to) return {*from, *to};
-    throw CLI::ValidationError(option, "\"" + text + "\" is no range; A:B as 0:5 or 20C:80C is right.");
-}
-
-void add_range(CLI::App& app, const std::string& name, std::optional<TypedRange>& into,
-               const std::string& help) {
-    app.add_option_function<std::string>(
-           name, [&into, name](const std::string& text) { into = checked_range(name, text); }, help)
-        ->type_name("A:B");
-}
-
 void add_shape(CLI::App& app, CurveArguments& a) {
-    add_range(app, "--x", a.x, "Range of the x axis, in its unit (default: that of the diagram)");
-    add_range(app, "--y", a.y, "Range of the y axis");
-    app.add_option("--dens", a.dens, "Points over the span of an axis (500)")
-        ->check(CLI::Range(fewest_points, most_points))
-        ->type_name("N");
+    add_ranges(app, a.x, a.y);
+    add_density(app, a.dens);
     add_number(app, "--vapor-fraction", a.vapor_fraction, NumberRange::any, "",
                "Of curves along the phase equilibrium: 0 liquid (default) to 1 vapor");
     app.add_flag("--s-curve", a.s_curve, "The metastable and unstable loop in place of the stable curve");
     app.add_flag("--tie-line", a.tie_line, "The tie line in place of the curve");
-    app.add_option_function<std::string>(
-           "--triple-rule", [&a](const std::string& word) { a.triple_rule = word == "on"; },
-           "No point below the triple temperature (on)")
-        ->check(CLI::IsMember({"on", "off"}))
-        ->type_name("on|off");
+    add_triple_rule(app, a.triple_rule);
 }
 
 }  // namespace
@@ -334,11 +247,7 @@ void add_shape(CLI::App& app, CurveArguments& a) {
 Action declare_curve(CLI::App& app) {
     const auto a = std::make_shared<CurveArguments>();
     add_substance(app, a->substance);
-    app.add_option_function<std::string>(
-           "--kind", [&kind = a->kind](const std::string& text) { kind = checked_kind(text); },
-           "Kind of diagram; see \"quomc kinds\"")
-        ->required()
-        ->type_name("N");
+    add_kind(app, a->kind);
     add_quantity(app, "--T", a->T, Quantity::T, NumberRange::above_zero, "Of an isotherm (default: T(cr))");
     add_quantity(app, "--p", a->p, Quantity::p, NumberRange::above_zero, "Of an isobar (default: p(cr))");
     add_quantity(app, "--v", a->v, Quantity::v, NumberRange::above_zero, "Of an isochore (default: v(cr))");

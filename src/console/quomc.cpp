@@ -8,6 +8,10 @@
 #include "report/output_units.h"
 
 namespace quom {
+
+Action declare_diagram(CLI::App& app);
+Action declare_chart(CLI::App& app);
+
 namespace {
 
 constexpr Command table[] = {
@@ -44,6 +48,16 @@ constexpr Command table[] = {
      "SUBSTANCE --kind N [--T K | --p kPa | --v m^3/kmol] [--from A --to B] [--x A:B] [--y A:B] [--dens N] "
      "[--vapor-fraction X] [--s-curve | --tie-line] [--triple-rule on|off] [--process LINE ...] [models]",
      "propane --kind 1 --T 340 --x 0.05:2 --y 0:5000", declare_curve},
+    {"diagram", "A sheet with curves, overlays, marks and measured points as a picture, diagram file or data",
+     "SUBSTANCE --kind N --curves LIST [--coexistence] [--inversion] [--s-curve] [--tie-line] [--bisector] "
+     "[--marks LIST] [--points FILE.BAQ] [--x A:B] [--y A:B] [design] [--size WxH] [--dpi N] --out FILE "
+     "[models]",
+     "propane --kind 1 --curves \"T=300:400:20\" --x 0.05:2 --y 0:6000 --coexistence --out propane.svg",
+     declare_diagram},
+    {"chart", "A log p-h, T-s or h-s chart as a picture, chart file or states",
+     "SUBSTANCE --kind ph|ts|hs [--units TEXT] [--ref session|0C|-40C|nbp|triple] [--black] [--size WxH] "
+     "[--dpi N] --out FILE [models]",
+     "CO2 --kind ph --units T=degC,p=bar --ref 0C --out CO2.pdf", declare_chart},
     {"data", "What a data file holds; data files converted and joined",
      "FILE (--info | --convert OUT.BAQ|OUT.XY|OUT.csv [--y COLUMN] | --join FILE --out OUT)",
      "acetone.BAQ --convert acetone.csv", declare_data},
