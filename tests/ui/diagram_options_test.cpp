@@ -323,7 +323,7 @@ TEST_F(DiagramBeside, its_size_is_kept) {
     trigger(p_v);
     EXPECT_EQ(window()->parentWidget()->geometry(), kept);
     EXPECT_GT(window()->chart->area().width(), 500);
-    // Down to half a small screen; the commands take two lines then.
+    // Down to half a small screen; the commands take more lines then.
     EXPECT_LE(window()->minimumSizeHint().width(), 520);
     window()->parentWidget()->resize(1000, 700);
     QApplication::processEvents();

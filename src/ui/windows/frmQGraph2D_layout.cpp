@@ -53,8 +53,8 @@ void frmQGraph2D::make_controls() {
     cmdEscGraph = data_button(this, "cmdEscGraph", "To the background <Esc>");
     colours = named(new ColourGrid(this), "colours");
     chart = named(new SheetView(frame_.session().diagram.sheet, this), "chart", QStringLiteral("Sheet"));
-    lblX = readout(this, "lblX", 26);
-    lblY = readout(this, "lblY", 26);
+    lblX = readout(this, "lblX", 24);
+    lblY = readout(this, "lblY", 24);
     lblPoint = readout(this, "lblPoint", 40);
     StatusBar2 = named(new QStatusBar(this), "StatusBar2");
     StatusBar2->setSizeGripEnabled(false);
