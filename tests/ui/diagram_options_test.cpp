@@ -295,6 +295,21 @@ TEST_F(DiagramBeside, a_letter_of_the_window_in_use_is_its_own) {
     for (int i = 0; i < 2; ++i) EXPECT_EQ(opened(), QStringLiteral("mnuData"));
 }
 
+TEST_F(DiagramBeside, an_empty_sheet_says_what_to_do_and_a_closed_one_comes_back) {
+    go_to_diagram();
+    const auto* hint = in<QLabel>(window(), "lblEmpty");
+    EXPECT_TRUE(hint->isVisible());
+    EXPECT_EQ(hint->text(), QStringLiteral("No curve yet: enter a value and press Draw curve"));
+    draw("400");
+    EXPECT_FALSE(hint->isVisible());
+    open_box();
+    window()->parentWidget()->close();
+    ASSERT_FALSE(window()->isVisible());
+    press(box(), "cmdOKAndDraw");
+    EXPECT_TRUE(window()->isVisible());
+    EXPECT_EQ(CurveCount(sheet()), 2);
+}
+
 TEST_F(DiagramBeside, its_size_is_kept) {
     go_to_diagram();
     auto* sub = qobject_cast<QMdiSubWindow*>(window()->parentWidget());
@@ -308,7 +323,7 @@ TEST_F(DiagramBeside, its_size_is_kept) {
     trigger(p_v);
     EXPECT_EQ(window()->parentWidget()->geometry(), kept);
     EXPECT_GT(window()->chart->area().width(), 500);
-    // Down to half a small screen; the commands take two lines then.
+    // Down to half a small screen; the commands take more lines then.
     EXPECT_LE(window()->minimumSizeHint().width(), 520);
     window()->parentWidget()->resize(1000, 700);
     QApplication::processEvents();

@@ -2,9 +2,10 @@
 
 #include <qcustomplot.h>
 
+#include <QGridLayout>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QTimer>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "ui/charts/sheet_plot.h"
@@ -29,11 +30,14 @@ SheetView::SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent)
     : QWidget(parent),
       sheet_(sheet),
       plot_(named(new QCustomPlot(this), "Chart2D1", QStringLiteral("Diagram"))),
+      hint_(named(new QLabel(this), "lblEmpty")),
       at_rest_(new QTimer(this)) {
     setMinimumSize(320, 240);
-    auto* layout = new QVBoxLayout(this);
+    auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(plot_);
+    layout->addWidget(plot_, 0, 0);
+    layout->addWidget(hint_, 0, 0, Qt::AlignCenter);
+    hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
     drawn_ = std::make_unique<SheetPlot>(*plot_);
     plot_->setMouseTracking(true);
     plot_->setFocusPolicy(Qt::StrongFocus);
@@ -61,13 +65,35 @@ SheetView::SheetView(const std::optional<GraphDocument>& sheet, QWidget* parent)
 SheetView::~SheetView() = default;
 
 void SheetView::refresh() {
-    if (sheet_) drawn_->draw(*sheet_);
+    if (!sheet_) return;
+    drawn_->draw(*sheet_);
+    show_hint();
+}
+
+// On screen alone: no picture of the sheet has it.
+void SheetView::show_hint() {
+    const DiagramRec& diagram = sheet_->diagram;
+    const bool empty = is_empty(*sheet_) && diagram.kind != Kind::none;
+    hint_->setVisible(empty);
+    if (!empty) return;
+    const bool asks = diagram.section == Section::isothermal || diagram.section == Section::isobaric ||
+                      diagram.section == Section::isochoric;
+    hint_->setText(asks ? QStringLiteral("No curve yet: enter a value and press Draw curve")
+                        : QStringLiteral("No curve yet: press Draw curve"));
+    QFont font = this->font();
+    font.setPointSizeF(10.5);
+    hint_->setFont(font);
+    const Color ink = sheet_->colors.labels;
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, QColor(ink.r, ink.g, ink.b, 170));
+    hint_->setPalette(colours);
 }
 
 void SheetView::follow() {
     if (!sheet_) return;
     if (!at_rest_->isActive()) drawn_->draw_fast(true);
     drawn_->draw(*sheet_, true);
+    show_hint();
     at_rest_->start();
 }
 

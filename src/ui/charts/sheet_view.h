@@ -8,6 +8,7 @@
 #include "ui/charts/sheet_plot.h"
 
 class QCustomPlot;
+class QLabel;
 class QMouseEvent;
 class QTimer;
 
@@ -54,6 +55,7 @@ class SheetView : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+    void show_hint();
     void mouse_moved(const QMouseEvent& event);
     void mouse_released(const QMouseEvent& event);
     void take_band(const QRect& band);
@@ -63,6 +65,7 @@ class SheetView : public QWidget {
     const std::optional<GraphDocument>& sheet_;
     QCustomPlot* plot_;
     std::unique_ptr<SheetPlot> drawn_;
+    QLabel* hint_;  // of what to do on an empty sheet
     QTimer* at_rest_;
     bool armed_ = false;
     std::optional<QPoint> pressed_;

@@ -77,7 +77,10 @@ void close_diagram_windows(mdiQUOM& frame) {
 void draw_next_curve(mdiQUOM& frame) {
     if (auto* box = frame.child<frmTpVSInputBox>()) box->settle();
     draw_curve(frame.session(), frame.bench().messages());
-    if (auto* window = frame.child<frmQGraph2D>()) window->refresh();
+    auto* window = frame.child<frmQGraph2D>();
+    if (!window) return;
+    window->refresh();
+    if (!window->isVisible()) frame.show_child(window);  // closed by its title bar in the meantime
 }
 
 bool save_diagram(mdiQUOM& frame) {

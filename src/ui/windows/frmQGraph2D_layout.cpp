@@ -53,8 +53,8 @@ void frmQGraph2D::make_controls() {
     cmdEscGraph = data_button(this, "cmdEscGraph", "To the background <Esc>");
     colours = named(new ColourGrid(this), "colours");
     chart = named(new SheetView(frame_.session().diagram.sheet, this), "chart", QStringLiteral("Sheet"));
-    lblX = readout(this, "lblX", 26);
-    lblY = readout(this, "lblY", 26);
+    lblX = readout(this, "lblX", 24);
+    lblY = readout(this, "lblY", 24);
     lblPoint = readout(this, "lblPoint", 40);
     StatusBar2 = named(new QStatusBar(this), "StatusBar2");
     StatusBar2->setSizeGripEnabled(false);
@@ -77,8 +77,7 @@ void frmQGraph2D::build_layout() {
     };
     group({cmdDraw, cmdZInput});
     group({cmdZoom, cmdZoomReset, cmdChangeXY});
-    group({cmdFarbe, cmdFarbVorwahl});
-    group({cmdEscGraph}, true);
+    group({cmdFarbe, cmdFarbVorwahl}, true);
     cmdFarbVorwahl->setFixedWidth(cmdFarbVorwahl->fontMetrics().averageCharWidth() * 6);
 
     // The text of a point gives way first.
@@ -88,6 +87,7 @@ void frmQGraph2D::build_layout() {
     mouse->addWidget(lblX);
     mouse->addWidget(lblY);
     mouse->addWidget(lblPoint, 1);
+    mouse->addWidget(cmdEscGraph);
     StatusBar2->addWidget(txtFarbeStatusbar2);
     StatusBar2->addWidget(lblStatus, 1);
 
@@ -97,8 +97,8 @@ void frmQGraph2D::build_layout() {
     layout->addWidget(chart, 1);
     layout->addLayout(mouse);
     layout->addWidget(StatusBar2);
-    set_tab_order({cmdDraw, cmdZInput, cmdZoom, cmdZoomReset, cmdChangeXY, cmdFarbe, cmdFarbVorwahl,
-                   cmdEscGraph, chart});
+    set_tab_order({cmdDraw, cmdZInput, cmdZoom, cmdZoomReset, cmdChangeXY, cmdFarbe, cmdFarbVorwahl, chart,
+                   cmdEscGraph});
 }
 
 }  // namespace quom
