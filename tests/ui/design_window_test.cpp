@@ -58,7 +58,8 @@ class DesignWindow : public WindowDriver {
     void choose_design(const QPoint& at, const char* entry) {
         if (QAction* action = right_click(at, entry)) action->trigger();
         if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
-        QApplication::processEvents();
+        frame.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
         ASSERT_TRUE(design());
     }
     void move_to(const QPoint& at) {
@@ -106,7 +107,7 @@ TEST_F(DesignWindow, a_right_click_on_a_curve_opens_its_row) {
     ASSERT_TRUE(drawn_with(QColor(0xC3, 0, 0x96)));
     auto* style = in<QComboBox>(design(), "cmbKStil_2");
     style->setFocus();
-    QTest::keyClicks(style, QStringLiteral("curve da"));
+    for (int i = 0; i < 2; ++i) QTest::keyClick(style, Qt::Key_Down);
     EXPECT_EQ(style->currentText(), QStringLiteral("curve dashed"));
     choose(in<QComboBox>(design(), "cmbKBreite_2"), "5");
     const QPen pen = drawn_with(QColor(0xC3, 0, 0x96))->pen();
@@ -135,8 +136,8 @@ TEST_F(DesignWindow, limits_and_scale_of_the_axes) {
     QTest::keyClick(limits[1], Qt::Key_Return);
     const auto told = messages.take();
     ASSERT_EQ(told.size(), 1u);
-    EXPECT_EQ(told[0].text, "Lower limit has to be smaller than upper limit.");
-    EXPECT_EQ(told[0].title, "INPUT ERROR");
+    EXPECT_EQ(told[0].second, "Lower limit has to be smaller than upper limit.");
+    EXPECT_EQ(told[0].first, "INPUT ERROR");
     type(limits[1], "1.2");
     QTest::keyClick(limits[1], Qt::Key_Return);
     EXPECT_NEAR(plot()->xAxis->range().lower, 0.2, 1e-6);
@@ -161,7 +162,7 @@ TEST_F(DesignWindow, limits_and_scale_of_the_axes) {
     EXPECT_GT(plot()->yAxis->range().lower, 0);
     const auto note = messages.take();
     ASSERT_EQ(note.size(), 1u);
-    EXPECT_THAT(note[0].text, HasSubstr("begins at"));
+    EXPECT_THAT(note[0].second, HasSubstr("begins at"));
     // Numbers on the right.
     design()->show_page(DesignPage::y2_axis, {});
     choose(in<QComboBox>(design(), "optY2Ziffern"), "4");

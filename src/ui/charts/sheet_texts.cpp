@@ -28,6 +28,11 @@ QSizeF size_of(const QStringList& lines, const QFont& font) {
     return {width, static_cast<double>(lines.size()) * metrics.height()};
 }
 
+// The lines of a free text, broken where they are wider than the picture.
+QStringList lines_in(const QRectF& picture, const QStringList& lines, const QFont& font) {
+    return wrapped(lines.join(QLatin1Char('\n')), font, std::max(picture.width() - 4, 20.0));
+}
+
 }  // namespace
 
 SheetLine::SheetLine(QCustomPlot& plot, int gap, const QCPAxisRect* over)
@@ -120,7 +125,7 @@ void SheetFreeText::set(const SheetText& text, const QFont& font, const QColor& 
 
 QRectF SheetFreeText::box() const {
     const QRectF picture = mParentPlot->viewport();
-    const QSizeF size = size_of(lines_, font_);
+    const QSizeF size = size_of(lines_in(picture, lines_, font_), font_);
     const auto kept = [](double at, double length) { return std::clamp(at, 2.0, std::max(2.0, length - 2)); };
     return {QPointF(kept(x_ * picture.width(), picture.width() - size.width()),
                     kept(y_ * picture.height(), picture.height() - size.height())),
@@ -134,7 +139,8 @@ double SheetFreeText::selectTest(const QPointF& pos, bool, QVariant*) const {
 void SheetFreeText::draw(QCPPainter* painter) {
     painter->setFont(font_);
     painter->setPen(QPen(color_));
-    draw_lines(*painter, lines_, box(), QFontMetricsF(font_).height(), Qt::AlignLeft);
+    draw_lines(*painter, lines_in(mParentPlot->viewport(), lines_, font_), box(),
+               QFontMetricsF(font_).height(), Qt::AlignLeft);
 }
 
 }  // namespace quom
