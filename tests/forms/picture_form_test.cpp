@@ -33,7 +33,7 @@ TEST(PictureForm, takes_sizes_or_says_which_box_is_wrong) {
         {{"160", "1e400", "300"}, "pdf", picture_height, "Height"},
         {{"160", "0.5", "300"}, "svg", picture_height, "Height must be from 1 to 5000 mm."},
         {{"160", "110", "9"}, "png", picture_dpi, "10 to 2400 dpi"},
-        {{"160", "110", "-"}, "bmp", picture_dpi, "Resolution"},
+        {{"160", "110", "-"}, "bmp", picture_dpi, "is no number"},
         {{"5000", "5000", "300"}, "png", picture_dpi, "200 million"},
     };
     const PictureSize before{.width = 20, .height = 30, .dpi = 150};

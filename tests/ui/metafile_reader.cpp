@@ -57,6 +57,9 @@ struct Objects {
             state.brush = brushes.at(number);
         else if (fonts.count(number))
             state.font = fonts.at(number);
+        else if (static_cast<std::uint32_t>(number) ==
+                 0x80000005)  // the brush without a colour of every reader
+            state.brush = {1, {}};
         else
             ADD_FAILURE() << "object " << number << " is selected and does not exist";
     }

@@ -218,7 +218,13 @@ class EmfSink : public MetafileSink {
         use(MetafileObject::pen, bytes.u32(0).u32(0).bytes());
     }
 
+    // Some readers fill polygons with the last colour where a brush without one was made for the file.
     void use_brush(const VectorBrush& brush) {
+        constexpr std::int64_t null_brush = 0x80000005;
+        if (!brush.drawn) {
+            if (takes_stock(MetafileObject::brush)) record(SELECTOBJECT, RecordBytes().u32(null_brush));
+            return;
+        }
         RecordBytes bytes;
         bytes.u32(brush_style_code(brush)).color(brush.color).u32(hatch_code(brush));
         use(MetafileObject::brush, bytes.bytes());

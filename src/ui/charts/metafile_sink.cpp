@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
+#include <utility>
 
 namespace quom {
 
@@ -117,6 +118,10 @@ void MetafileSink::use(MetafileObject kind, const std::string& bytes) {
     const int number = number_of(kind, key, bytes);
     select(number);
     selected = key;
+}
+
+bool MetafileSink::takes_stock(MetafileObject kind) {
+    return std::exchange(selected_[static_cast<std::size_t>(kind)], "stock") != "stock";
 }
 
 int MetafileSink::number_of(MetafileObject kind, const std::string& key, const std::string& bytes) {

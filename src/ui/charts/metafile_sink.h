@@ -48,6 +48,8 @@ class MetafileSink : public VectorSink {
  protected:
     // Selects the object of these bytes; makes it when there is none. Of many objects the oldest go.
     void use(MetafileObject kind, const std::string& bytes);
+    // An object that every reader has takes the place of those made here. False: it is selected already.
+    bool takes_stock(MetafileObject kind);
     // After the graphics state was reset.
     void nothing_selected();
     int most_objects() const { return most_; }
