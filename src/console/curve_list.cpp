@@ -66,7 +66,7 @@ class ListReader {
 
     void add_value(std::string_view part) {
         const auto value = read_given_value(part);
-        if (!value)
+        if (!value || value->unit.find_first_of(":=") != std::string::npos)
             return fail(in_quotes(part) + " is no value of " + head_.symbol +
                         "; 300 or 27degC or 300:400:20 is right.");
         add(value->number, value->unit);

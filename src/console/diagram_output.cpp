@@ -110,7 +110,7 @@ Report sheet_report(const Session& session, const std::string& file) {
     tables.points.columns[2].unit = columns[1].unit;
     report.sections.emplace_back(std::move(tables.series));
     report.sections.emplace_back(std::move(tables.points));
-    report.notes.push_back("written: " + file);
+    report.footer.basis = "Written: " + file;
     return report;
 }
 
@@ -187,7 +187,7 @@ Report chart_report(const Session& session, const ChartFile& file, const std::st
         lines.rows.push_back({row.text, count, states});
     }
     report.sections.emplace_back(std::move(lines));
-    report.notes.push_back("written: " + path);
+    report.footer.basis = "Written: " + path;
     return report;
 }
 

@@ -115,12 +115,19 @@ class Drawing {
         return {};
     }
 
+    // An overlay that the kind has not is refused; a mark is told and left out.
     Refused insert_all() {
+        const auto not_shown = [&](const InsertionWord& word) {
+            return kind_words(request_.kind) + " does not show " + std::string(word.name) + ".";
+        };
         for (const Insertion what : request_.insertions)
-            if (!can_insert(session_, what))
-                return wrong(kind_words(request_.kind) + " does not show " + std::string(word_of(what).name) +
-                             ".");
-        for (const Insertion what : request_.insertions) add(what, std::string(word_of(what).name));
+            if (word_of(what).overlay && !can_insert(session_, what)) return wrong(not_shown(word_of(what)));
+        for (const Insertion what : request_.insertions) {
+            if (can_insert(session_, what))
+                add(what, std::string(word_of(what).name));
+            else
+                unsaid_.push_back(not_shown(word_of(what)));
+        }
         return {};
     }
 
@@ -145,7 +152,7 @@ class Drawing {
     // The reason why the sheet is empty, else nothing.
     Refused check_empty() const {
         if (!is_empty(sheet())) return {};
-        return no_result(reason_.empty() ? "Nothing was drawn." : reason_);
+        return no_result(unsaid_.empty() ? "Nothing was drawn." : unsaid_.front());
     }
 
  private:
@@ -174,8 +181,8 @@ class Drawing {
 
     void report(const std::string& what, bool drawn, const std::vector<std::string>& notes) {
         if (!drawn) {
-            reason_ = with_reason(what + (what.ends_with('s') ? " were" : " was") + " not drawn", notes);
-            unsaid_.push_back(reason_);
+            const bool several = what.ends_with("points") || what.starts_with("The marks");
+            unsaid_.push_back(with_reason(what + (several ? " were" : " was") + " not drawn", notes));
             return;
         }
         for (const std::string& note : notes) tell(messages_, what + ": " + note);
@@ -191,7 +198,6 @@ class Drawing {
     Session& session_;
     const DiagramRequest& request_;
     Messages& messages_;
-    std::string reason_;
     std::vector<std::string> unsaid_;
 };
 
@@ -212,6 +218,11 @@ Refused check_request(const DiagramRequest& request) {
         if (value.symbol != symbol)
             return wrong(kind_words(request.kind) + " is " + std::string(section->name) + "; --curves \"" +
                          symbol + "=...\" is right, not " + value.symbol + ".");
+    constexpr double any_molar_mass = 1.0;
+    for (const CurveValue& value : values) {
+        const OwnValue own = own_value(value.value, section->quantity, any_molar_mass);
+        if (!own.fault.empty()) return wrong("--curves: " + own.fault + ".");
+    }
     if (values.empty() && request.insertions.empty() && request.points.empty())
         return wrong(kind_words(request.kind) + " is " + std::string(section->name) +
                      "; name its curves by --curves \"" + symbol + "=...\".");
