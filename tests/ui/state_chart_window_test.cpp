@@ -12,6 +12,7 @@
 #include "ui/charts/state_chart_plot.h"
 #include "ui/charts/state_chart_view.h"
 #include "ui/main/mdi_area.h"
+#include "ui/widgets/number_box.h"
 #include "ui/window_driver.h"
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQModell.h"
