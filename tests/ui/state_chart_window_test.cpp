@@ -140,18 +140,20 @@ TEST_F(StateChartWindow, zooms_by_band_wheel_and_keys_and_never_leaves_the_chart
     // The wheel keeps the state under the pointer.
     const QPoint at = pixel(0.75, 0.5);
     const double h = plot()->xAxis->pixelToCoord(at.x());
-    for (int i = 0; i < 3; ++i) {
-        QWheelEvent wheel(at, plot()->mapToGlobal(at), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase,
+    const auto turn = [&](int delta) {
+        QWheelEvent wheel(at, plot()->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, {}, Qt::NoScrollPhase,
                           false);
         QApplication::sendEvent(plot(), &wheel);
-    }
+    };
+    for (int i = 0; i < 3; ++i) turn(120);
     EXPECT_NEAR(x.place(chart().x.high) - x.place(chart().x.low), std::pow(0.8, 3), 0.005);
     EXPECT_NEAR(plot()->xAxis->pixelToCoord(at.x()), h, 0.01 * (x.high - x.low));
     // As close as it goes, and the whole again.
-    for (int i = 0; i < 30; ++i) QTest::keyClick(plot(), Qt::Key_Plus);
-    EXPECT_TRUE(chart().exists());
+    for (int i = 0; i < 5; ++i) turn(1200);
+    EXPECT_NEAR(x.place(chart().x.high) - x.place(chart().x.low), 2e-4, 1e-6);
     EXPECT_GT(plot()->xAxis->tickVector().size(), 1);
-    for (int i = 0; i < 32; ++i) QTest::keyClick(plot(), Qt::Key_Minus);
+    EXPECT_GT(window()->chart->drawn().labels().size(), 5u);
+    for (int i = 0; i < 5; ++i) turn(-1200);
     EXPECT_EQ(chart().x.low, x.low);
     EXPECT_FALSE(window()->form().window);
     drag(pixel(0.5, 0.5), pixel(0.5, 0.5) + QPoint(2, 1));
