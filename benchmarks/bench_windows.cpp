@@ -116,7 +116,8 @@ void BM_state_chart_pointer(benchmark::State& state) {
     auto* plot = bench.view.findChild<QWidget*>(QStringLiteral("plot"));
     int i = 0;
     for (auto _ : state) {
-        const QPointF at(400 + 7 * (++i % 100), 300 + 3 * (i % 100));
+        i = (i + 1) % 100;
+        const QPointF at(400 + 7 * i, 300 + 3 * i);
         QMouseEvent move(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, {});
         QApplication::sendEvent(plot, &move);
     }

@@ -29,7 +29,7 @@ TEST(StateChartForm, SaysWhatStandsAgainstAChart) {
         return session_chart(confirmed(Eos::peng_robinson, x), {}).chart.fault;
     };
     EXPECT_NE(fault([](SubstanceConstants& x) { x.MolMass = 0; }).find("molar mass"), std::string::npos);
-    EXPECT_NE(fault([](SubstanceConstants& x) { x.haveSinh = false; }).find("cp"), std::string::npos);
+    EXPECT_NE(fault([](SubstanceConstants& x) { x.cpDIPPR = {}; }).find("cp"), std::string::npos);
     EXPECT_FALSE(fault([](SubstanceConstants& x) { x.pcr = 0; }).empty());
     EXPECT_NE(session_chart(confirmed(Eos::virial_soave), {}).chart.fault.find("V-phase alone"),
               std::string::npos);

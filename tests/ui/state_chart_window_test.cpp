@@ -12,6 +12,7 @@
 #include "ui/charts/state_chart_plot.h"
 #include "ui/charts/state_chart_view.h"
 #include "ui/main/mdi_area.h"
+#include "ui/widgets/number_box.h"
 #include "ui/window_driver.h"
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQModell.h"
@@ -45,8 +46,9 @@ class StateChartWindow : public WindowDriver {
         return QPointF(area.left() + X * area.width(), area.top() + (1 - Y) * area.height()).toPoint();
     }
     QPoint pixel_of(const ChartState& state) const {
-        return pixel(chart().x.place(chart().shown(state, chart().x.quantity)),
-                     chart().y.place(chart().shown(state, chart().y.quantity)));
+        return QPointF(plot()->xAxis->coordToPixel(chart().shown(state, chart().x.quantity)),
+                       plot()->yAxis->coordToPixel(chart().shown(state, chart().y.quantity)))
+            .toPoint();
     }
     void move(const QPoint& to, Qt::MouseButtons buttons = {}) {
         QMouseEvent event(QEvent::MouseMove, to, plot()->mapToGlobal(to), Qt::NoButton, buttons, {});
@@ -95,11 +97,10 @@ TEST_F(StateChartWindow, opens_from_the_menu_once_charts_are_possible) {
 
 TEST_F(StateChartWindow, units_reference_and_sheet_are_by_choice) {
     go_to_chart();
-    choose(window()->cboT,
-           "\xC2\xB0"
-           "C");
+    window()->cboT->setCurrentIndex(1);
     choose(window()->cboP, "bar");
     choose(window()->cboBasis, "kJ/kmol");
+    EXPECT_EQ(chart().units[0].unit, "°C");
     EXPECT_EQ(chart().x.text, "h / (kJ/kmol)");
     EXPECT_EQ(chart().y.text, "p / bar");
     window()->cboReference->setCurrentIndex(1);
@@ -139,18 +140,20 @@ TEST_F(StateChartWindow, zooms_by_band_wheel_and_keys_and_never_leaves_the_chart
     // The wheel keeps the state under the pointer.
     const QPoint at = pixel(0.75, 0.5);
     const double h = plot()->xAxis->pixelToCoord(at.x());
-    for (int i = 0; i < 3; ++i) {
-        QWheelEvent wheel(at, plot()->mapToGlobal(at), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase,
+    const auto turn = [&](int delta) {
+        QWheelEvent wheel(at, plot()->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, {}, Qt::NoScrollPhase,
                           false);
         QApplication::sendEvent(plot(), &wheel);
-    }
+    };
+    for (int i = 0; i < 3; ++i) turn(120);
     EXPECT_NEAR(x.place(chart().x.high) - x.place(chart().x.low), std::pow(0.8, 3), 0.005);
     EXPECT_NEAR(plot()->xAxis->pixelToCoord(at.x()), h, 0.01 * (x.high - x.low));
     // As close as it goes, and the whole again.
-    for (int i = 0; i < 60; ++i) QTest::keyClick(plot(), Qt::Key_Plus);
-    EXPECT_TRUE(chart().exists());
+    for (int i = 0; i < 5; ++i) turn(1200);
+    EXPECT_NEAR(x.place(chart().x.high) - x.place(chart().x.low), 2e-4, 1e-6);
     EXPECT_GT(plot()->xAxis->tickVector().size(), 1);
-    for (int i = 0; i < 70; ++i) QTest::keyClick(plot(), Qt::Key_Minus);
+    EXPECT_GT(window()->chart->drawn().labels().size(), 5u);
+    for (int i = 0; i < 5; ++i) turn(-1200);
     EXPECT_EQ(chart().x.low, x.low);
     EXPECT_FALSE(window()->form().window);
     drag(pixel(0.5, 0.5), pixel(0.5, 0.5) + QPoint(2, 1));
