@@ -269,7 +269,7 @@ GraphDocument designed() {
     sheet.texts.push_back({.text = "A text by the user\nwith two lines",
                            .x = 0.55,
                            .y = 0.2,
-                           .font = {.size = 14},
+                           .font = {.size = 10},
                            .color = rgb(0xC30096)});
     sheet.texts.push_back({.text = "beyond the edge", .x = 0.98, .y = 0.97});
     sheet.legend = {.visible = true, .place = LegendPlace::free, .x = 0.62, .y = 0.45, .font = {.size = 7}};

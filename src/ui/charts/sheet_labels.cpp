@@ -20,13 +20,13 @@ constexpr double across_line = 16, across_line_mark = 40, on_symbol = 15, on_own
 
 QRectF grown(const QRectF& box, double by) { return box.adjusted(-by, -by, by, by); }
 
-double overlap(const QRectF& box, const std::vector<QRectF>& taken) {
-    double sum = 0;
-    for (const QRectF& other : taken) {
-        const QRectF common = grown(box, apart / 2).intersected(grown(other, apart / 2));
-        if (!common.isEmpty()) sum += common.width() * common.height();
-    }
-    return sum;
+// Whether a box keeps its distance to all of the others.
+bool is_free(const QRectF& box, const std::vector<QRectF>& taken) {
+    const QRectF wide = grown(box, apart);
+    return std::ranges::none_of(taken, [&](const QRectF& other) {
+        return other.left() < wide.right() && other.right() > wide.left() && other.top() < wide.bottom() &&
+               other.bottom() > wide.top();
+    });
 }
 
 QRectF around_point(const QPointF& pixel) { return grown(QRectF(pixel, pixel), near_point); }
@@ -144,7 +144,7 @@ SheetLabels::Spot SheetLabels::free_spot(const LabelWish& wish, const QSizeF& si
     const auto try_box = [&](const SeenPoint& at, const QPointF& pixel, const QRectF& box, double cost) {
         if (cost >= best_cost || !around.area.contains(box)) return;
         for (const QPointF& symbol : around.symbols) cost += grown(box, 3).contains(symbol) ? on_symbol : 0;
-        if (cost >= best_cost || overlap(box, around.taken) > 0) return;
+        if (cost >= best_cost || !is_free(box, around.taken)) return;
         cost += (is_mark ? across_line_mark : across_line) * around.lines.crossed(box, wish.series);
         if (wish.series >= 0 && around.lines.crosses(box.adjusted(1, 1, -1, -1), wish.series)) cost += on_own;
         if (cost >= best_cost) return;
@@ -172,8 +172,8 @@ SheetLabels::Spot SheetLabels::free_spot(const LabelWish& wish, const QSizeF& si
         try_box(point, pixel, box.translated(-aside, 2 * down), cost + 11);
     }
     if (best_cost < far_away) return best;
-    for (double far = size.height(); far < 14 * size.height() && best_cost == far_away;
-         far += size.height() / 2)
+    for (double far = size.height(); far < 10 * size.height() && best_cost == far_away;
+         far += size.height())
         for (int i = 0; i < 24; ++i) {
             const double angle = i * 3.14159265358979 / 12;
             const QRectF box =
