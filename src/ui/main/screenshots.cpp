@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPixmap>
@@ -34,6 +35,7 @@
 #include "ui/widgets/number_box.h"
 #include "ui/windows/frmBParInput.h"
 #include "ui/windows/frmCalcIn.h"
+#include "ui/windows/frmCompare.h"
 #include "ui/windows/frmParinput.h"
 #include "ui/windows/frmQCalcOut.h"
 #include "ui/windows/frmQCmnDlg.h"
@@ -288,6 +290,17 @@ constexpr Step Steps[] = {
     {"design-y2", show_design<DesignPage::y2_axis>},
     {"design-texts", show_design<DesignPage::texts>},
     {"design-legend", show_design<DesignPage::legend>},
+    {"compare",
+     [](mdiQUOM& f) {
+         f.unload(frmTpVSInputBox::Name);
+         open_diagram(f, static_cast<int>(Kind::sat_p_T));
+         if (auto* w = f.child<frmQGraph2D>())
+             w->findChild<QAction*>(QStringLiteral("mnuCompare"))->trigger();
+         if (auto* w = f.child<frmCompare>())
+             for (int i = 0; i < w->lstEquations->count(); i += 2)
+                 w->lstEquations->item(i)->setCheckState(Qt::Checked);
+         press(f, frmCompare::Name, "cmdDraw");
+     }},
     {"data",
      [](mdiQUOM& f) {
          close_diagram_windows(f);
