@@ -114,12 +114,12 @@ class EveryWindow : public WindowDriver {
         }
         press(frame.child("frmQXYEdit"), "cmdManip");
         look_at_child("frmQXYEdit", look);
+        menu("mnuChart_0")->trigger();
+        look_at_child("frmStateChart", look);
         menu("mnuGraf_sub_cut_1")->trigger();
         look_at_child("frmTpVSInputBox", look);
         look_at_child("frmQGraph2D", look);
         look_at_modal("mnuCoord", look);
-        menu("mnuChart_0")->trigger();
-        look_at_child("frmStateChart", look);
         frame.show_help(62);
         look(frame.findChild<HelpWindow*>());
         frame.findChild<HelpWindow*>()->close();
