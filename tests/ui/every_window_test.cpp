@@ -115,12 +115,12 @@ class EveryWindow : public WindowDriver {
         }
         press(frame.child("frmQXYEdit"), "cmdManip");
         look_at_child("frmQXYEdit", look);
+        menu("mnuChart_0")->trigger();
+        look_at_child("frmStateChart", look);
         menu("mnuGraf_sub_cut_1")->trigger();
         look_at_child("frmTpVSInputBox", look);
         look_at_child("frmQGraph2D", look);
         look_at_modal("mnuCoord", look);
-        menu("mnuChart_0")->trigger();
-        look_at_child("frmStateChart", look);
         for (const DesignPageInfo& page : design_pages()) {
             frmQGraph2D_Gestaltung::open(frame, page.page);
             look_at_child("frmQGraph2D_Gestaltung", look);
