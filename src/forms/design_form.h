@@ -84,8 +84,8 @@ CoordinatesRefused take_design_limits(GraphDocument& sheet, const CoordinateText
 // That note; none where the axes are shown from their lower limits on.
 std::optional<Message> log_note(const GraphDocument& sheet);
 
-// By the mouse: heading, footer or text to shares of the width and the height of the sheet, a label by so many
-// pixels, the legend to shares of the area of the axes.
+// By the mouse: heading, footer or text to shares of the width and the height of the sheet, a label by so
+// many pixels, the legend to shares of the area of the axes.
 void place_text(GraphDocument& sheet, const TextRef& ref, double x, double y);
 void shift_label(GraphDocument& sheet, const TextRef& ref, double by_x, double by_y);
 void place_legend(GraphDocument& sheet, double x, double y);
