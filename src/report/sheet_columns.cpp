@@ -13,6 +13,8 @@
 namespace quom {
 namespace {
 
+constexpr const char* CommentMark = "# ";
+
 struct Head {
     std::string name, unit;
 };
@@ -63,7 +65,7 @@ class ColumnMaker {
         axes_[1] = axis_head(diagram.YTitle, texts.Y, kind.y, units);
         const std::string number =
             diagram.kind == Kind::none ? "" : genNum(static_cast<int>(diagram.kind)) + ", ";
-        table_.comment = "# ";
+        table_.comment = CommentMark;
         table_.title = {"diagram: " + number + one_line(diagram.title),
                         "substance: " + one_line(substance_head(fluid.substance)),
                         "models in force: " + one_line(models_text(fluid.models)),
@@ -155,7 +157,8 @@ ExportTable sheet_columns(const GraphDocument& sheet, const Fluid& fluid, const 
     return ColumnMaker(sheet, fluid, units, file).table();
 }
 
-std::string sheet_csv(const ExportTable& columns, char delimiter, char decimal) {
+std::string sheet_csv(ExportTable columns, char delimiter, char decimal) {
+    columns.comment = CommentMark;
     return to_csv(columns, delimiter, decimal);
 }
 

@@ -23,6 +23,6 @@ ExportTable sheet_columns(const GraphDocument& sheet, const Fluid& fluid, const 
 
 // The same as text: lines of the head begin with "# ", then the names of the columns, their units and the
 // rows as to_csv writes them. Lines end with CR LF.
-std::string sheet_csv(const ExportTable& columns, char delimiter = ';', char decimal = '.');
+std::string sheet_csv(ExportTable columns, char delimiter = ';', char decimal = '.');
 
 }  // namespace quom

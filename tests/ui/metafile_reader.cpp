@@ -150,7 +150,10 @@ void emf_object(Reading& reading, int type, const Bytes& r) {
     if (type == 40) return objects.remove(number);
     EXPECT_GT(number, 0);
     if (type == 95) objects.pens[number] = {r.i32(28) & 0xF, r.i32(32), r.color(40)};
-    if (type == 39) objects.brushes[number] = {r.i32(12), r.color(16)};
+    if (type == 39) {
+        objects.brushes[number] = {r.i32(12), r.color(16)};
+        EXPECT_NE(r.i32(12), 1) << "some readers fill polygons of such a brush with the last colour";
+    }
     if (type == 82)
         objects.fonts[number] = {r.i32(12), r.i32(20), r.i32(28), utf16(r, 40, 32).section(QChar(0), 0, 0)};
     reading.made();
