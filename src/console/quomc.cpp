@@ -8,10 +8,6 @@
 #include "report/output_units.h"
 
 namespace quom {
-
-Action declare_diagram(CLI::App& app);
-Action declare_chart(CLI::App& app);
-
 namespace {
 
 constexpr Command table[] = {
