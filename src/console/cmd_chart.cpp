@@ -60,9 +60,7 @@ void add_reference(CLI::App& app, ChartArguments& a) {
                                                            " or 1, 2, 10 is right.");
                a.models.ref = static_cast<int>(*code);
            },
-           "Zero of h and s: 200 kJ/kg and 1 kJ/(kg K) at 0 degC, 0 at -40 degC, 0 at the normal boiling "
-           "point, "
-           "u = s = 0 at the triple point, each of the saturated liquid; or 1, 2, 10 as everywhere (session)")
+           "Zero of h and s: 0C, -40C, nbp, triple of the saturated liquid")
         ->type_name(list_of(chart_reference_words()) + "|CODE")
         ->group(group);
 }

@@ -49,6 +49,8 @@ Action declare_tank(CLI::App& app);
 Action declare_iso(CLI::App& app);
 Action declare_kinds(CLI::App& app);
 Action declare_curve(CLI::App& app);
+Action declare_diagram(CLI::App& app);
+Action declare_chart(CLI::App& app);
 Action declare_data(CLI::App& app);
 Action declare_audit(CLI::App& app);
 Action declare_project(CLI::App& app);

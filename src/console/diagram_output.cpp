@@ -63,11 +63,11 @@ Report sheet_report(const Session& session, const std::string& file) {
     SheetTables tables;
     for (int slot = 1; slot <= CurveSlots; ++slot) {
         const CurveSlot& curve = sheet.curve(slot);
-        if (!curve.CurveFree) tables.add("C." + genNum(slot), curve.series, curve.series.legend, &curve);
+        if (!curve.CurveFree) tables.add("C." + genNum(slot), curve.series, curve.series.label.text, &curve);
     }
     for (int set = 1; set <= PointSlots; ++set) {
         const Series& series = sheet.set(set).series;
-        if (!sheet.set(set).PointFree) tables.add("P." + genNum(set), series, series.legend, nullptr);
+        if (!sheet.set(set).PointFree) tables.add("P." + genNum(set), series, series.label.text, nullptr);
     }
     for (int number = FirstMark; number <= LastMark; ++number) {
         const Series& series = sheet.mark(number).series;
@@ -161,7 +161,7 @@ Report chart_report(const Session& session, const ChartFile& file, const std::st
                 if constexpr (requires { part.layout; }) part.layout = Layout::json;
             },
             section);
-    report.title = chart.header + "\n" + chart.footer;
+    report.title = chart.header;
     const auto word = [](auto choice, std::span<const std::string_view> words) {
         return std::string(words[static_cast<std::size_t>(choice)]);
     };

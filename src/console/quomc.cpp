@@ -8,10 +8,6 @@
 #include "report/output_units.h"
 
 namespace quom {
-
-Action declare_diagram(CLI::App& app);
-Action declare_chart(CLI::App& app);
-
 namespace {
 
 constexpr Command table[] = {
@@ -48,7 +44,7 @@ constexpr Command table[] = {
      "SUBSTANCE --kind N [--T K | --p kPa | --v m^3/kmol] [--from A --to B] [--x A:B] [--y A:B] [--dens N] "
      "[--vapor-fraction X] [--s-curve | --tie-line] [--triple-rule on|off] [--process LINE ...] [models]",
      "propane --kind 1 --T 340 --x 0.05:2 --y 0:5000", declare_curve},
-    {"diagram", "A sheet with curves, overlays, marks and measured points as a picture, diagram file or data",
+    {"diagram", "Curves, marks, measured points on a sheet: picture, file or data",
      "SUBSTANCE --kind N --curves LIST [--coexistence] [--inversion] [--s-curve] [--tie-line] [--bisector] "
      "[--marks LIST] [--points FILE.BAQ] [--x A:B] [--y A:B] [design] [--size WxH] [--dpi N] --out FILE "
      "[models]",

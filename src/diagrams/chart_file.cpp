@@ -111,8 +111,9 @@ void put_line(std::string& out, const StateChart& chart, const ChartLine& line) 
         states.list(word_of(column.quantity), line.states, [&](const ChartState& state) {
             return !std::isnan(state.T) ? chart.shown(state, column.quantity) : std::nan("");
         });
-    states.list("x", line.states,
-                [&](const ChartState& state) { return !std::isnan(state.T) ? fraction(state.x) : std::nan(""); });
+    states.list("x", line.states, [&](const ChartState& state) {
+        return !std::isnan(state.T) ? fraction(state.x) : std::nan("");
+    });
     states.end();
     o.end();
 }

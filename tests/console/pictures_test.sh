@@ -16,6 +16,7 @@ fault() {
     faults=$((faults + 1))
 }
 run() { "$folder/bin/quomc" --program-folder "$data" "$@" >"$folder/said" 2>"$folder/error"; }
+left() { find "$folder/tmp" -name "quomc*"; }
 first() { od -An -tx1 -j "$2" -N "$3" "$folder/out/$1" | tr -d ' \n'; }
 
 diagram="diagram propane --kind 1 --curves T=300,340 --x 0.05:2 --y 0:6000 --coexistence --dens 50"
@@ -61,11 +62,11 @@ printf '#!/bin/sh\nexec sleep 2\n' >"$folder/bin/quom"
 # shellcheck disable=SC2086
 "$folder/bin/quomc" --program-folder "$data" $diagram --out "$folder/out/x.png" 2>/dev/null &
 waited=0
-while [ -z "$(ls "$folder/tmp")" ] && [ $waited -lt 100 ]; do
+while [ -z "$(left)" ] && [ $waited -lt 100 ]; do
     sleep 0.1
     waited=$((waited + 1))
 done
-[ -n "$(ls "$folder/tmp")" ] || fault "no sheet for quom"
+[ -n "$(left)" ] || fault "no sheet for quom"
 kill $!
 wait $! 2>/dev/null
 rm "$folder/bin/quom"
@@ -73,7 +74,7 @@ rm "$folder/bin/quom"
 run $diagram --out "$folder/out/x.png"
 [ $? = 3 ] && grep -q "pictures need the program quom beside quomc" "$folder/error" || fault "without quom"
 [ -e "$folder/out/x.png" ] && fault "a picture without quom"
-[ -z "$(ls "$folder/tmp")" ] || fault "left behind: $(ls "$folder/tmp")"
+[ -z "$(left)" ] || fault "left behind: $(left)"
 [ "$(ls "$folder/out" | wc -l)" = 13 ] || fault "files: $(ls "$folder/out")"
 [ $faults = 0 ] && rm -rf "$folder" && echo "all pictures are there"
 [ $faults = 0 ]

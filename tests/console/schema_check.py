@@ -95,7 +95,7 @@ REFUSED_BY_ALL = [(" --colour red", 2), (" --db nowhere.q07", 3)]
 PURE = set("""status index mode PhaseRegion y nRoots fd RefKode EOSKode EVPKode HLVKode cpKode code omega nWat SystemNo
               lines failed warned malformed value low high evp records doubtful count points
               line values_per_point active calculated mean kind section boundary dens curve_status n Par Tag
-              vapor_fraction""".split())
+              vapor_fraction values states""".split())
 # Of a diagram, whose axes name their units: another one in every kind.
 OF_AXES = {"x", "y", "par", "tag", "XMin", "XMax", "YMin", "YMax"}
 PURE_OF_PHASES = {"lnphi", "s_res", "cp_res"}
