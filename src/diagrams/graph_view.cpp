@@ -51,10 +51,9 @@ std::string hidden_text(std::int16_t kind, float value) {
     return std::string(found->second) + mouse_number(static_cast<double>(value));
 }
 
-// Share of the way from low to high; a logarithmic axis begins above 0.
+// Share of the way from low to high.
 std::optional<double> share(double value, double low, double high, bool log) {
-    if (log) low = log_low(low, high);
-    if (log && !(value > 0.0 && low > 0.0 && high > low)) return std::nullopt;
+    if (log && !(value > 0.0 && low > 0.0 && high > 0.0)) return std::nullopt;
     const double part = log ? std::log(value / low) / std::log(high / low) : (value - low) / (high - low);
     return std::isfinite(part) ? std::optional(part) : std::nullopt;
 }
@@ -128,7 +127,11 @@ MouseTexts mouse_texts(const GraphDocument& sheet, const Units& units, double x,
 std::optional<Pixel> pixel_of(const GraphDocument& sheet, const SheetArea& area, const SheetPoint& shown) {
     const CurveRange range = shown_range(sheet);
     const auto at = [](float value, float low, float high, bool log) {
-        return share(static_cast<double>(value), static_cast<double>(low), static_cast<double>(high), log);
+        const double end = static_cast<double>(high), wanted = static_cast<double>(low);
+        // Drawn logarithmic only where it can be, from a limit above 0.
+        const double first = log ? log_low(wanted, end) : wanted;
+        const bool is_log = log && first > 0.0 && first < end;
+        return share(static_cast<double>(value), is_log ? first : wanted, end, is_log);
     };
     const auto x = at(shown.X, range.XMin, range.XMax, shown_x(sheet).log);
     const auto y = at(shown.Y, range.YMin, range.YMax, shown_y(sheet).log);
