@@ -32,7 +32,7 @@ constexpr WindowRow Rows[] = {
     {"frmQModell", Lifetime::substance, Part::models, 50, Sizing::width_only, {530, 0}, made<frmQModell>},
     {"frmQFitting", Lifetime::substance, Part::none, 0},
     {"frmTpVSInputBox", Lifetime::substance, Part::none, 90, Sizing::fixed, {}, made<frmTpVSInputBox>},
-    {"frmCompare", Lifetime::substance, Part::none, 90, Sizing::free, {760, 460}, made<frmCompare>},
+    {"frmCompare", Lifetime::substance, Part::none, 90, Sizing::free, {880, 460}, made<frmCompare>},
     {"frmQGraph2D", Lifetime::substance, Part::none, 90, Sizing::free, {900, 640}, made<frmQGraph2D>},
     {"frmGraph3D", Lifetime::substance, Part::none, 0},
     {"frmTpRhoEdit", Lifetime::substance, Part::none, 86, Sizing::free, {980, 600}, made<frmTpRhoEdit>},
