@@ -191,39 +191,34 @@ class ComparisonReport {
     Table summary(std::string key, std::string title, const std::vector<DeviationSummary>& list,
                   bool against_curve) const {
         Table table{.key = std::move(key), .title = std::move(title), .columns = {}, .rows = {}};
-        table.columns = {{"number", "No.", ""},
-                         {"key", "", "", Layout::json},
-                         {"equation", "equation", ""},
-                         {"count", against_curve ? "positions" : "points", ""},
-                         {"missing", "without", ""},
-                         {"mean_size", "mean |d|", y_unit_},
-                         {"mean", "mean d", y_unit_},
-                         {"largest", "largest d", y_unit_},
-                         {"largest_at", "at " + x_, x_unit_}};
+        table.columns = {{"number", "No.", ""}, {"key", "", "", Layout::json}, {"equation", "equation", ""}};
+        const auto add = [&](std::initializer_list<Column> columns) {
+            table.columns.insert(table.columns.end(), columns);
+        };
         if (table_.percent)
-            table.columns.insert(table.columns.end(), {{"aad", "AAD", "%"},
-                                                       {"bias", "bias", "%"},
-                                                       {"largest_percent", "largest", "%"},
-                                                       {"largest_percent_at", "at " + x_, x_unit_}});
+            add({{"aad", "AAD", "%"},
+                 {"bias", "bias", "%"},
+                 {"largest_percent", "largest", "%"},
+                 {"largest_percent_at", "at " + x_, x_unit_}});
+        add({{"mean_size", "mean |d|", y_unit_},
+             {"mean", "mean d", y_unit_},
+             {"largest", "largest d", y_unit_},
+             {"largest_at", "at " + x_, x_unit_},
+             {"count", against_curve ? "positions" : "points", ""},
+             {"missing", "without", ""}});
         for (std::size_t i = 0; i < list.size(); ++i) {
             const DeviationSummary& s = list[i];
-            const auto where = [&](const std::optional<double>& largest, double x) {
-                return largest ? Value(x) : Value();
+            std::vector<Value> row = {i + 1, in_.curves[i].key, table_.names[i]};
+            const auto put = [&](const std::optional<double>& size, const std::optional<double>& mean,
+                                 const std::optional<double>& largest, double x) {
+                for (const auto& value : {size, mean, largest}) row.push_back(if_present(value));
+                row.push_back(largest ? Value(x) : Value());
             };
-            std::vector<Value> row = {i + 1,
-                                      in_.curves[i].key,
-                                      table_.names[i],
-                                      s.count,
-                                      s.missing,
-                                      if_present(s.mean_size),
-                                      if_present(s.mean),
-                                      if_present(s.largest),
-                                      where(s.largest, s.largest_x)};
             if (table_.percent)
-                for (Value& value : std::to_array<Value>(
-                         {if_present(s.mean_size_percent), if_present(s.mean_percent),
-                          if_present(s.largest_percent), where(s.largest_percent, s.largest_percent_x)}))
-                    row.push_back(std::move(value));
+                put(s.mean_size_percent, s.mean_percent, s.largest_percent, s.largest_percent_x);
+            put(s.mean_size, s.mean, s.largest, s.largest_x);
+            row.emplace_back(s.count);
+            row.emplace_back(s.missing);
             table.rows.push_back(std::move(row));
         }
         return table;

@@ -53,7 +53,10 @@ TEST_F(CompareWindow, draws_and_tells_the_deviations) {
     toggle("Wagner (MDB equ.)");
     ASSERT_EQ(window()->tblCurve->model()->rowCount(), 3);
     EXPECT_EQ(cell(window()->tblCurve, 1, 1), QStringLiteral("Peng / Robinson"));
-    EXPECT_EQ(window()->cmbReference->currentText(), QStringLiteral("Soave / Redlich / Kwong"));
+    // The first one chosen stays the reference until another one is.
+    EXPECT_EQ(window()->cmbReference->currentText(), QStringLiteral("Peng / Robinson"));
+    choose(window()->cmbReference, "Wagner (MDB equ.)");
+    EXPECT_EQ(cell(window()->tblCurve, 2, 4), QStringLiteral("0"));
     choose(window()->cmbReference, "Peng / Robinson");
     // The row of the table against both equations computed here.
     const TableView* values = window()->tblValues;

@@ -41,7 +41,7 @@ constexpr WindowRow Rows[] = {
      Sizing::free,
      {640, 520},
      made<frmQGraph2D_Gestaltung>},
-    {"frmCompare", Lifetime::substance, Part::none, 90, Sizing::free, {760, 460}, made<frmCompare>},
+    {"frmCompare", Lifetime::substance, Part::none, 90, Sizing::free, {880, 460}, made<frmCompare>},
     {"frmQGraph2D", Lifetime::substance, Part::none, 90, Sizing::free, {900, 640}, made<frmQGraph2D>},
     {"frmGraph3D", Lifetime::substance, Part::none, 0},
     {"frmTpRhoEdit", Lifetime::substance, Part::none, 86, Sizing::free, {980, 600}, made<frmTpRhoEdit>},

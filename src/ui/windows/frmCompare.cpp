@@ -163,6 +163,10 @@ void frmCompare::build_layout() {
     split->addWidget(tabs);
     split->setStretchFactor(1, 1);
     split->setChildrenCollapsible(false);
+    split->setSizes({300, 560});
+    lstEquations->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    lstEquations->setTextElideMode(Qt::ElideRight);
+    lstEquations->setSpacing(1);
     cmbReference->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbReference->setMinimumContentsLength(18);
     auto* buttons = new QHBoxLayout;
