@@ -1,6 +1,6 @@
-// A full sheet on the screen: 24 curves of 1200 points and 12 sets of points, drawn by software at 1600 x 1000.
-// Solid lines, the dashes that new curves have, dots, logarithmic axes; what a change of one curve costs, and
-// a drag. Runs offscreen.
+// A full sheet on the screen: 24 curves of 1200 points and 12 sets of points, drawn by software at 1600 x
+// 1000. Solid lines, the dashes that new curves have, dots, logarithmic axes; what a change of one curve
+// costs, and a drag. Runs offscreen.
 #include <benchmark/benchmark.h>
 #include <qcustomplot.h>
 

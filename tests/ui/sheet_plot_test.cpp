@@ -123,7 +123,9 @@ TEST(SheetPlot, labels_stand_inside_the_axes_clear_of_each_other_and_of_the_lege
             EXPECT_LE(covered, size.width() < 700 ? 4 : 0) << "on a small sheet full of series";
             for (std::size_t i = 0; i < labels.size(); ++i) {
                 EXPECT_TRUE(drawn.sheet.area().contains(labels[i].box)) << i;
-                EXPECT_TRUE(i < by_hand || labels[i].is_covered || !drawn.sheet.legend_box().intersects(labels[i].box)) << i;
+                EXPECT_TRUE(i < by_hand || labels[i].is_covered ||
+                            !drawn.sheet.legend_box().intersects(labels[i].box))
+                    << i;
                 for (std::size_t k = 0; k < i && !labels[i].is_covered; ++k)
                     EXPECT_FALSE(labels[i].box.intersects(labels[k].box)) << k << " and " << i;
             }

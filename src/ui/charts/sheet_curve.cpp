@@ -6,7 +6,7 @@
 namespace quom {
 namespace {
 
-constexpr double tolerance_on_screen = 0.12;  // pixels
+constexpr double tolerance_on_screen = 0.15;  // pixels
 constexpr double seam = 0.4;                  // pixels that strokes overlap
 constexpr double least_cosine = 0.97;         // between strokes that need no corner, 14 degrees
 constexpr double endless = 1e9;               // stroke of a solid line
@@ -44,7 +44,7 @@ class Sleeve {
     explicit Sleeve(double tolerance) : tolerance_(tolerance) {}
     // Whether the point can still be reached past all before it; then it narrows the directions.
     bool take(const QPointF& way) {
-        const double length = std::hypot(way.x(), way.y());
+        const double length = std::sqrt(QPointF::dotProduct(way, way));
         if (length <= tolerance_ && !is_open_) return true;
         if (length < farthest_) return false;
         if (is_open_ && (cross(low_, way) < 0 || cross(way, high_) < 0)) return false;
@@ -96,7 +96,7 @@ QVector<QLineF> dashed(const QVector<QPointF>& line, const QVector<qreal>& patte
             left = pattern[0] * width;
             continue;
         }
-        const double length = std::hypot(way.x(), way.y());
+        const double length = std::sqrt(QPointF::dotProduct(way, way));
         double at = 0;
         while (at < length) {
             const double end = std::min(length, at + left);

@@ -172,8 +172,7 @@ SheetLabels::Spot SheetLabels::free_spot(const LabelWish& wish, const QSizeF& si
         try_box(point, pixel, box.translated(-aside, 2 * down), cost + 11);
     }
     if (best_cost < far_away) return best;
-    for (double far = size.height(); far < 10 * size.height() && best_cost == far_away;
-         far += size.height())
+    for (double far = size.height(); far < 10 * size.height() && best_cost == far_away; far += size.height())
         for (int i = 0; i < 24; ++i) {
             const double angle = i * 3.14159265358979 / 12;
             const QRectF box =

@@ -13,7 +13,7 @@ namespace {
 constexpr double key_width = 28, least_row = 14, gap = 8, inset = 8, from_frame = 10;
 constexpr double most_share = 0.94;       // of the width and the height of the axes
 constexpr double most_covered = 1.0 / 3;  // of the axes by a legend inside
-constexpr double column_share = 0.6;     // of one column alone
+constexpr double column_share = 0.6;      // of one column alone
 constexpr int most_columns = 6, most_lines = 3;
 constexpr auto shares_beside = std::to_array<double>({0.24, 0.3, 0.36, 0.42});  // of the width of the picture
 constexpr float least_points = 6.5F, points_step = 0.5F;
