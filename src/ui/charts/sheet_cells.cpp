@@ -52,13 +52,4 @@ int LineCells::crossed(const QRectF& box, int own) const {
     return std::popcount(series_in(box) & ~(own < 0 ? 0 : bit(own)));
 }
 
-double LineCells::covered(const QRectF& box) const {
-    const Cells cells = cells_of(box);
-    double count = 0;
-    for (int row = cells.top; row <= cells.bottom; ++row)
-        for (int column = cells.left; column <= cells.right; ++column) count += at(column, row) != 0;
-    const int all = (cells.right - cells.left + 1) * (cells.bottom - cells.top + 1);
-    return all > 0 ? count / all : 0;
-}
-
 }  // namespace quom

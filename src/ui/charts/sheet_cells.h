@@ -18,8 +18,6 @@ class LineCells {
     // How many series run through a box, one of them left out; own -1: none left out.
     int crossed(const QRectF& box, int own) const;
     bool crosses(const QRectF& box, int series) const { return (series_in(box) & bit(series)) != 0; }
-    // Share of the cells of a box that a series runs through.
-    double covered(const QRectF& box) const;
 
  private:
     static constexpr double Cell = 3;
