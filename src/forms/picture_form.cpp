@@ -79,6 +79,10 @@ std::string picture_name(const Session& session) {
         name += " " + (axes ? std::string(axis_symbol(kind.y)) + "-" + std::string(axis_symbol(kind.x))
                             : diagram.title);
     }
+    return file_name_of(name);
+}
+
+std::string file_name_of(std::string name) {
     for (char& c : name)
         if (static_cast<unsigned char>(c) < ' ' ||
             std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos)

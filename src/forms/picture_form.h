@@ -34,8 +34,10 @@ inline constexpr std::string_view inkscape_note =
     "for further processing of a diagram (additional text, changing colours, etc.) => use the Open-Source "
     "progr. Inkscape";
 
-// Proposed for a file of the sheet, without an ending: "Propane p-v". No sign that a file system refuses.
+// Proposed for a file of the sheet, without an ending: "Propane p-v".
 std::string picture_name(const Session& session);
+// A text as the name of a file: without signs that a file system refuses, never empty.
+std::string file_name_of(std::string name);
 // The path of a picture as it was typed. What has no ending of letters gets that of the format: "R 0.5"
 // becomes "R 0.5.png".
 std::string picture_path(const std::string& typed, std::string_view format);

@@ -5,6 +5,9 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QMimeData>
+#include <QPrinter>
+#include <QTimer>
 #include <cmath>
 
 #include "diagrams/chart_texts.h"
@@ -18,6 +21,7 @@
 #include "ui/windows/frmQModell.h"
 #include "ui/windows/frmQStoffWahl.h"
 #include "ui/windows/frmStateChart.h"
+#include "ui/windows/picture_dialogs.h"
 
 namespace quom {
 namespace {
@@ -250,8 +254,26 @@ TEST_F(StateChartWindow, pictures_and_data_for_other_programs) {
         EXPECT_GT(QFileInfo(path).size(), 10000) << file;
     }
     EXPECT_THAT(dialogs->asked.back().start.toStdString(), HasSubstr("Propane log p-h.png"));
-    trigger("mnuChart_copy");
-    EXPECT_TRUE(QGuiApplication::clipboard()->mimeData()->hasImage());
+    for (const bool vector : {false, true}) {
+        QTimer::singleShot(0, &frame, [vector] {
+            auto* dialog = qobject_cast<ClipboardDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            (vector ? dialog->optVector : dialog->optBitmap)->setChecked(true);
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        trigger("mnuChart_copy");
+        const QMimeData* taken = QGuiApplication::clipboard()->mimeData();
+        EXPECT_EQ(taken->hasFormat(QStringLiteral("image/x-emf")), vector);
+        EXPECT_EQ(taken->data(QStringLiteral("image/svg+xml")).contains("Propane"), vector);
+        EXPECT_TRUE(vector || taken->hasImage());
+    }
+    trigger("mnuChart_print");
+    ASSERT_EQ(dialogs->pages.size(), 1u);
+    QPrinter printer;
+    printer.setOutputFileName(folder.filePath(QStringLiteral("page.pdf")));
+    printer.setPageOrientation(QPageLayout::Landscape);
+    EXPECT_TRUE(dialogs->pages.front().paint(printer));
+    EXPECT_GT(QFileInfo(folder.filePath(QStringLiteral("page.pdf"))).size(), 20000);
     trigger("mnuChart_copyData");
     const QString text = QGuiApplication::clipboard()->text();
     EXPECT_TRUE(text.contains(QStringLiteral("saturation\t")));

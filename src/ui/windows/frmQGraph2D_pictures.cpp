@@ -3,10 +3,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFileInfo>
-#include <QImage>
 #include <QLabel>
 #include <QMimeData>
-#include <memory>
 
 #include "base/files.h"
 #include "diagrams/diagram_file.h"
@@ -19,21 +17,12 @@
 #include "ui/widgets/dialogs.h"
 #include "ui/widgets/table_copy.h"
 #include "ui/windows/frmQGraph2D.h"
+#include "ui/windows/picture_actions.h"
 #include "ui/windows/picture_dialogs.h"
 
 namespace quom {
 
 namespace {
-
-constexpr double screen_dpi = 96, bitmap_dpi = 192;
-
-// A cursor of waiting while a large picture is drawn.
-struct Waiting {
-    Waiting() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Waiting() { QApplication::restoreOverrideCursor(); }
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
-};
 
 // The sheet of the session; the user is told when there is none.
 const GraphDocument* sheet_of(mdiQUOM& frame) {
@@ -44,12 +33,6 @@ const GraphDocument* sheet_of(mdiQUOM& frame) {
 
 void say(mdiQUOM& frame, const QString& text) {
     if (auto* window = frame.child<frmQGraph2D>()) window->lblStatus->setText(text);
-}
-
-// The size of the chart on the screen, so that labels moved by hand stand where they are seen.
-PictureSize size_on_screen(const QWidget& chart) {
-    const auto mm = [](int pixels) { return pixels / screen_dpi * 25.4; };
-    return {.width = mm(chart.width()), .height = mm(chart.height()), .dpi = bitmap_dpi};
 }
 
 FileQuestion file_question(const Session& session, const char* title, const char* filter,
@@ -64,53 +47,17 @@ FileQuestion file_question(const Session& session, const char* title, const char
 
 // Asks for the file and writes the sheet into it.
 void save_as(mdiQUOM& frame, const FileQuestion& question, const PictureSize& size) {
-    const QString typed = frame.dialogs().save_file(&frame, question).value_or(QString());
-    if (typed.isEmpty()) return;
-    const std::string path = picture_path(typed.toStdString(), question.suffix.toStdString());
-    const QFileInfo file(QString::fromStdString(path));
-    if (path != typed.toStdString() && file.exists() &&
-        frame.bench().tell(replace_question(path)) != Answer::yes)
-        return;
-    const GraphDocument* sheet = sheet_of(frame);
-    if (!sheet) return;
-    std::string fault;
-    {
-        const Waiting waiting;
-        fault = sheet_picture(*sheet, path, size);
-    }
-    if (!fault.empty()) {
-        frame.bench().tell(refusal_message(fault));
-        return;
-    }
+    bool there = true;
+    const QString path = save_picture_as(frame, question, [&](const std::string& to) {
+        const auto& sheet = frame.session().diagram.sheet;
+        there = sheet.has_value();
+        return there ? sheet_picture(*sheet, to, size) : std::string();
+    });
+    if (!there) frame.bench().tell(no_sheet_message());
+    if (path.isEmpty() || !there) return;
+    const QFileInfo file(path);
     frame.session().diagram.Folder = file.absolutePath().toStdString();
     say(frame, QStringLiteral("saved: ") + file.fileName());
-}
-
-// The picture in a form for the clipboard; null with a message where it cannot be made.
-QMimeData* clipboard_picture(mdiQUOM& frame, const GraphDocument& sheet, bool vector,
-                             const PictureSize& size) {
-    struct Form {
-        const char* mime;
-        const char* format;
-    };
-    // Programs take the first that they know; the pixels are for those that know no vectors.
-    constexpr Form forms[] = {{"image/x-emf", "emf"}, {"image/svg+xml", "svg"}, {"image/png", "png"}};
-    const Waiting waiting;
-    auto data = std::make_unique<QMimeData>();
-    for (const Form& form : forms) {
-        const bool pixels = has_pixels(form.format);
-        if (!vector && !pixels) continue;
-        const PictureBytes picture = sheet_picture_bytes(sheet, form.format, size);
-        if (!picture.fault.empty()) {
-            frame.bench().tell(refusal_message(picture.fault));
-            return nullptr;
-        }
-        if (vector)
-            data->setData(QLatin1String(form.mime), picture.bytes);
-        else
-            data->setImageData(QImage::fromData(picture.bytes));
-    }
-    return data.release();
 }
 
 }  // namespace
@@ -122,9 +69,12 @@ void frmQGraph2D::copy_picture() {
     if (dialog.exec() != QDialog::Accepted) return;
     const GraphDocument* sheet = sheet_of(frame);
     if (!sheet) return;
-    QMimeData* data = clipboard_picture(frame, *sheet, dialog.vector(), size);
+    const auto picture = [&](const std::string& format, const PictureSize& wanted) {
+        return sheet_picture_bytes(*sheet, format, wanted);
+    };
+    auto data = clipboard_picture(frame, picture, dialog.vector(), size);
     if (!data) return;
-    QApplication::clipboard()->setMimeData(data);
+    QApplication::clipboard()->setMimeData(data.release());
     say(frame, QStringLiteral("copied to the clipboard: ") +
                    (dialog.vector() ? QStringLiteral("vector image") : QStringLiteral("bitmap image")));
 }

@@ -3,12 +3,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QImage>
 #include <QMimeData>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
 
-#include "forms/refusal.h"
+#include "forms/picture_form.h"
 #include "ui/charts/state_chart_picture.h"
 #include "ui/charts/state_chart_view.h"
 #include "ui/main/mdiQUOM.h"
@@ -17,79 +14,70 @@
 #include "ui/widgets/table_copy.h"
 #include "ui/windows/data_controls.h"
 #include "ui/windows/frmStateChart.h"
+#include "ui/windows/picture_actions.h"
+#include "ui/windows/picture_dialogs.h"
 
 namespace quom {
 
 namespace {
 
-constexpr double bitmap_dpi = 192;
 const QString FolderKey = QStringLiteral("chart/folder");
-
-// As it is on the screen.
-PictureSize size_of(const QWidget& shown) {
-    const auto mm = [](int pixels) { return pixels / 96.0 * 25.4; };
-    return {.width = mm(shown.width()), .height = mm(shown.height()), .dpi = bitmap_dpi};
-}
 
 }  // namespace
 
 // Proposed for files: "Propane log p-h".
 QString frmStateChart::picture_name() const {
-    QString name = QString::fromStdString(frame_.session().substance().StoffName) + QLatin1Char(' ') +
-                   cboKind->currentText();
-    for (QChar& c : name)
-        if (QStringLiteral("/\\:*?\"<>|").contains(c)) c = QLatin1Char('-');
-    return name.simplified();
+    return QString::fromStdString(
+        file_name_of(frame_.session().substance().StoffName + " " + cboKind->currentText().toStdString()));
 }
 
+// What is asked may last, and the window may have gone meanwhile: the chart is that of before.
 void frmStateChart::copy_picture() {
-    auto* forms = new QMimeData;
-    // Programs take the first that they know.
-    for (const auto& [mime, format] : {std::pair{"image/x-emf", "emf"}, {"image/svg+xml", "svg"}})
-        forms->setData(QLatin1String(mime),
-                       state_chart_bytes(chart->chart(), format, size_of(*chart), form_.black).bytes);
-    forms->setImageData(
-        QImage::fromData(state_chart_bytes(chart->chart(), "png", size_of(*chart), form_.black).bytes));
-    QGuiApplication::clipboard()->setMimeData(forms);
-    say(QStringLiteral("copied to the clipboard: the chart"));
+    mdiQUOM& frame = frame_;
+    const PictureSize size = size_on_screen(*chart);
+    const auto picture = [shown = chart->chart(), black = form_.black](const std::string& format,
+                                                                       const PictureSize& wanted) {
+        return state_chart_bytes(shown, format, wanted, black);
+    };
+    ClipboardDialog dialog(frame.bench().memory, &frame);
+    if (dialog.exec() != QDialog::Accepted) return;
+    auto data = clipboard_picture(frame, picture, dialog.vector(), size);
+    if (!data) return;
+    QGuiApplication::clipboard()->setMimeData(data.release());
+    if (auto* window = frame.child<frmStateChart>())
+        window->say(QStringLiteral("copied to the clipboard: the chart"));
 }
 
 void frmStateChart::save_picture() {
-    Workbench& bench = frame_.bench();
-    const QString folder = bench.memory.value(FolderKey).toString();
-    const std::string path = ask_save_path(
-        frame_,
+    mdiQUOM& frame = frame_;
+    UiMemory& memory = frame.bench().memory;
+    const QString folder = memory.value(FolderKey).toString();
+    const QString path = save_picture_as(
+        frame,
         {.title = QStringLiteral("Save Image File"),
-         .start = QDir(folder.isEmpty() ? QString::fromStdString(frame_.session().ProgramPath) : folder)
+         .start = QDir(folder.isEmpty() ? QString::fromStdString(frame.session().ProgramPath) : folder)
                       .filePath(picture_name() + QStringLiteral(".png")),
          .filter =
              QStringLiteral("PNG picture (*.png);;PDF page (*.pdf);;SVG picture (*.svg);;Enhanced MetaFile "
                             "(*.emf);;Windows MetaFile (*.wmf);;Bitmap-file (*.bmp)"),
-         .suffix = QStringLiteral("png")});
-    if (path.empty()) return;
-    const std::string fault = state_chart_picture(chart->chart(), path, state_chart_size, form_.black);
-    if (!fault.empty()) {
-        bench.tell(refusal_message(fault));
-        return;
-    }
-    const QFileInfo file(QString::fromStdString(path));
-    bench.memory.set(FolderKey, file.absolutePath());
-    say(QStringLiteral("saved: ") + file.fileName());
+         .suffix = QStringLiteral("png")},
+        [shown = chart->chart(), black = form_.black](const std::string& to) {
+            return state_chart_picture(shown, to, state_chart_size, black);
+        });
+    if (path.isEmpty()) return;
+    const QFileInfo file(path);
+    memory.set(FolderKey, file.absolutePath());
+    if (auto* window = frame.child<frmStateChart>()) window->say(QStringLiteral("saved: ") + file.fileName());
 }
 
 // On paper the sheet is white.
 void frmStateChart::print() {
-    QPrinter printer;
-    printer.setPageOrientation(QPageLayout::Landscape);
-    printer.setDocName(windowTitle().simplified());
-    QPrintPreviewDialog preview(&printer, this);
-    preview.setWindowTitle(windowTitle().simplified());
-    bool good = true;
-    const StateChart shown = chart->chart();
-    connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
-            [&](QPrinter* on) { good = print_state_chart(shown, *on); });
-    preview.exec();
-    if (!good) frame_.bench().tell(refusal_message("The printer cannot be used."));
+    // The pages are those of now, also while the preview is open.
+    const PrintedPage page{
+        .title = windowTitle().simplified(),
+        .paint = [shown = chart->chart()](QPrinter& printer) { return print_state_chart(shown, printer); }};
+    if (!frame_.dialogs().print_page(&frame_, page))
+        frame_.bench().tell(refusal_message("The printer cannot be used."));
 }
 
 void frmStateChart::copy_data() {
