@@ -53,7 +53,8 @@ struct SheetArea {
 struct Pixel {
     double x = 0, y = 0;
 };
-// None where an axis is drawn logarithmic and the point is not above 0; such an axis begins above 0 (log_low).
+// None where an axis is drawn logarithmic and the point is not above 0; such an axis begins above 0
+// (log_low).
 std::optional<Pixel> pixel_of(const GraphDocument& sheet, const SheetArea& area, const SheetPoint& shown);
 
 // The point in sight next to the mouse, within so many pixels. Of points equally near that of the curve

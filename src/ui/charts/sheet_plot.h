@@ -59,8 +59,8 @@ class SheetPlot : public QObject {
     QRectF area() const;
     SheetHit part_at(const QPointF& pixel) const;
     QRectF box_of(const SheetHit& part) const;  // of a text, a label or the legend; empty when not in sight
-    std::vector<PlacedLabel> labels() const;  // those in sight
-    QRectF legend_box() const;                // empty without a legend
+    std::vector<PlacedLabel> labels() const;    // those in sight
+    QRectF legend_box() const;                  // empty without a legend
 
  private:
     struct Parts;

@@ -131,7 +131,8 @@ void frmTpRhoEdit::show_document() {
         txtComment->setText(comment);
     optFitFunction[std::clamp(data().optFitFunction, 1, 5) - 1]->setChecked(true);
     const bool any = count() > 0;
-    for (QWidget* control : {cmdBatchSave, TSort, pSort, cmdGraphFunction, cmdlogGraf, cmdPrintTpVListe}) control->setEnabled(any);
+    for (QWidget* control : {cmdBatchSave, TSort, pSort, cmdGraphFunction, cmdlogGraf, cmdPrintTpVListe})
+        control->setEnabled(any);
     grid->refresh();
 }
 
