@@ -143,10 +143,10 @@ FreeColumns free_columns(const Prepared& prepared, const MarquardtResult& at) {
     return free;
 }
 
-// A result of the iteration, and whether it was found to be a minimum.
+// A result of the iteration, whether it was found to be a minimum, and whether the points determine it.
 struct Solution : MarquardtResult {
     std::vector<AxialSearch> axes;
-    bool minimum = false;
+    bool minimum = false, determined = true;
     double damping = SmallestDamping;
 };
 
@@ -196,6 +196,7 @@ bool polishing_step(const MarquardtProblem& problem, const Prepared& prepared, S
     for (std::size_t i = 0; i < problem.points; ++i)
         minus_r[i] = -prepared.CalcResiduals(i, solution.b.data());
     const LeastSquares step = solve_least_squares(free.J, minus_r);
+    solution.determined = step.solved;
     if (step.solved) solution.minimum = is_minimum(prepared, free, step, solution.SS);
     if (take(problem, prepared, free, step, solution)) return true;
     if (solution.minimum) return false;
@@ -259,6 +260,7 @@ void analyse(const FitInput& input, const Prepared& prepared, const Solution& so
             const std::size_t i = free.parameters[k], j = free.parameters[l];
             covariance[i][j] =
                 result.Sigma2 * inverted.inverse[k * n + l] * row.FitScale[i] * row.FitScale[j];
+            if (!std::isfinite(covariance[i][j])) return covariance.clear();
         }
     for (std::size_t j = 0; j < row.NPar; ++j)
         if (solution.mask[j] == Mask::held) result.parameters[j].StDev = 0.0;
@@ -279,6 +281,8 @@ void correlate_D(const FitInput& input, FitResult& result) {
     result.parameters[D].StDev = std::sqrt(result.covariance[D][D]);
 }
 
+std::optional<double> finite(double x) { return std::isfinite(x) ? std::optional(x) : std::nullopt; }
+
 std::vector<FittedPoint> point_table(const FitInput& input, const std::vector<double>& par) {
     std::vector<FittedPoint> table;
     for (std::size_t i = 0; i < input.points.size(); ++i) {
@@ -286,8 +290,8 @@ std::vector<FittedPoint> point_table(const FitInput& input, const std::vector<do
         FittedPoint row{i, point.x, point.y, point.active, {}, {}, {}};
         row.calculated = fitted_value(input, par, point.x);
         if (row.calculated && std::isfinite(point.y)) {
-            row.deviation = *row.calculated - point.y;
-            if (point.y != 0.0) row.percent = 100.0 * *row.deviation / point.y;
+            row.deviation = finite(*row.calculated - point.y);
+            if (row.deviation && point.y != 0.0) row.percent = finite(100.0 * *row.deviation / point.y);
         }
         table.push_back(row);
     }
@@ -306,25 +310,25 @@ std::string not_computable_note(const FitInput& input, const MarquardtProblem& p
     return "Not computable: the equation left the range in which it has values. Other start values can help.";
 }
 
-std::string end_note(const FitInput& input, const FitResult& result) {
+std::string end_note(const FitInput& input, const FitResult& result, const Solution& solution) {
     std::string note;
+    const auto add = [&](const std::string& line) { note += (note.empty() ? "" : "\n") + line; };
     if (result.end == FitEnd::limit)
-        note =
-            "The limit of the iteration was reached: the parameters are the best up to there, without "
-            "standard deviations. Apply them as new start values to go on.";
-    if (result.from_estimate) {
-        if (!note.empty()) note += "\n";
-        note +=
-            "From the start values the iteration found no good fit; this one was reached from start values "
-            "estimated from the points.";
-    }
+        add("The limit of the iteration was reached: the parameters are the best up to there, without "
+            "standard deviations. Apply them as new start values to go on.");
+    else if (!solution.determined)
+        add("The points do not determine all free parameters: there are no standard deviations.");
+    else if (!solution.minimum)
+        add("The iteration stood still before a minimum of the sum of squares. Other start values can help.");
+    if (result.from_estimate)
+        add("From the start values the iteration found no good fit; this one was reached from start values "
+            "estimated from the points.");
     const FitModelRow& row = fit_model(input.model);
     for (std::size_t j = 0; j < result.parameters.size(); ++j) {
         const Mask mask = result.parameters[j].mask;
-        if (mask != Mask::at_lower && mask != Mask::at_upper) continue;
-        if (!note.empty()) note += "\n";
-        note += "Parameter " + std::string(row.labels[j]) + " stands at its " +
-                (mask == Mask::at_lower ? "lower" : "upper") + " bound.";
+        if (mask == Mask::at_lower || mask == Mask::at_upper)
+            add("Parameter " + std::string(row.labels[j]) + " stands at its " +
+                (mask == Mask::at_lower ? "lower" : "upper") + " bound.");
     }
     return note;
 }
@@ -423,7 +427,7 @@ FitResult fit(const FitInput& input) {
     correlate_D(input, result);
     result.evaluations = solution.functions;
     result.points = point_table(input, result.values());
-    result.note = end_note(input, result);
+    result.note = end_note(input, result, solution);
     return result;
 }
 

@@ -178,8 +178,9 @@ TEST(FitTest, held_parameters_and_bounds) {
         EXPECT_NEAR(result.parameters[0].value, mean, 1e-10) << start;
         EXPECT_THAT(result.note, HasSubstr("Parameter B stands at its upper bound."));
         input.bounds[1] = {start, 50, Mask::free};
-        if (start < 1.5)
+        if (start < 1.5) {
             EXPECT_NEAR(fit(input).parameters[1].value, fit(line(eight)).parameters[1].value, 1e-10);
+        }
     }
 }
 
@@ -208,7 +209,7 @@ TEST(FitTest, model_16_counts_its_fifth_parameter) {
     input.points = test::fit_points("methane_cp");
     input.start = {20, 0.02, -1e-5, -1e-8, 3e-11};
     const FitResult result = fit(input);
-    EXPECT_EQ(result.parameters[4].value, 3e-11);
+    EXPECT_DOUBLE_EQ(result.parameters[4].value, 3e-11);
     EXPECT_NEAR(result.Sigma2, result.SS / static_cast<double>(input.points.size() - 5), 1e-15);
     for (int j = 0; j < 4; ++j) EXPECT_GT(result.parameters[static_cast<std::size_t>(j)].StDev, 0) << j;
 }
@@ -247,7 +248,9 @@ TEST(FitTest, refusals_and_reasons) {
         input.points = c.points;
         const FitResult result = fit(input);
         EXPECT_EQ(result.end == FitEnd::refused, *c.text != 0) << c.text;
-        if (result.refusal) EXPECT_THAT(result.refusal->text, HasSubstr(c.text));
+        if (result.refusal) {
+            EXPECT_THAT(result.refusal->text, HasSubstr(c.text));
+        }
     }
     // Above T(cr) the density has no value: the note says where.
     FitInput input;
@@ -321,7 +324,9 @@ TEST(FitReportTest, models_of_a_quantity_by_quality) {
     for (std::size_t i = 0; i < trials.size(); ++i) {
         EXPECT_NE(trials[i].model, FitModel::august_rankine) << "no record can hold it";
         ASSERT_TRUE(trials[i].result.has_parameters()) << i;
-        if (i > 0) EXPECT_GE(*trials[i].report.AICc, *trials[i - 1].report.AICc) << i;
+        if (i > 0) {
+            EXPECT_GE(*trials[i].report.AICc, *trials[i - 1].report.AICc) << i;
+        }
     }
     EXPECT_LT(*trials.front().report.largest_percent, 0.1);
     input.constants.TcFit = 0;  // two of them need it
