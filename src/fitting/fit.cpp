@@ -148,6 +148,7 @@ struct Solution : MarquardtResult {
     std::vector<AxialSearch> axes;
     bool minimum = false, determined = true;
     double damping = SmallestDamping;
+    int settling = 0;  // steps at the minimum
 };
 
 // What a step of Gauss and Newton can lower the sum of squares by, as a part of it, at a minimum.
@@ -163,9 +164,9 @@ bool is_minimum(const Prepared& prepared, const FreeColumns& free, const LeastSq
     return reduction <= MinimumReduction * SS || SS <= prepared.smallest_SS();
 }
 
-// b moved by a step inside its bounds; taken over when the sum of squares falls.
+// b moved by a step inside its bounds; taken over when the sum of squares falls below a limit.
 bool take(const MarquardtProblem& problem, const Prepared& prepared, const FreeColumns& free,
-          const LeastSquares& step, Solution& solution) {
+          const LeastSquares& step, double limit, Solution& solution) {
     if (!step.solved) return false;
     std::vector<double> b = solution.b;
     for (std::size_t k = 0; k < free.parameters.size(); ++k) {
@@ -177,7 +178,7 @@ bool take(const MarquardtProblem& problem, const Prepared& prepared, const FreeC
         b[j] = std::clamp(b[j], problem.FitBounds[j].lower, problem.FitBounds[j].upper);
     const double SS = calcFQS_Marquardt(problem, b);
     ++solution.functions;
-    if (!(SS < solution.SS)) return false;
+    if (!(SS < limit)) return false;
     solution.b = b;
     solution.SS = SS;
     for (std::size_t j = 0; j < b.size(); ++j) {
@@ -198,10 +199,15 @@ bool polishing_step(const MarquardtProblem& problem, const Prepared& prepared, S
     const LeastSquares step = solve_least_squares(free.J, minus_r);
     solution.determined = step.solved;
     if (step.solved) solution.minimum = is_minimum(prepared, free, step, solution.SS);
-    if (take(problem, prepared, free, step, solution)) return true;
-    if (solution.minimum) return false;
+    if (take(problem, prepared, free, step, solution.SS, solution)) return true;
+    if (solution.minimum) {  // the step is surer than sums of squares that differ by their rounding
+        const double limit = solution.SS * (1.0 + RoundingOfFit);
+        return ++solution.settling < 6 && take(problem, prepared, free, step, limit, solution);
+    }
     for (double& damping = solution.damping; damping < 1.0; damping *= 10.0) {
-        if (!take(problem, prepared, free, solve_least_squares(free.J, minus_r, damping), solution)) continue;
+        if (!take(problem, prepared, free, solve_least_squares(free.J, minus_r, damping), solution.SS,
+                  solution))
+            continue;
         damping = std::max(SmallestDamping, damping / 100.0);
         return true;
     }

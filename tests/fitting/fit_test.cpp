@@ -67,10 +67,11 @@ TEST(FitTest, finds_known_parameters_without_noise) {
 TEST(FitTest, standard_deviations_are_those_of_the_noise) {
     double sum_of_squares = 0, sum_of_variances = 0;
     int parameters = 0, fits = 0;
+    unsigned seed = 100;
     for (const test::KnownFit& known : test::known_fits())
         for (const bool ln : {false, true}) {
             const double noise = known.model == FitModel::dippr_pressure ? 1e-6 : 1e-4;
-            const FitInput input = measured(known, ln, noise, 11);
+            const FitInput input = measured(known, ln, noise, seed++);
             if (input.points.empty()) continue;
             const FitModelRow& row = fit_model(known.model);
             const FitResult result = fit(input);
@@ -320,7 +321,7 @@ TEST(FitReportTest, models_of_a_quantity_by_quality) {
     input.UseLnFit = true;
     const std::vector<ModelTrial> trials = try_all_models(input, FitQuantity::vapor_pressure);
     ASSERT_EQ(trials.size(), 5u);
-    EXPECT_EQ(trials.back().model, FitModel::antoine) << "three parameters over the whole curve";
+    EXPECT_EQ(trials.back().model, FitModel::frost_thodos) << "its D belongs to hydrocarbons";
     for (std::size_t i = 0; i < trials.size(); ++i) {
         EXPECT_NE(trials[i].model, FitModel::august_rankine) << "no record can hold it";
         ASSERT_TRUE(trials[i].result.has_parameters()) << i;
