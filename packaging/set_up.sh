@@ -10,6 +10,7 @@ build_packages=(
   libhwy-dev                                                      # batches of states on vector units
   libfmt-dev                                                      # digits of tables
   libgtest-dev libgmock-dev libbenchmark-dev
+  libeigen3-dev                                                   # tests: fits by another library
   fonts-dejavu-core                                               # the windows' tests measure text
 )
 # Programs that read back the vector pictures; their tests are left out without them.
