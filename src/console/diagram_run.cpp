@@ -100,6 +100,8 @@ class Drawing {
         if (set_coordinates(sheet(), range, LimitsIn::coordinates))
             return no_result("The substance gives no range of the axes; name it by --x and --y.");
         sheet().diagram.initial = range;
+        set_log_x(sheet(), request_.log_x);  // the points of curves are laid for it
+        set_log_y(sheet(), request_.log_y);
         return {};
     }
 
@@ -141,8 +143,6 @@ class Drawing {
     }
 
     void design() {
-        set_log_x(sheet(), request_.log_x);
-        set_log_y(sheet(), request_.log_y);
         if (request_.black) sheet().colors = full_black();
         if (request_.title) sheet().header.text = *request_.title;
         if (request_.legend && show_legend(sheet())) tell(messages_, "The legend has no text.");

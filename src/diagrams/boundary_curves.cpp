@@ -66,7 +66,7 @@ void draw(CurveRun& run, const SaturationScan& scan, bool Par_is_T) {
 bool passes(const CurveRun& run, double x) { return run.XMin < x && x <= run.XMax; }
 
 std::vector<double> falling_x(const CurveRun& run) {
-    return scan_values(run.XMax, run.XMin, -run.dx, 0.0, false, run.round_limit());
+    return run.scan_x(run.XMax, run.XMin, -run.dx, 0.0, false);
 }
 
 // Saturated states of p [kPa] by the concept: PARTIAL takes T(LV) of the vapor pressure equation.

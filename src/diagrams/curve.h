@@ -57,6 +57,7 @@ struct CurveInput {
     double VaporFraction = 0;    // of curves along the phase equilibrium: 0 L, 1 V
     bool SCurve = false;         // the metastable and unstable loop in place of the stable curve
     bool TieLine = false;        // the tie line in place of the curve
+    bool LogX = false;           // for a logarithmic axis: points at equal ratios of x too
     CurveOptions options;
     Units units;
     BensonReference benson;  // of delta(LV)h by Benson's method

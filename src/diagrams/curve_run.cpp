@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "diagrams/ticks.h"
 #include "engine/unit_factors.h"
 #include "engine/vapor_pressure.h"
 
@@ -71,6 +72,19 @@ bool CurveRun::knows_saturation() const {
 
 std::size_t CurveRun::round_limit() const {
     return 20 * static_cast<std::size_t>(std::max(in.options.Dens, 1)) + 1000;
+}
+
+std::vector<double> CurveRun::scan_x(double from, double to, double step, double beyond, bool clamp) const {
+    std::vector<double> x = scan_values(from, to, step, beyond, clamp, round_limit());
+    const double high = std::max(from, to), low = log_low(std::min(from, to), high);
+    if (!in.LogX || x.empty() || !(low > 0.0) || !(low < high)) return x;
+    const int n = std::max(in.options.Dens, 2);
+    for (int i = 1; i < n; ++i) x.push_back(low * std::pow(high / low, static_cast<double>(i) / n));
+    if (step > 0.0)
+        std::ranges::sort(x);
+    else
+        std::ranges::sort(x, std::ranges::greater());
+    return x;
 }
 
 std::vector<double> scan_values(double from, double to, double step, double beyond, bool clamp,

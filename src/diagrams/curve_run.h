@@ -46,6 +46,9 @@ class CurveRun {
     double between(double L, double V) const { return L + in.VaporFraction * (V - L); }
     // Most points of one scan: 20 Dens + 1000.
     std::size_t round_limit() const;
+    // scan_values of the axis x. For a logarithmic axis Dens values at equal ratios are among them, from
+    // where the axis begins: steps of equal size leave its lower decades without points.
+    std::vector<double> scan_x(double from, double to, double step, double beyond, bool clamp) const;
 
  private:
     double Ttr_;

@@ -18,6 +18,7 @@ bool is_coexistence(const KindInfo& kind) {
 
 DrawnCurve cmdDraw(GraphDocument& sheet, const Fluid& fluid, CurveInput input) {
     input.range = sheet.diagram.range;
+    input.LogX = sheet.x.log;
     DrawnCurve drawn;
     drawn.result = CalcCurve(fluid, input);
     drawn.messages = curve_messages(fluid, drawn.result);

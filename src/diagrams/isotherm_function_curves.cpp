@@ -98,7 +98,7 @@ class ResidualFunction {
 std::vector<double> stable_volumes(const CurveRun& run, const Saturation& sat) {
     const double step = 0.5 * run.dx;
     const auto scan = [&](double from) {
-        auto v = scan_values(from, run.XMax, step, 0.9, true, run.round_limit());
+        auto v = run.scan_x(from, run.XMax, step, 0.9, true);
         divide(v, run.f.vFactor);
         return v;
     };
@@ -157,8 +157,9 @@ void curve_isotherm_functions_p(CurveRun& run) {
             run.out.Outside = true;
         return;
     }
-    std::vector<double> p = scan_values(upper_p(run), run.XMin, -run.dx, 0.9, false, run.round_limit());
-    std::erase_if(p, [&](double x) { return !(x > 0.1 * run.dx); });
+    std::vector<double> p = run.scan_x(upper_p(run), run.XMin, -run.dx, 0.9, false);
+    const double lowest = run.in.LogX ? 0.0 : 0.1 * run.dx;
+    std::erase_if(p, [&](double x) { return !(x > lowest); });
     divide(p, run.f.pFactor);
     add_over_p(run, sat, p, y);
     add_tie_line_ends(run, sat);
@@ -173,7 +174,7 @@ void curve_isotherm_residual(CurveRun& run) {
         if (has_loop(run, sat)) loop_over_p(run, sat, y);
         return;
     }
-    std::vector<double> p = scan_values(upper_p(run), run.XMin, -run.dx, 0.0, false, run.round_limit());
+    std::vector<double> p = run.scan_x(upper_p(run), run.XMin, -run.dx, 0.0, false);
     divide(p, run.f.pFactor);
     std::erase_if(p, [](double value) { return !(value > 0.0); });
     add_over_p(run, sat, p, y);

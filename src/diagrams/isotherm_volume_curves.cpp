@@ -27,7 +27,7 @@ void vapor_only_over_p(CurveRun& run) {
     if (!run.fluid.has_eos() || !(T >= TinyT)) return;
     const double RT = RGas * T, B = VirialB(run.fluid, T), top = upper_p(run);
     const bool pv = run.kind.y == AxisQuantity::pv;
-    for (const double x : scan_values(run.XMin, top, run.dx, 0.9, true, run.round_limit())) {
+    for (const double x : run.scan_x(run.XMin, top, run.dx, 0.9, true)) {
         double p = x / run.f.pFactor;
         if (!pv) p = std::max(p, LowestGasP);
         const double product = RT + B * p;
@@ -42,7 +42,7 @@ void vapor_only_over_p(CurveRun& run) {
 
 void cubic_over_p(CurveRun& run, const Saturation& sat) {
     const double lowest = run.in.T < run.Tcr ? LowestP : LowestGasP;
-    std::vector<double> p = scan_values(run.XMin, run.XMax, run.dx, 0.9, true, run.round_limit());
+    std::vector<double> p = run.scan_x(run.XMin, run.XMax, run.dx, 0.9, true);
     for (double& value : p) value = std::max(value / run.f.pFactor, lowest);
     const StateColumns states = stable_states(run, sat, p);
     for (std::size_t i = 0; i < p.size(); ++i) add_over_p(run, p[i], states.v[i]);
@@ -75,7 +75,7 @@ void curve_isotherm_v(CurveRun& run) {
     // Below T(cr) nothing can be told of the phases without p(LV).
     const bool two_phases = T < run.Tcr && !run.fluid.VPhaseOnly;
     if (two_phases && !sat.found()) return;
-    for (const double x : scan_values(run.XMin, run.XMax, run.dx, 0.0, false, run.round_limit())) {
+    for (const double x : run.scan_x(run.XMin, run.XMax, run.dx, 0.0, false)) {
         const double v = x / run.f.vFactor;
         const bool between = two_phases && v > sat.vL && v < sat.vV;
         if (loop ? !between : between && !with_loop) continue;

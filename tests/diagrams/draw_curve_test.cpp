@@ -9,6 +9,7 @@
 #include "diagrams/graph_view.h"
 #include "diagrams/marks.h"
 #include "diagrams/measured_points.h"
+#include "engine/saturation.h"
 #include "sample_sheet.h"
 #include "support/starter.h"
 
@@ -25,6 +26,38 @@ CurveInput isotherm(double T) {
     input.kind = Kind::p_v;
     input.T = T;
     return input;
+}
+
+// Steps of equal size would draw no liquid, and a critical isotherm of straight pieces.
+TEST(DrawCurve, a_logarithmic_axis_has_points_in_each_of_its_decades) {
+    const auto fluid = starter_fluid(test::propane, Eos::peng_robinson);
+    const double Tcr = fluid->substance.Tcr;
+    GraphDocument sheet = p_v_sheet();
+    sheet.diagram.range = {.XMin = 0.05F, .YMin = 1, .XMax = 200, .YMax = 20000};
+    set_log_x(sheet, true);
+    for (const double T : {200.0, Tcr, 500.0}) {
+        cmdDraw(sheet, *fluid, isotherm(T));
+        const Series& curve = sheet.curve(CurveCount(sheet)).series;
+        ASSERT_GT(curve.points.size(), 300u) << T;
+        const Saturation sat = pLV_EOS(*fluid, T);
+        float before = 0;
+        for (const SheetPoint& point : curve.points) {
+            const bool tie = T < Tcr && before > 0 && static_cast<double>(before) < 1.001 * sat.vL;
+            EXPECT_TRUE(before == 0 || tie || point.X < 1.03F * before)
+                << T << ' ' << before << ' ' << point.X;
+            EXPECT_GE(point.X, before);
+            before = point.X;
+        }
+        const double first = static_cast<double>(curve.points[0].X);
+        EXPECT_TRUE(T >= Tcr || first < 0.999 * sat.vL) << "liquid " << first;
+    }
+    // Functions over log p reach down to where the axis begins.
+    CurveInput h_p = isotherm(400);
+    h_p.kind = Kind::h_p;
+    h_p.range = {.XMin = 0, .YMin = -30000, .XMax = 5000, .YMax = 30000};
+    h_p.LogX = true;
+    const CurveResult drawn = CalcCurve(*fluid, h_p);
+    EXPECT_NEAR(static_cast<double>(drawn.curve.points.front().X), 5.0, 0.1);
 }
 
 TEST(DrawCurve, a_family_of_isotherms_with_its_dome) {

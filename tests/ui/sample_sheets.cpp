@@ -160,7 +160,6 @@ GraphDocument log_axes() {
     maker.range({.XMin = 0.05F, .YMin = 1, .XMax = 200, .YMax = 20000});
     set_log_x(maker.sheet, true);
     set_log_y(maker.sheet, true);
-    maker.input.options.Dens = 3000;
     maker.isotherms({200, 250, 300, 369.83, 500, 800});
     maker.overlay(Overlay::coexistence);
     return maker.sheet;
