@@ -185,7 +185,7 @@ class Drawing {
             unsaid_.push_back(with_reason(what + (several ? " were" : " was") + " not drawn", notes));
             return;
         }
-        for (const std::string& note : notes) tell(messages_, what + ": " + note);
+        for (const std::string& note : notes) tell(messages_, std::string(what).append(": ").append(note));
     }
 
  public:

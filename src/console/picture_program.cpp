@@ -18,8 +18,6 @@
 #include "base/output_file.h"
 #include "session/program_path.h"
 
-extern char** environ;
-
 namespace quom {
 namespace {
 
@@ -96,6 +94,7 @@ Ended run(const std::vector<std::string>& arguments) {
     const Descriptor from(ends[0]);
     Descriptor into(ends[1]);
     std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
     pid_t child = 0;
