@@ -204,15 +204,18 @@ bool polishing_step(const MarquardtProblem& problem, const Prepared& prepared, S
         const double limit = solution.SS * (1.0 + RoundingOfFit);
         return ++solution.settling < 6 && take(problem, prepared, free, step, limit, solution);
     }
-    for (double& damping = solution.damping; damping < 1.0; damping *= 10.0) {
-        if (!take(problem, prepared, free, solve_least_squares(free.J, minus_r, damping), solution.SS,
-                  solution))
-            continue;
-        damping = std::max(SmallestDamping, damping / 100.0);
-        return true;
+    double& damping = solution.damping;
+    while (damping < 1.0) {
+        if (take(problem, prepared, free, solve_least_squares(free.J, minus_r, damping), solution.SS,
+                 solution)) {
+            damping = std::max(SmallestDamping, damping / 100.0);
+            return true;
+        }
+        damping *= 10.0;
     }
     return false;
 }
+
 void polish(const MarquardtProblem& problem, const Prepared& prepared, Solution& solution) {
     for (int i = 0; i < MostPolishingSteps; ++i)
         if (!polishing_step(problem, prepared, solution)) return;
