@@ -5,6 +5,7 @@
 
 #include "diagrams/axis_texts.h"
 #include "diagrams/database_kinds.h"
+#include "diagrams/unload_question.h"
 #include "engine/unit_factors.h"
 
 namespace quom {
@@ -175,13 +176,7 @@ SetupResult DiagramSetup(const Fluid& fluid, const Units& units, const DiagramSt
         return result;
     }
     if (sheet_open && KurvenMischen && !share_sheet(kind, state.rec.kind)) {
-        result.question = {.title = "WARNING",
-                           .text =
-                               "The units of the diagram axes do not fit together.\n\n"
-                               "Delete the existing diagram?",
-                           .buttons = Buttons::yes_no,
-                           .default_button = Answer::yes,
-                           .kind = MessageKind::warning};
+        result.question = unload_question();
         return result;
     }
     const bool keeps_sheet = sheet_open && (KurvenMischen || kind == state.rec.kind);

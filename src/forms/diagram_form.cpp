@@ -5,6 +5,7 @@
 #include "base/number_text.h"
 #include "diagrams/axis_texts.h"
 #include "diagrams/draw_curve.h"
+#include "diagrams/unload_question.h"
 #include "engine/unit_factors.h"
 #include "forms/diagram_parameter.h"
 #include "forms/refusal.h"
@@ -14,16 +15,6 @@ namespace {
 
 bool same_units(const Units& a, const Units& b) {
     return a.EnergyMode == b.EnergyMode && a.VolumeMode == b.VolumeMode;
-}
-
-Message other_axes_question() {
-    return {.title = "WARNING",
-            .text =
-                "The units of the diagram axes do not fit together.\n\n"
-                "Delete the existing diagram?",
-            .buttons = Buttons::yes_no,
-            .default_button = Answer::yes,
-            .kind = MessageKind::warning};
 }
 
 // A sheet that stays shows the new diagram; a heading of the user's own stays too.
@@ -91,7 +82,7 @@ DiagramOpening choose_diagram(Session& session, Kind kind, Messages& messages) {
         }
         return opening;
     }
-    if (mixed && other_units && setup.open_sheet) setup.question = other_axes_question();
+    if (mixed && other_units && setup.open_sheet) setup.question = unload_question();
     if (setup.question) {
         if (messages.ask(*setup.question) == Answer::yes) unload_sheet(d);
         return opening;

@@ -7,6 +7,7 @@
 #include "base/number_text.h"
 #include "diagrams/diagram_file.h"
 #include "diagrams/graph_view.h"
+#include "diagrams/unload_question.h"
 #include "forms/active_points.h"
 #include "forms/diagram_form.h"
 
@@ -189,16 +190,6 @@ bool is_control_graph(const GraphDocument& sheet, const GraphTexts& texts) {
     return sheet.diagram.kind == Kind::none && sheet.diagram.title == texts.title;
 }
 
-Message delete_question() {
-    return {.title = "WARNING",
-            .text =
-                "The units of the diagram axes do not fit together.\n\n"
-                "Delete the existing diagram?",
-            .buttons = Buttons::yes_no,
-            .default_button = Answer::yes,
-            .kind = MessageKind::warning};
-}
-
 std::string shown_number(float x) { return genNum(x); }
 
 }  // namespace
@@ -361,7 +352,7 @@ bool show_control_graph(Session& session, ControlGraph graph, Messages& messages
     }
     DiagramSession& d = session.diagram;
     if (d.sheet && !is_empty(*d.sheet) && !is_control_graph(*d.sheet, texts) &&
-        messages.ask(delete_question()) != Answer::yes)
+        messages.ask(unload_question()) != Answer::yes)
         return false;
     DiagramRec rec;
     rec.title = texts.title;

@@ -2,17 +2,13 @@
 
 #include <qcustomplot.h>
 
-#include <QPrinter>
-#include <algorithm>
 #include <cmath>
 
+#include "ui/charts/print_chart.h"
 #include "ui/charts/sheet_plot.h"
 
 namespace quom {
 namespace {
-
-constexpr double paper_resolution = 96;    // dots per inch in which sheets are measured
-constexpr double highest_on_paper = 0.75;  // of the width
 
 DrawChart drawing_of(const GraphDocument& document) {
     return [&document](QCPPainter& painter, QSizeF size) {
@@ -38,15 +34,7 @@ PictureBytes sheet_picture_bytes(const GraphDocument& document, const std::strin
 }
 
 bool print_sheet(const GraphDocument& document, QPrinter& printer) {
-    printer.setResolution(static_cast<int>(paper_resolution));  // fonts in points have their size
-    QCPPainter painter;
-    if (!painter.begin(&printer)) return false;
-    painter.setModes(QCPPainter::pmVectorized | QCPPainter::pmNoCaching);
-    const double scale = printer.resolution() / paper_resolution;
-    const QSizeF page = printer.pageLayout().paintRect(QPageLayout::Inch).size() * paper_resolution;
-    if (scale != 1) painter.scale(scale, scale);
-    drawing_of(document)(painter, {page.width(), std::min(page.height(), highest_on_paper * page.width())});
-    return painter.end();
+    return print_chart(printer, drawing_of(document));
 }
 
 }  // namespace quom
